@@ -1,0 +1,35 @@
+#pragma once
+
+#include "ScanKit/Model/Ecosystem.h"
+#include "ScanKit/Model/Hashing.h"
+
+#include <filesystem>
+#include <string>
+#include <tuple>
+#include <vector>
+
+namespace ScanKit {
+
+/// The dependency files and folders that a project folder holds, each list in the order found.
+struct Detection {
+    std::vector<std::filesystem::path> resolvedFiles;          ///< Package.resolved files
+    std::vector<std::filesystem::path> checkoutFolders;        ///< .build/checkouts, SourcePackages/checkouts
+    std::vector<std::string> xcodeProjectNames;                ///< bundle names without extension, each once
+    std::vector<std::filesystem::path> npmLockfiles;           ///< one for each package folder that has one
+    std::vector<std::filesystem::path> npmModulesWithoutLock;  ///< node_modules folders without a lockfile
+    std::vector<std::filesystem::path> npmManifestsOnly;       ///< package.json files with neither
+    std::vector<std::filesystem::path> requirementFiles;       ///< requirements*.txt
+    std::vector<std::filesystem::path> poetryLocks;
+    std::vector<std::filesystem::path> virtualEnvs;  ///< folders that hold a pyvenv.cfg
+
+    /// The ecosystems found, in `Ecosystem` order. Checkout folders and project names alone do not count.
+    std::vector<Ecosystem> ecosystems() const;
+
+    bool operator==(const Detection&) const = default;
+    auto fields() const {
+        return std::tie(resolvedFiles, checkoutFolders, xcodeProjectNames, npmLockfiles,
+                        npmModulesWithoutLock, npmManifestsOnly, requirementFiles, poetryLocks, virtualEnvs);
+    }
+};
+
+}  // namespace ScanKit

@@ -1,0 +1,38 @@
+#include "ScanKit/Model/Ecosystem.h"
+
+#include "ScanKit/Model/EnumerationTable.h"
+
+namespace ScanKit {
+namespace {
+
+struct EcosystemRow {
+    Ecosystem value;
+    std::string_view rawValue, label, shortLabel;
+};
+constexpr std::array<EcosystemRow, 3> rows{{
+    {Ecosystem::swiftpm, "swiftpm", "Swift packages", "SwiftPM"},
+    {Ecosystem::npm, "npm", "npm", "npm"},
+    {Ecosystem::python, "python", "Python", "Python"},
+}};
+static_assert(inDeclaredOrder(rows));
+static_assert(valuesOf(rows) == allEcosystems);
+
+}  // namespace
+
+std::string_view rawValue(Ecosystem ecosystem) {
+    return rowOf(rows, ecosystem).rawValue;
+}
+
+std::string_view label(Ecosystem ecosystem) {
+    return rowOf(rows, ecosystem).label;
+}
+
+std::string_view shortLabel(Ecosystem ecosystem) {
+    return rowOf(rows, ecosystem).shortLabel;
+}
+
+std::optional<Ecosystem> ecosystemFromRawValue(std::string_view rawValue) {
+    return valueOf(rows, rawValue);
+}
+
+}  // namespace ScanKit

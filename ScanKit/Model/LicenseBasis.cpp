@@ -1,0 +1,41 @@
+#include "ScanKit/Model/LicenseBasis.h"
+
+#include "ScanKit/Model/EnumerationTable.h"
+
+namespace ScanKit {
+namespace {
+
+struct LicenseBasisRow {
+    LicenseBasis value;
+    std::string_view rawValue, label, shortLabel;
+};
+constexpr std::array<LicenseBasisRow, 6> rows{{
+    {LicenseBasis::metadataAndText, "metadataAndText", "Metadata and license file", "Metadata + file"},
+    {LicenseBasis::metadata, "metadata", "Package metadata", "Metadata"},
+    {LicenseBasis::classifier, "classifier", "Python classifier", "Classifier"},
+    {LicenseBasis::text, "text", "License file", "License file"},
+    {LicenseBasis::notice, "notice", "License notice", "Notice"},
+    {LicenseBasis::none, "none", "Not found", "—"},
+}};
+static_assert(inDeclaredOrder(rows));
+static_assert(valuesOf(rows) == allLicenseBases);
+
+}  // namespace
+
+std::string_view rawValue(LicenseBasis basis) {
+    return rowOf(rows, basis).rawValue;
+}
+
+std::string_view label(LicenseBasis basis) {
+    return rowOf(rows, basis).label;
+}
+
+std::string_view shortLabel(LicenseBasis basis) {
+    return rowOf(rows, basis).shortLabel;
+}
+
+std::optional<LicenseBasis> licenseBasisFromRawValue(std::string_view rawValue) {
+    return valueOf(rows, rawValue);
+}
+
+}  // namespace ScanKit

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "ScanKit/Model/Detection.h"
+#include "ScanKit/Model/ScanOptions.h"
+#include "ScanKit/Model/ScanResult.h"
+#include "ScanKit/Support/Parallel.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string_view>
+
+namespace ScanKit {
+
+/// What a running scan tells: how many packages of how many are done, and the name of one of them. `total` is 0
+/// while the number of packages is not known yet.
+struct ScanProgress {
+    std::size_t done = 0;
+    std::size_t total = 0;
+    std::string_view name;  ///< lives only during the call
+};
+
+/// How the caller follows and ends a scan.
+struct ScanControl {
+    /// Called from any thread, one call at a time, at most some fifty times a second.
+    std::function<void(const ScanProgress&)> progress;
+    /// When a stop is requested the scan returns soon, with a result that holds only part and is to be dropped.
+    StopToken stop;
+    /// At most this many threads; as many as the machine has cores when absent.
+    std::optional<unsigned> threadLimit;
+};
+
+namespace Scanner {
+
+/// Reads what detection found, for the ecosystems in `options`, and identifies every dependency. Never fails:
+/// what cannot be read is skipped, and what the user can mend is a warning. The same folder and options give the
+/// same result whatever the number of threads. Holds no state between calls and may run on any thread; without
+/// a `detection` it detects first.
+ScanResult scan(const std::filesystem::path& root, const ScanOptions& options,
+                const std::optional<Detection>& detection = {}, const ScanControl& control = {});
+
+}  // namespace Scanner
+}  // namespace ScanKit

@@ -1,0 +1,60 @@
+#include "ScanKit/Support/Parallel.h"
+
+#include <algorithm>
+
+#ifdef QUORVANE_PARALLEL_ON_STD_THREAD
+#include <atomic>
+#include <thread>
+#include <vector>
+#else
+#include <oneapi/tbb/blocked_range.h>
+#include <oneapi/tbb/parallel_for.h>
+#include <oneapi/tbb/task_arena.h>
+#endif
+
+namespace ScanKit {
+
+#ifdef QUORVANE_PARALLEL_ON_STD_THREAD
+
+void forEachIndex(std::size_t count, const std::function<void(std::size_t)>& body, const StopToken& stop,
+                  std::optional<unsigned> threadLimit) {
+    const std::size_t wanted = threadLimit.value_or(std::max(2U, std::thread::hardware_concurrency()));
+    std::atomic<std::size_t> next = 0;
+    const auto work = [&] {
+        for (std::size_t i = next++; i < count && !stop.stop_requested(); i = next++) {
+            body(i);
+        }
+    };
+    std::vector<std::jthread> threads;
+    for (std::size_t i = 1; i < std::min(wanted, count); ++i) {
+        threads.emplace_back(work);
+    }
+    work();
+}
+
+#else
+
+void forEachIndex(std::size_t count, const std::function<void(std::size_t)>& body, const StopToken& stop,
+                  std::optional<unsigned> threadLimit) {
+    const auto run = [&] {
+        tbb::parallel_for(
+            tbb::blocked_range<std::size_t>(0, count), [&](const tbb::blocked_range<std::size_t>& range) {
+                for (std::size_t i = range.begin(); i < range.end() && !stop.stop_requested(); ++i) {
+                    body(i);
+                }
+            });
+    };
+    if (threadLimit == 1U) {
+        for (std::size_t i = 0; i < count && !stop.stop_requested(); ++i) {
+            body(i);
+        }
+    } else if (threadLimit) {
+        tbb::task_arena(static_cast<int>(*threadLimit)).execute(run);
+    } else {
+        run();
+    }
+}
+
+#endif
+
+}  // namespace ScanKit

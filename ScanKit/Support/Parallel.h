@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <stop_token>
+
+namespace ScanKit {
+
+/// How long work is told to end early. One name for it, since not every standard library has it in place.
+using StopToken = std::stop_token;
+
+/// Calls `body(i)` for every i below `count`, on as many threads as the machine has cores, or on at most
+/// `threadLimit`. The order is not defined: body i writes to slot i alone, and the caller puts the result together
+/// in input order. Once a stop is requested no further body begins. A body must not throw.
+void forEachIndex(std::size_t count, const std::function<void(std::size_t)>& body, const StopToken& stop = {},
+                  std::optional<unsigned> threadLimit = {});
+
+}  // namespace ScanKit

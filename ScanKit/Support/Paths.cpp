@@ -1,0 +1,75 @@
+#include "ScanKit/Support/Paths.h"
+
+#include "ScanKit/Support/Text.h"
+
+#include <cstdlib>
+#include <optional>
+#include <string_view>
+
+#include <pwd.h>
+#include <unistd.h>
+
+namespace ScanKit {
+namespace {
+
+/// What follows `folder` and a slash at the start of `path`; absent when the path does not lie inside.
+std::optional<std::string_view> pathBelow(std::string_view path, std::string_view folder) {
+    if (!folder.ends_with('/')) {
+        if (!path.starts_with(folder) || path.size() <= folder.size() || path[folder.size()] != '/') {
+            return std::nullopt;
+        }
+        return path.substr(folder.size() + 1);
+    }
+    if (!path.starts_with(folder)) {
+        return std::nullopt;
+    }
+    return path.substr(folder.size());
+}
+
+}  // namespace
+
+std::filesystem::path homeFolder() {
+    if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0') {
+        return home;
+    }
+    passwd entry{};
+    passwd* found = nullptr;
+    char buffer[4096];
+    if (getpwuid_r(getuid(), &entry, buffer, sizeof buffer, &found) == 0 && found != nullptr) {
+        return found->pw_dir;
+    }
+    return "/";
+}
+
+std::filesystem::path standardized(const std::filesystem::path& path) {
+    std::filesystem::path normal = path.lexically_normal();
+    if (!normal.has_filename() && normal.has_relative_path()) {
+        normal = normal.parent_path();
+    }
+    return normal;
+}
+
+std::string displayPath(const std::filesystem::path& path, const std::filesystem::path& root) {
+    const std::string full = standardized(path).string();
+    const std::string rootText = standardized(root).string();
+    if (full == rootText) {
+        return ".";
+    }
+    if (const auto below = pathBelow(full, rootText)) {
+        return Text::validUtf8(*below);
+    }
+    const std::string home = standardized(homeFolder()).string();
+    if (full == home) {
+        return "~";
+    }
+    if (const auto below = pathBelow(full, home); below && home != "/") {
+        return "~/" + Text::validUtf8(*below);
+    }
+    return Text::validUtf8(full);
+}
+
+std::string displayName(const std::filesystem::path& path) {
+    return Text::validUtf8(path.filename().string());
+}
+
+}  // namespace ScanKit

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace ScanKit {
+
+/// The user's home folder: HOME, or the account's home folder when HOME is not set.
+std::filesystem::path homeFolder();
+/// Without "." and "..", without a trailing slash. No link is resolved; a relative path stays relative.
+std::filesystem::path standardized(const std::filesystem::path& path);
+/// The path as people see it: relative to `root` when it lies inside ("." for the root itself), otherwise in
+/// full with the home folder written as "~". Names that are not valid UTF-8 show U+FFFD.
+std::string displayPath(const std::filesystem::path& path, const std::filesystem::path& root);
+/// The last path component as people see it.
+std::string displayName(const std::filesystem::path& path);
+
+}  // namespace ScanKit

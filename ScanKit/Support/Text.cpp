@@ -1,0 +1,289 @@
+#include "ScanKit/Support/Text.h"
+
+#include <algorithm>
+#include <memory>
+
+#include <unicode/brkiter.h>
+#include <unicode/bytestream.h>
+#include <unicode/casemap.h>
+#include <unicode/locid.h>
+#include <unicode/stringpiece.h>
+#include <unicode/uchar.h>
+#include <unicode/utext.h>
+#include <unicode/utf8.h>
+
+namespace ScanKit::Text {
+namespace {
+
+bool isAscii(std::string_view text) {
+    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+constexpr char asciiLower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+constexpr char asciiUpper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
+}
+
+icu::StringPiece piece(std::string_view text) {
+    return {text.data(), static_cast<int32_t>(text.size())};
+}
+
+template <typename Predicate>
+std::string_view trimmedWhere(std::string_view text, Predicate dropped) {
+    std::size_t begin = 0;
+    while (begin < text.size()) {
+        std::size_t next = begin;
+        if (!dropped(nextScalar(text, next))) {
+            break;
+        }
+        begin = next;
+    }
+    std::size_t end = text.size();
+    while (end > begin) {
+        std::size_t start = end - 1;
+        while (start > begin && (static_cast<unsigned char>(text[start]) & 0xC0) == 0x80 && end - start < 4) {
+            --start;
+        }
+        std::size_t next = start;
+        if (!dropped(nextScalar(text, next)) || next != end) {
+            break;
+        }
+        end = start;
+    }
+    return text.substr(begin, end - begin);
+}
+
+/// One break iterator a thread: making one costs far more than using it.
+icu::BreakIterator* characterIterator() {
+    thread_local const std::unique_ptr<icu::BreakIterator> iterator = [] {
+        UErrorCode status = U_ZERO_ERROR;
+        return std::unique_ptr<icu::BreakIterator>(
+            icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    }();
+    return iterator.get();
+}
+
+/// Calls `body` with each character until it returns false.
+template <typename Body>
+void walkCharacters(std::string_view text, Body body) {
+    if (isAscii(text)) {
+        for (std::size_t i = 0; i < text.size();) {
+            const std::size_t length = text.compare(i, 2, "\r\n") == 0 ? 2 : 1;
+            if (!body(text.substr(i, length))) {
+                return;
+            }
+            i += length;
+        }
+        return;
+    }
+    icu::BreakIterator* iterator = characterIterator();
+    UErrorCode status = U_ZERO_ERROR;
+    UText* opened = utext_openUTF8(nullptr, text.data(), static_cast<int64_t>(text.size()), &status);
+    if (iterator != nullptr && U_SUCCESS(status)) {
+        iterator->setText(opened, status);
+        int32_t begin = iterator->first();
+        for (int32_t end = iterator->next(); end != icu::BreakIterator::DONE; end = iterator->next()) {
+            if (!body(text.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin)))) {
+                break;
+            }
+            begin = end;
+        }
+    }
+    utext_close(opened);
+}
+
+}  // namespace
+
+std::string lowercased(std::string_view text) {
+    std::string result;
+    if (isAscii(text)) {
+        result.resize(text.size());
+        std::ranges::transform(text, result.begin(), asciiLower);
+        return result;
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    icu::StringByteSink<std::string> sink(&result);
+    icu::CaseMap::utf8ToLower("", 0, piece(text), sink, nullptr, status);
+    return result;
+}
+
+std::string uppercased(std::string_view text) {
+    std::string result;
+    if (isAscii(text)) {
+        result.resize(text.size());
+        std::ranges::transform(text, result.begin(), asciiUpper);
+        return result;
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    icu::StringByteSink<std::string> sink(&result);
+    icu::CaseMap::utf8ToUpper("", 0, piece(text), sink, nullptr, status);
+    return result;
+}
+
+bool isWhitespace(char32_t scalar) {
+    return u_isUWhiteSpace(static_cast<UChar32>(scalar)) != 0;
+}
+
+bool isAlphanumeric(char32_t scalar) {
+    return u_isalnum(static_cast<UChar32>(scalar)) != 0;
+}
+
+std::string_view trimmed(std::string_view text) {
+    return trimmedWhere(text, isWhitespace);
+}
+
+std::string_view trimmedOfBlanks(std::string_view text) {
+    return trimmedWhere(text, [](char32_t scalar) {
+        return scalar == U'\t' || u_charType(static_cast<UChar32>(scalar)) == U_SPACE_SEPARATOR;
+    });
+}
+
+std::string_view trimmedOf(std::string_view text, std::string_view characters) {
+    const std::size_t begin = text.find_first_not_of(characters);
+    if (begin == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(begin, text.find_last_not_of(characters) + 1 - begin);
+}
+
+bool isBlank(std::string_view text) {
+    return trimmed(text).empty();
+}
+
+char32_t nextScalar(std::string_view text, std::size_t& offset) {
+    const unsigned char first = static_cast<unsigned char>(text[offset]);
+    if (first < 0x80) {
+        ++offset;
+        return first;
+    }
+    const auto* bytes = reinterpret_cast<const uint8_t*>(text.data());
+    // At most four bytes belong to a scalar, so the rest of a huge text never strains ICU's 32-bit lengths.
+    const auto available = static_cast<int32_t>(std::min<std::size_t>(text.size() - offset, 4));
+    int32_t length = 0;
+    UChar32 scalar = 0;
+    U8_NEXT_OR_FFFD(bytes + offset, length, available, scalar);
+    offset += static_cast<std::size_t>(length);
+    return static_cast<char32_t>(scalar);
+}
+
+bool isValidUtf8(std::string_view text) {
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t begin = i;
+        if (nextScalar(text, i) == 0xFFFD && text.substr(begin, i - begin) != "\xEF\xBF\xBD") {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::string validUtf8(std::string_view text) {
+    if (isValidUtf8(text)) {
+        return std::string(text);
+    }
+    std::string result;
+    result.reserve(text.size() + 16);
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t begin = i;
+        if (nextScalar(text, i) == 0xFFFD) {
+            result += "\xEF\xBF\xBD";
+        } else {
+            result += text.substr(begin, i - begin);
+        }
+    }
+    return result;
+}
+
+std::size_t characterCount(std::string_view text) {
+    std::size_t count = 0;
+    walkCharacters(text, [&](std::string_view) {
+        ++count;
+        return true;
+    });
+    return count;
+}
+
+std::string_view prefix(std::string_view text, std::size_t count) {
+    std::size_t length = 0;
+    if (count == 0) {
+        return {};
+    }
+    walkCharacters(text, [&](std::string_view character) {
+        length += character.size();
+        return --count > 0;
+    });
+    return text.substr(0, length);
+}
+
+void forEachCharacter(std::string_view text, const std::function<void(std::string_view)>& body) {
+    walkCharacters(text, [&](std::string_view character) {
+        body(character);
+        return true;
+    });
+}
+
+std::vector<std::string_view> nonEmptyLines(std::string_view text) {
+    std::vector<std::string_view> lines;
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t at = i;
+        if (isLineBreak(nextScalar(text, i))) {
+            if (at > begin) {
+                lines.push_back(text.substr(begin, at - begin));
+            }
+            begin = i;
+        }
+    }
+    if (begin < text.size()) {
+        lines.push_back(text.substr(begin));
+    }
+    return lines;
+}
+
+std::string_view firstLine(std::string_view text) {
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t at = i;
+        if (isLineBreak(nextScalar(text, i))) {
+            return text.substr(0, at);
+        }
+    }
+    return text;
+}
+
+std::vector<std::string_view> split(std::string_view text, std::string_view separators) {
+    std::vector<std::string_view> parts;
+    std::size_t begin = 0;
+    for (std::size_t end = text.find_first_of(separators); end != std::string_view::npos;
+         end = text.find_first_of(separators, begin)) {
+        parts.push_back(text.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    parts.push_back(text.substr(begin));
+    return parts;
+}
+
+std::string joined(const std::vector<std::string>& parts, std::string_view separator) {
+    std::string result;
+    for (const std::string& part : parts) {
+        if (&part != &parts.front()) {
+            result += separator;
+        }
+        result += part;
+    }
+    return result;
+}
+
+std::string replacingAll(std::string_view text, std::string_view what, std::string_view replacement) {
+    std::string result;
+    std::size_t begin = 0;
+    for (std::size_t at = text.find(what); at != std::string_view::npos; at = text.find(what, begin)) {
+        result += text.substr(begin, at - begin);
+        result += replacement;
+        begin = at + what.size();
+    }
+    result += text.substr(begin);
+    return result;
+}
+
+}  // namespace ScanKit::Text

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Operations on UTF-8 text in Unicode's terms: a character is an extended grapheme cluster, case is that of the
+/// root locale whatever the user's. All accept any bytes; an invalid part counts as U+FFFD.
+namespace ScanKit::Text {
+
+std::string lowercased(std::string_view text);
+std::string uppercased(std::string_view text);
+
+/// White space in Unicode's sense, line breaks included.
+bool isWhitespace(char32_t scalar);
+/// A letter or a digit in Unicode's sense.
+bool isAlphanumeric(char32_t scalar);
+/// LF, VT, FF, CR, NEL, LINE SEPARATOR or PARAGRAPH SEPARATOR.
+constexpr bool isLineBreak(char32_t scalar) {
+    return (scalar >= 0x0A && scalar <= 0x0D) || scalar == 0x85 || scalar == 0x2028 || scalar == 0x2029;
+}
+
+/// Without the white space, line breaks included, at both ends.
+std::string_view trimmed(std::string_view text);
+/// Without the spaces and tabs (not line breaks) at both ends.
+std::string_view trimmedOfBlanks(std::string_view text);
+/// Without any of these ASCII characters at both ends.
+std::string_view trimmedOf(std::string_view text, std::string_view characters);
+/// True when there is nothing but white space.
+bool isBlank(std::string_view text);
+
+/// The scalar that begins at `offset`, which is moved past it. U+FFFD for an invalid part.
+char32_t nextScalar(std::string_view text, std::size_t& offset);
+/// The text with U+FFFD in place of each invalid part.
+std::string validUtf8(std::string_view text);
+bool isValidUtf8(std::string_view text);
+
+/// Number of extended grapheme clusters.
+std::size_t characterCount(std::string_view text);
+/// The first `count` characters, or all when there are fewer.
+std::string_view prefix(std::string_view text, std::size_t count);
+/// Calls `body` with each character in turn.
+void forEachCharacter(std::string_view text, const std::function<void(std::string_view)>& body);
+
+/// The lines of the text, split at any Unicode line break; empty lines are left out.
+std::vector<std::string_view> nonEmptyLines(std::string_view text);
+/// The text up to the first Unicode line break.
+std::string_view firstLine(std::string_view text);
+/// The parts between any of these ASCII separators, empty parts included.
+std::vector<std::string_view> split(std::string_view text, std::string_view separators);
+
+std::string joined(const std::vector<std::string>& parts, std::string_view separator);
+std::string replacingAll(std::string_view text, std::string_view what, std::string_view replacement);
+
+}  // namespace ScanKit::Text

@@ -1,0 +1,12 @@
+# Writes the files NAMES (without ".txt") of FOLDER into OUTPUT as rows of a table: name, bytes.
+set(arrays "")
+set(rows "")
+set(index 0)
+foreach(name IN LISTS NAMES)
+  file(READ ${FOLDER}/${name}.txt hex HEX)
+  string(REGEX REPLACE "(..)" "'\\\\x\\1'," bytes "${hex}")
+  string(APPEND arrays "constexpr char text${index}[] = {${bytes}};\n")
+  string(APPEND rows "    {\"${name}\", {text${index}, sizeof text${index}}},\n")
+  math(EXPR index "${index} + 1")
+endforeach()
+file(WRITE ${OUTPUT} "${arrays}\nconstexpr std::array<StandardTextRow, ${index}> standardTextRows{{\n${rows}}};\n")

@@ -1,0 +1,27 @@
+# One interface target carries what every target of the project compiles with.
+add_library(quorvane_options INTERFACE)
+target_include_directories(quorvane_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/generated)
+target_compile_options(quorvane_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Wold-style-cast
+  # Records are built with named initializers, which leave out what keeps its default.
+  -Wno-missing-field-initializers)
+if(QUORVANE_WERROR)
+  target_compile_options(quorvane_options INTERFACE -Werror)
+endif()
+if(QUORVANE_SANITIZE)
+  target_compile_options(quorvane_options INTERFACE
+    -fsanitize=${QUORVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(quorvane_options INTERFACE -fsanitize=${QUORVANE_SANITIZE})
+endif()
+if(QUORVANE_FUZZ)
+  target_compile_options(quorvane_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# quorvane_library(NAME SOURCES a.cpp b.cpp [SEES targets] [WRAPS libraries])
+# SEES names the project's targets whose headers this one may include; WRAPS names outside libraries,
+# which stay private: no type of theirs is seen in a header.
+function(quorvane_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;SEES;WRAPS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC quorvane_options ${ARG_SEES} PRIVATE ${ARG_WRAPS})
+endfunction()
