@@ -1,0 +1,15 @@
+#pragma once
+
+#include "ScanKit/Identification/TextReading.h"
+#include "ScanKit/Model/Dependency.h"
+#include "ScanKit/Model/RawDependency.h"
+
+namespace ScanKit {
+
+/// Decides one package's license from its metadata and its license files, which are read here, and says in plain
+/// notes what needs attention. Never fails: what cannot be decided becomes a flag and a note.
+Dependency identify(const RawDependency& package);
+/// The same within a scan: a text that `readings` already knows is not read again. May run on any thread.
+Dependency identify(const RawDependency& package, TextReadings& readings);
+
+}  // namespace ScanKit

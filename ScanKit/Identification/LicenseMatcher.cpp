@@ -1,0 +1,314 @@
+#include "ScanKit/Identification/LicenseMatcher.h"
+
+#include "ScanKit/Identification/LicenseWords.h"
+#include "ScanKit/Identification/SPDX.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+
+namespace ScanKit::LicenseMatcher {
+namespace {
+
+constexpr std::array<std::string_view, 16> templateIds{
+    "MIT",        "MIT-0",    "ISC",           "0BSD",      "BSD-2-Clause", "BSD-3-Clause",
+    "Apache-2.0", "Zlib",     "BlueOak-1.0.0", "Unlicense", "CC0-1.0",      "MPL-2.0",
+    "LGPL-2.1",   "LGPL-3.0", "GPL-2.0",       "GPL-3.0"};
+
+constexpr std::size_t shingleLength = 3;
+constexpr double equalScores = 0.005;         ///< scores this close count as equal
+constexpr double replacingScore = 0.82;       ///< what a longer license must score to replace a shorter one
+constexpr double replacingLength = 1.1;       ///< and how many times longer it must be
+constexpr double replacingDifference = 0.08;  ///< and how far its score may lie below
+
+using WordHashes = std::vector<std::uint64_t>;
+
+std::uint64_t shingleAt(const WordHashes& words, std::size_t position) {
+    return withWord(withWord(withWord(0, words[position]), words[position + 1]), words[position + 2]);
+}
+
+Template templateOf(std::string_view id, std::string_view text) {
+    const WordHashes words = LicenseText(text).licenseWords;
+    Template made{.id = std::string(id), .wordCount = words.size()};
+    for (std::size_t i = 0; i + shingleLength <= words.size(); ++i) {
+        made.shingles.insert(shingleAt(words, i));
+    }
+    return made;
+}
+
+/// All shingles of all templates in one open-addressed table, so that one look at a shingle says which
+/// templates hold it.
+class ShingleTable {
+public:
+    struct Entry {
+        std::uint64_t hash = 0;
+        std::uint32_t number = 0;     ///< of the shingle, from 1; 0 marks a free slot
+        std::uint32_t templates = 0;  ///< bit i is set when template i holds it
+    };
+
+    explicit ShingleTable(const std::vector<Template>& templates) {
+        std::size_t total = 0;
+        for (const Template& one : templates) {
+            total += one.shingles.size();
+        }
+        slots_.resize(std::bit_ceil(std::max<std::size_t>(total * 2, 2)));
+        for (std::size_t i = 0; i < templates.size(); ++i) {
+            for (const std::uint64_t hash : templates[i].shingles) {
+                Entry& entry = slots_[slotOf(hash)];
+                if (entry.number == 0) {
+                    entry = {hash, ++count_, 0};
+                }
+                entry.templates |= 1U << i;
+            }
+        }
+    }
+
+    /// The entry of a shingle, or null when no template holds it.
+    const Entry* find(std::uint64_t hash) const {
+        const Entry& entry = slots_[slotOf(hash)];
+        return entry.number != 0 ? &entry : nullptr;
+    }
+
+    std::size_t count() const { return count_; }
+
+private:
+    /// The slot that holds this hash, or the free one where it belongs.
+    std::size_t slotOf(std::uint64_t hash) const {
+        const std::size_t mask = slots_.size() - 1;
+        std::size_t slot = hash & mask;
+        while (slots_[slot].number != 0 && slots_[slot].hash != hash) {
+            slot = (slot + 1) & mask;
+        }
+        return slot;
+    }
+
+    std::vector<Entry> slots_;
+    std::uint32_t count_ = 0;
+};
+
+const ShingleTable& shingleTable() {
+    static const ShingleTable table(templates());
+    return table;
+}
+
+/// For each template the positions, ascending, at which its shingles occur first in the text.
+std::vector<std::vector<std::uint32_t>> foundPositions(const WordHashes& words) {
+    const ShingleTable& table = shingleTable();
+    std::vector<std::vector<std::uint32_t>> found(templates().size());
+    std::vector<bool> seen(table.count() + 1);
+    for (std::size_t i = 0; i + shingleLength <= words.size(); ++i) {
+        const ShingleTable::Entry* entry = table.find(shingleAt(words, i));
+        if (entry == nullptr || seen[entry->number]) {
+            continue;
+        }
+        seen[entry->number] = true;
+        for (std::uint32_t rest = entry->templates; rest != 0; rest &= rest - 1) {
+            found[static_cast<std::size_t>(std::countr_zero(rest))].push_back(static_cast<std::uint32_t>(i));
+        }
+    }
+    return found;
+}
+
+Candidate candidateOf(const Template& scored, const std::vector<std::uint32_t>& positions) {
+    Candidate candidate{.id = scored.id, .wordCount = scored.wordCount};
+    const std::size_t count = positions.size();
+    candidate.score =
+        static_cast<double>(count) / static_cast<double>(std::max<std::size_t>(scored.shingles.size(), 1));
+    if (count > 0) {
+        candidate.start = positions[count / 10];
+        candidate.end = positions[count * 9 / 10];
+    }
+    return candidate;
+}
+
+bool comesBefore(const Candidate& a, const Candidate& b) {
+    const double difference = a.score - b.score;
+    if (difference > equalScores || difference < -equalScores) {
+        return difference > 0;
+    }
+    return a.wordCount > b.wordCount;
+}
+
+/// An insertion sort: `comesBefore` is not transitive, so the order is the one that this walk yields.
+void sortByScore(std::vector<Candidate>& candidates) {
+    for (std::size_t i = 1; i < candidates.size(); ++i) {
+        for (std::size_t j = i; j > 0 && comesBefore(candidates[j], candidates[j - 1]); --j) {
+            std::swap(candidates[j], candidates[j - 1]);
+        }
+    }
+}
+
+/// A longer license that matches nearly as well wins over a shorter one whose words it shares.
+bool replaces(const Candidate& longer, const Candidate& shorter) {
+    return longer.score >= replacingScore &&
+           static_cast<double>(shorter.wordCount) * replacingLength < static_cast<double>(longer.wordCount) &&
+           shorter.score - longer.score < replacingDifference;
+}
+
+/// What a notice may say, in the order of trial.
+struct NoticeRow {
+    std::array<std::string_view, 2> phrases;  ///< either will do; an empty one never does
+    std::string_view id;
+};
+constexpr std::array<NoticeRow, 7> plainNotices{{
+    {{"licensed under the apache license version 2 0", "apache license version 2 0"}, "Apache-2.0"},
+    {{"mozilla public license v 2 0", "mozilla public license version 2 0"}, "MPL-2.0"},
+    {{"boost software license version 1 0", ""}, "BSL-1.0"},
+    {{"eclipse public license v 2 0", "eclipse public license version 2 0"}, "EPL-2.0"},
+    {{"permission is hereby granted free of charge to any person obtaining a copy", ""}, "MIT"},
+    {{"redistribution and use in source and binary forms with or without modification are permitted", ""},
+     "BSD"},
+    {{"this is free and unencumbered software released into the public domain", ""}, "Unlicense"},
+}};
+
+bool holds(std::string_view words, std::string_view phrase) {
+    return !phrase.empty() && words.find(phrase) != std::string_view::npos;
+}
+
+/// The GNU licenses, whose notices also say a version and whether later ones may be used.
+std::optional<std::string> gnuNotice(std::string_view words) {
+    const auto orLater = [&](std::string id) {
+        return holds(words, "any later version") ? id + "-or-later" : id;
+    };
+    if (holds(words, "gnu affero general public license")) {
+        return orLater("AGPL-3.0");
+    }
+    if (holds(words, "gnu lesser general public license") ||
+        holds(words, "gnu library general public license")) {
+        if (holds(words, "version 3")) {
+            return orLater("LGPL-3.0");
+        }
+        if (holds(words, "version 2 1")) {
+            return orLater("LGPL-2.1");
+        }
+        return holds(words, "version 2") ? orLater("LGPL-2.0") : "LGPL";
+    }
+    if (holds(words, "gnu general public license")) {
+        if (holds(words, "version 3")) {
+            return orLater("GPL-3.0");
+        }
+        return holds(words, "version 2") ? orLater("GPL-2.0") : "GPL";
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+const std::vector<Template>& templates() {
+    static const std::vector<Template> built = [] {
+        std::vector<Template> made;
+        for (const std::string_view id : templateIds) {
+            if (const auto text = SPDX::builtInText(id)) {
+                made.push_back(templateOf(id, *text));
+            }
+        }
+        return made;
+    }();
+    return built;
+}
+
+std::vector<std::string> licenseWords(std::string_view text) {
+    std::vector<std::string> words;
+    forEachLicenseLine(text, [&](const LicenseLine& line) {
+        if (line.isPartOfLicense) {
+            for (const LicenseWord& word : line.words) {
+                word.appendTo(words.emplace_back());
+            }
+        }
+    });
+    return words;
+}
+
+std::unordered_set<std::uint64_t> shingles(const std::vector<std::string>& words, std::size_t length) {
+    std::unordered_set<std::uint64_t> hashes;
+    const std::size_t run = words.size() < length ? 1 : length;
+    for (std::size_t i = 0; i + run <= words.size(); ++i) {
+        std::uint64_t hash = 0;
+        for (std::size_t j = i; j < i + run; ++j) {
+            hash = withWord(hash, licenseWordHash(words[j]));
+        }
+        hashes.insert(hash);
+    }
+    return hashes;
+}
+
+std::vector<Candidate> candidates(std::string_view text) {
+    return candidates(LicenseText(text));
+}
+
+std::vector<Candidate> candidates(const LicenseText& text) {
+    const WordHashes& words = text.licenseWords;
+    std::vector<Candidate> scored;
+    if (words.size() < shingleLength) {
+        return scored;
+    }
+    const std::vector<std::vector<std::uint32_t>> positions = foundPositions(words);
+    scored.reserve(templates().size());
+    for (std::size_t i = 0; i < templates().size(); ++i) {
+        scored.push_back(candidateOf(templates()[i], positions[i]));
+    }
+    sortByScore(scored);
+    return scored;
+}
+
+bool overlap(const Candidate& a, const Candidate& b) {
+    const auto position = [](std::size_t value) { return static_cast<double>(value); };
+    const double shared = position(std::min(a.end, b.end)) - position(std::max(a.start, b.start));
+    const double shorter = std::min(position(a.end) - position(a.start), position(b.end) - position(b.start));
+    return shared / (shorter < 2 ? 1 : shorter) > 0.5;
+}
+
+std::vector<Candidate> accepted(const std::vector<Candidate>& candidates) {
+    std::vector<Candidate> kept;
+    for (const Candidate& candidate : candidates) {
+        if (candidate.score < acceptedScore) {
+            continue;
+        }
+        const auto rival =
+            std::ranges::find_if(kept, [&](const Candidate& one) { return overlap(one, candidate); });
+        if (rival == kept.end()) {
+            kept.push_back(candidate);
+        } else if (replaces(candidate, *rival)) {
+            *rival = candidate;
+        }
+    }
+    std::ranges::stable_sort(kept, {}, &Candidate::start);
+    return kept;
+}
+
+std::vector<TextMatch> matches(std::string_view text) {
+    const LicenseText words(text);
+    std::vector<TextMatch> found;
+    for (const Candidate& candidate : accepted(candidates(words))) {
+        found.push_back({candidate.id, candidate.score, false});
+    }
+    if (found.empty()) {
+        if (std::optional<TextMatch> notice = noticeMatch(words)) {
+            found.push_back(std::move(*notice));
+        }
+    }
+    return found;
+}
+
+std::optional<TextMatch> bestMatch(std::string_view text) {
+    const std::vector<TextMatch> found = matches(text);
+    return found.empty() ? std::nullopt : std::optional(found.front());
+}
+
+std::optional<TextMatch> noticeMatch(std::string_view text) {
+    return noticeMatch(LicenseText(text));
+}
+
+std::optional<TextMatch> noticeMatch(const LicenseText& text) {
+    if (std::optional<std::string> id = gnuNotice(text.joinedWords)) {
+        return TextMatch{std::move(*id), noticeScore, true};
+    }
+    for (const NoticeRow& row : plainNotices) {
+        if (holds(text.joinedWords, row.phrases[0]) || holds(text.joinedWords, row.phrases[1])) {
+            return TextMatch{std::string(row.id), noticeScore, true};
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace ScanKit::LicenseMatcher

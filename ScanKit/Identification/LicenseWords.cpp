@@ -1,0 +1,220 @@
+#include "ScanKit/Identification/LicenseWords.h"
+
+#include "ScanKit/Support/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace ScanKit {
+namespace {
+
+constexpr std::size_t mostWordsOfAShortLine = 6;
+constexpr std::array<std::string_view, 4> copyrightBeginnings{"copyright", "(c)", "©", "all rights reserved"};
+
+/// What a byte is to the tokenizer. A letter or digit stands for its lower-case form, which is above all others.
+enum ByteKind : unsigned char { separator = 0, lineBreak = 1, beyondAscii = 2 };
+
+constexpr std::array<unsigned char, 256> byteKinds = [] {
+    std::array<unsigned char, 256> kinds{};
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        const bool isLetter = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
+        if (isLetter || (byte >= '0' && byte <= '9')) {
+            kinds[byte] = static_cast<unsigned char>(byte | 0x20U);
+        } else if (byte >= 0x80) {
+            kinds[byte] = beyondAscii;
+        } else if (Text::isLineBreak(byte)) {
+            kinds[byte] = lineBreak;
+        }
+    }
+    return kinds;
+}();
+
+constexpr unsigned char kindOf(char byte) {
+    return byteKinds[static_cast<unsigned char>(byte)];
+}
+
+/// Hashes a word byte by byte, eight bytes at a time.
+class WordHash {
+public:
+    constexpr void add(unsigned char byte) {
+        block_ = (block_ << 8) | byte;
+        if (++length_ % 8 == 0) {
+            state_ = mixed(state_ ^ block_);
+            block_ = 0;
+        }
+    }
+    constexpr std::uint64_t value() const { return mixed(state_ ^ block_ ^ (length_ << 56)); }
+
+private:
+    static constexpr std::uint64_t mixed(std::uint64_t value) {
+        value = (value ^ (value >> 32)) * 0xD6E8FEB86659FD93U;
+        value = (value ^ (value >> 29)) * 0xA0761D6478BD642FU;
+        return value ^ (value >> 32);
+    }
+
+    std::uint64_t state_ = 0x2545F4914F6CDD1DU;
+    std::uint64_t block_ = 0;
+    std::uint64_t length_ = 0;
+};
+
+constexpr std::uint64_t hashOf(std::string_view lowercaseWord) {
+    WordHash hash;
+    for (const char byte : lowercaseWord) {
+        hash.add(static_cast<unsigned char>(byte));
+    }
+    return hash.value();
+}
+
+constexpr std::uint64_t licenceHash = hashOf("licence");
+constexpr std::uint64_t licenseHash = hashOf("license");
+/// A short line with one of these words is kept.
+constexpr std::array<std::uint64_t, 3> grantingWords{licenseHash, hashOf("permission"), hashOf("granted")};
+
+constexpr std::uint64_t withOneSpelling(std::uint64_t hash) {
+    return hash == licenceHash ? licenseHash : hash;
+}
+
+/// True when the line, trimmed and in lower case, begins as a copyright line does. `line` is ASCII or already
+/// in lower case.
+bool isCopyrightLine(std::string_view line) {
+    return std::ranges::any_of(copyrightBeginnings, [&](std::string_view beginning) {
+        return line.size() >= beginning.size() &&
+               std::ranges::equal(line.substr(0, beginning.size()), beginning, [](char a, char b) {
+                   const unsigned char lowered = kindOf(a);
+                   return lowered > beyondAscii ? static_cast<char>(lowered) == b : a == b;
+               });
+    });
+}
+
+class LineReader {
+public:
+    LineReader(std::string_view text, const std::function<void(const LicenseLine&)>& body)
+        : text_(text), body_(body) {}
+
+    void readAll() {
+        std::size_t begin = 0;
+        while (begin < text_.size()) {
+            begin = readLine(begin);
+        }
+    }
+
+private:
+    /// Reads the line that begins here and returns where the next one begins.
+    std::size_t readLine(std::size_t begin) {
+        words_.clear();
+        std::size_t i = begin;
+        while (i < text_.size()) {
+            const unsigned char kind = kindOf(text_[i]);
+            if (kind > beyondAscii) {
+                i = readAsciiWord(i);
+            } else if (kind == separator) {
+                ++i;
+            } else if (kind == lineBreak) {
+                break;
+            } else {
+                return readUnicodeLine(begin);
+            }
+        }
+        finishLine(text_.substr(begin, i - begin));
+        return i + 1;
+    }
+
+    /// Reads the word that begins here and returns its end.
+    std::size_t readAsciiWord(std::size_t begin) {
+        WordHash hash;
+        std::size_t end = begin;
+        for (; end < text_.size(); ++end) {
+            const unsigned char kind = kindOf(text_[end]);
+            if (kind <= beyondAscii) {
+                break;
+            }
+            hash.add(kind);
+        }
+        words_.push_back({text_.substr(begin, end - begin), withOneSpelling(hash.value())});
+        return end;
+    }
+
+    /// A line with more than ASCII: folded and split by Unicode's rules.
+    std::size_t readUnicodeLine(std::size_t begin) {
+        words_.clear();
+        std::size_t end = begin;
+        std::size_t next = begin;
+        while (next < text_.size() && !Text::isLineBreak(Text::nextScalar(text_, next))) {
+            end = next;
+        }
+        const std::string line = Text::lowercased(Text::trimmed(text_.substr(begin, end - begin)));
+        std::size_t wordBegin = 0;
+        for (std::size_t i = 0; i < line.size();) {
+            const std::size_t at = i;
+            if (!Text::isAlphanumeric(Text::nextScalar(line, i))) {
+                addUnicodeWord(std::string_view(line).substr(wordBegin, at - wordBegin));
+                wordBegin = i;
+            }
+        }
+        addUnicodeWord(std::string_view(line).substr(wordBegin));
+        finishLine(line);
+        return next;
+    }
+
+    void addUnicodeWord(std::string_view word) {
+        if (!word.empty()) {
+            words_.push_back({word, withOneSpelling(hashOf(word))});
+        }
+    }
+
+    void finishLine(std::string_view line) {
+        if (words_.empty()) {
+            return;
+        }
+        const bool isShort = words_.size() <= mostWordsOfAShortLine;
+        const bool grants = std::ranges::any_of(words_, [](const LicenseWord& word) {
+            return std::ranges::find(grantingWords, word.hash) != grantingWords.end();
+        });
+        body_({words_, (!isShort || grants) && !isCopyrightLine(Text::trimmed(line))});
+    }
+
+    std::string_view text_;
+    const std::function<void(const LicenseLine&)>& body_;
+    std::vector<LicenseWord> words_;
+};
+
+}  // namespace
+
+void LicenseWord::appendTo(std::string& output) const {
+    if (hash == licenseHash) {
+        output += "license";
+        return;
+    }
+    for (const char byte : bytes) {
+        const unsigned char kind = kindOf(byte);
+        output += kind > beyondAscii ? static_cast<char>(kind) : byte;
+    }
+}
+
+std::uint64_t licenseWordHash(std::string_view lowercaseWord) {
+    return hashOf(lowercaseWord);
+}
+
+void forEachLicenseLine(std::string_view text, const std::function<void(const LicenseLine&)>& body) {
+    LineReader(text, body).readAll();
+}
+
+LicenseText::LicenseText(std::string_view text) {
+    joinedWords.reserve(text.size() + 1);
+    licenseWords.reserve(text.size() / 6);
+    forEachLicenseLine(text, [&](const LicenseLine& line) {
+        wordCount += line.words.size();
+        for (const LicenseWord& word : line.words) {
+            if (!joinedWords.empty()) {
+                joinedWords += ' ';
+            }
+            word.appendTo(joinedWords);
+            if (line.isPartOfLicense) {
+                licenseWords.push_back(word.hash);
+            }
+        }
+    });
+}
+
+}  // namespace ScanKit

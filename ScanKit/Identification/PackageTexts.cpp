@@ -1,0 +1,84 @@
+#include "ScanKit/Identification/PackageTexts.h"
+
+#include "ScanKit/Support/FileSystem.h"
+#include "ScanKit/Support/Paths.h"
+#include "ScanKit/Support/Text.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace ScanKit {
+namespace {
+
+constexpr std::string_view cutMark =
+    "[The rest of this file is left out: only its first 400,000 bytes are reproduced here.]\n";
+
+void endWithLineFeed(std::string& text) {
+    if (!text.ends_with('\n')) {
+        text += '\n';
+    }
+}
+
+/// Leaves out what a reader of the report gains nothing from.
+void dropBlankAndRepeated(std::vector<PackageText>& texts) {
+    std::vector<PackageText> kept;
+    for (PackageText& one : texts) {
+        const bool isRepeated =
+            std::ranges::any_of(kept, [&](const PackageText& earlier) { return earlier.text == one.text; });
+        if (!isRepeated && !Text::isBlank(one.text)) {
+            kept.push_back(std::move(one));
+        }
+    }
+    texts = std::move(kept);
+}
+
+}  // namespace
+
+std::vector<PackageText> readPackageTexts(const std::vector<std::filesystem::path>& files) {
+    std::vector<PackageText> texts;
+    for (const std::filesystem::path& file : files) {
+        // One byte more tells whether the file goes on.
+        std::optional<std::string> bytes = readFileStart(file, mostBytesOfAText + 1);
+        if (!bytes) {
+            continue;
+        }
+        const bool isCut = bytes->size() > mostBytesOfAText;
+        bytes->resize(std::min(bytes->size(), mostBytesOfAText));
+        if (bytes->find('\0') == std::string::npos) {
+            texts.push_back({displayName(file), decodedText(std::move(*bytes)), isCut});
+        }
+    }
+    return texts;
+}
+
+bool holdText(const std::vector<PackageText>& texts) {
+    return std::ranges::any_of(texts, [](const PackageText& one) { return !Text::isBlank(one.text); });
+}
+
+std::optional<std::string> reproduced(std::vector<PackageText> texts) {
+    dropBlankAndRepeated(texts);
+    for (PackageText& one : texts) {
+        if (one.isCut) {
+            endWithLineFeed(one.text);
+            one.text += cutMark;
+        }
+    }
+    if (texts.empty()) {
+        return std::nullopt;
+    }
+    if (texts.size() == 1) {
+        return std::move(texts.front().text);
+    }
+    std::string joined;
+    for (PackageText& one : texts) {
+        if (!joined.empty()) {
+            joined += '\n';
+        }
+        endWithLineFeed(one.text);
+        joined += "--- " + one.name + " ---\n\n" + one.text;
+    }
+    return joined;
+}
+
+}  // namespace ScanKit

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ScanKit {
+
+/// One license or notice file of a package, as far as it could be read.
+struct PackageText {
+    std::string name;  ///< as people see it
+    std::string text;
+    bool isCut = false;  ///< the file goes on behind the text
+};
+
+/// Matching and the reports use this much of a file and no more.
+inline constexpr std::size_t mostBytesOfAText = 400'000;
+
+/// The texts of the files, in their order. A file that cannot be read, or that holds a NUL byte and so is no
+/// text, is passed over.
+std::vector<PackageText> readPackageTexts(const std::vector<std::filesystem::path>& files);
+
+/// True when any of them holds something other than white space.
+bool holdText(const std::vector<PackageText>& texts);
+
+/// The texts as a report reproduces them: one stands alone, several stand under their names. Blank texts and
+/// those equal to an earlier one are left out; a cut text says so. Absent when nothing is left.
+std::optional<std::string> reproduced(std::vector<PackageText> texts);
+
+}  // namespace ScanKit

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "ScanKit/Identification/LicenseMatcher.h"
+
+#include <cstddef>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace ScanKit {
+
+/// What one license text says: everything that identification asks of it, so that a text is read once.
+struct TextReading {
+    struct Match {
+        std::string id;
+        bool byNotice = false;
+        std::optional<double> score;  ///< absent for a look-alike, which no template stands for
+        /// The full-text candidate behind the match; absent for a notice.
+        std::optional<LicenseMatcher::Candidate> region;
+
+        bool operator==(const Match&) const = default;
+    };
+
+    std::vector<Match> matches;  ///< by position
+    /// The candidates that score at least 0.5, in the order of their regions' starts.
+    std::vector<LicenseMatcher::Candidate> candidates;
+    std::size_t wordCount = 0;         ///< all words
+    std::size_t licenseWordCount = 0;  ///< without copyright lines and the like
+
+    /// True when the text holds the standard text of this template, even where another matched better. Never
+    /// asked of a text that only looks like a standard one.
+    bool holdsStandardText(std::string_view templateId) const;
+    /// True when the matches account for the text, so that they can contradict the metadata: it is short, or
+    /// full texts cover half of it.
+    bool isUsable() const;
+
+    bool operator==(const TextReading&) const = default;
+};
+
+TextReading readLicenseText(std::string_view text);
+
+/// The readings of one scan: packages share license texts, and each text is read once. May be asked from any
+/// thread.
+class TextReadings {
+public:
+    std::shared_ptr<const TextReading> of(const std::string& text);
+
+private:
+    std::mutex mutex_;
+    std::unordered_map<std::string, std::shared_ptr<const TextReading>> readings_;
+};
+
+}  // namespace ScanKit
