@@ -124,7 +124,10 @@ private:
         ++depth_;
         std::optional<LicenseExpression> inside = expression();
         --depth_;
-        return inside && take(")") ? inside : std::nullopt;
+        if (!inside || !take(")")) {
+            return std::nullopt;
+        }
+        return inside;
     }
 
     std::vector<std::string> tokens_;
@@ -218,11 +221,11 @@ LicenseCategory LicenseExpression::category() const {
     if (members_.empty()) {
         return LicenseCategory::unknown;
     }
-    // Each member is asked once: asking again at every comparison would grow with the power of the nesting.
-    LicenseCategory decided = members_.front().category();
+    // Each member is asked once: asking one twice would double the work at every level of nesting.
+    const bool isChoice = kind_ == Kind::anyOf;
+    LicenseCategory decided = isChoice ? allLicenseCategories.back() : allLicenseCategories.front();
     for (const LicenseExpression& member : members_) {
-        const LicenseCategory category = member.category();
-        decided = kind_ == Kind::allOf ? std::max(decided, category) : std::min(decided, category);
+        decided = isChoice ? std::min(decided, member.category()) : std::max(decided, member.category());
     }
     return decided;
 }

@@ -34,6 +34,11 @@ constexpr unsigned char kindOf(char byte) {
     return byteKinds[static_cast<unsigned char>(byte)];
 }
 
+/// A byte of a word in lower case. Words of lines beyond ASCII are in lower case already.
+constexpr char lowercasedByte(char byte) {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte | 0x20) : byte;
+}
+
 /// Hashes a word byte by byte, eight bytes at a time.
 class WordHash {
 public:
@@ -73,6 +78,14 @@ constexpr std::array<std::uint64_t, 3> grantingWords{licenseHash, hashOf("permis
 
 constexpr std::uint64_t withOneSpelling(std::uint64_t hash) {
     return hash == licenceHash ? licenseHash : hash;
+}
+
+/// Writes the word in lower case and returns the end. Both spellings of "license" have the same length.
+char* writeLowercased(const LicenseWord& word, char* output) {
+    if (word.hash == licenseHash) {
+        return std::ranges::copy(std::string_view("license"), output).out;
+    }
+    return std::ranges::transform(word.bytes, output, lowercasedByte).out;
 }
 
 /// True when the line, trimmed and in lower case, begins as a copyright line does. `line` is ASCII or already
@@ -167,11 +180,14 @@ private:
         if (words_.empty()) {
             return;
         }
-        const bool isShort = words_.size() <= mostWordsOfAShortLine;
-        const bool grants = std::ranges::any_of(words_, [](const LicenseWord& word) {
+        const bool isLong = words_.size() > mostWordsOfAShortLine;
+        body_({words_, (isLong || grants()) && !isCopyrightLine(Text::trimmed(line))});
+    }
+
+    bool grants() const {
+        return std::ranges::any_of(words_, [](const LicenseWord& word) {
             return std::ranges::find(grantingWords, word.hash) != grantingWords.end();
         });
-        body_({words_, (!isShort || grants) && !isCopyrightLine(Text::trimmed(line))});
     }
 
     std::string_view text_;
@@ -181,15 +197,10 @@ private:
 
 }  // namespace
 
-void LicenseWord::appendTo(std::string& output) const {
-    if (hash == licenseHash) {
-        output += "license";
-        return;
-    }
-    for (const char byte : bytes) {
-        const unsigned char kind = kindOf(byte);
-        output += kind > beyondAscii ? static_cast<char>(kind) : byte;
-    }
+std::string LicenseWord::lowercased() const {
+    std::string word(bytes.size(), ' ');
+    writeLowercased(*this, word.data());
+    return word;
 }
 
 std::uint64_t licenseWordHash(std::string_view lowercaseWord) {
@@ -205,16 +216,26 @@ LicenseText::LicenseText(std::string_view text) {
     licenseWords.reserve(text.size() / 6);
     forEachLicenseLine(text, [&](const LicenseLine& line) {
         wordCount += line.words.size();
+        std::size_t length = joinedWords.size();
         for (const LicenseWord& word : line.words) {
-            if (!joinedWords.empty()) {
-                joinedWords += ' ';
-            }
-            word.appendTo(joinedWords);
-            if (line.isPartOfLicense) {
+            length += word.bytes.size() + 1;
+        }
+        const std::size_t before = joinedWords.size();
+        joinedWords.resize(length);
+        char* output = joinedWords.data() + before;
+        for (const LicenseWord& word : line.words) {
+            output = writeLowercased(word, output);
+            *output++ = ' ';
+        }
+        if (line.isPartOfLicense) {
+            for (const LicenseWord& word : line.words) {
                 licenseWords.push_back(word.hash);
             }
         }
     });
+    if (!joinedWords.empty()) {
+        joinedWords.pop_back();
+    }
 }
 
 }  // namespace ScanKit

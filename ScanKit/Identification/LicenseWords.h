@@ -14,11 +14,11 @@ namespace ScanKit {
 /// A run of letters and digits. Words that differ only in case have the same hash, and "licence" has that of
 /// "license". Hashes hold within one run of the program.
 struct LicenseWord {
-    std::string_view bytes;  ///< as it stands in the text; lower case when the line holds more than ASCII
+    std::string_view bytes;  ///< as it stands in the text; in lower case when the line holds more than ASCII
     std::uint64_t hash = 0;
 
     /// The word in lower case, "licence" spelled "license".
-    void appendTo(std::string& output) const;
+    std::string lowercased() const;
 };
 
 /// One line of a license text.
