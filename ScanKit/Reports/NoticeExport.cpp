@@ -1,0 +1,108 @@
+#include "ScanKit/Reports/Exports.h"
+
+#include "ScanKit/Identification/LicenseExpression.h"
+#include "ScanKit/Identification/SPDX.h"
+#include "ScanKit/Reports/ReportSummary.h"
+#include "ScanKit/Support/Dates.h"
+#include "ScanKit/Support/Text.h"
+
+#include <optional>
+#include <vector>
+
+#include <fmt/format.h>
+
+namespace ScanKit::Exports {
+namespace {
+
+constexpr std::string_view separator =
+    "==============================================================================";
+static_assert(separator.size() == 78);
+
+struct StandardText {
+    std::string identifier;  ///< as the license expression names it
+    std::string_view text;
+};
+
+/// The built-in text of the first license that the expression prefers.
+std::optional<StandardText> standardTextOf(const std::string& license) {
+    const std::optional<LicenseExpression> expression = LicenseExpression::parse(license);
+    if (!expression) {
+        return std::nullopt;
+    }
+    const std::vector<std::string> identifiers = expression->chosenOption().licenseIDs();
+    const KnownLicense* known = identifiers.empty() ? nullptr : SPDX::lookup(identifiers.front());
+    if (known == nullptr || !known->text) {
+        return std::nullopt;
+    }
+    const std::optional<std::string_view> text = SPDX::builtInText(*known->text);
+    if (!text) {
+        return std::nullopt;
+    }
+    return StandardText{.identifier = identifiers.front(), .text = Text::trimmed(*text)};
+}
+
+void appendLicenseText(std::string& output, const Dependency& dependency) {
+    if (dependency.licenseText) {
+        output += *dependency.licenseText;
+        output += '\n';
+        return;
+    }
+    const auto standard = dependency.license ? standardTextOf(*dependency.license) : std::nullopt;
+    if (!standard) {
+        output += "[No license text was found for this package. See its source for license terms.]\n";
+        return;
+    }
+    fmt::format_to(std::back_inserter(output),
+                   "[No license file was included with this package. The standard {} text follows.]\n\n{}\n",
+                   standard->identifier, standard->text);
+}
+
+void appendBlock(std::string& output, const Dependency& dependency) {
+    fmt::format_to(std::back_inserter(output), "\n{}\n{} {}\nLicense: {}\n", separator, dependency.name,
+                   dependency.version, dependency.license.value_or("Unknown – see the package"));
+    if (dependency.source) {
+        fmt::format_to(std::back_inserter(output), "Source: {}\n", *dependency.source);
+    }
+    fmt::format_to(std::back_inserter(output), "{}\n\n", separator);
+    appendLicenseText(output, dependency);
+    if (dependency.noticeText) {
+        fmt::format_to(std::back_inserter(output), "\n--- NOTICE ---\n\n{}\n", *dependency.noticeText);
+    }
+}
+
+/// About what the file will hold, so that its text is not copied over and over while it grows.
+std::size_t expectedSize(const std::vector<const Dependency*>& dependencies) {
+    std::size_t size = 1'000;
+    for (const Dependency* dependency : dependencies) {
+        size += 500 + dependency->name.size() * 2;
+        size += dependency->licenseText ? dependency->licenseText->size() : 0;
+        size += dependency->noticeText ? dependency->noticeText->size() : 0;
+    }
+    return size;
+}
+
+}  // namespace
+
+std::string notice(const ScanResult& result, const ReportOptions& options) {
+    const std::vector<const Dependency*> dependencies = reportedDependencies(result, options);
+    const std::string project = Text::validUtf8(options.projectName);
+    std::string output;
+    output.reserve(expectedSize(dependencies));
+    fmt::format_to(std::back_inserter(output),
+                   "THIRD-PARTY SOFTWARE NOTICES\n{0}\n\n"
+                   "{0} uses the open-source software listed below. "
+                   "Each package's license and copyright notices follow.\n"
+                   "Generated {1} with {2}. {3}\n\nPackages ({4}):\n",
+                   project, Dates::longDate(result.scannedAt), Text::validUtf8(options.appName), disclaimer,
+                   dependencies.size());
+    for (const Dependency* dependency : dependencies) {
+        fmt::format_to(std::back_inserter(output), "  - {} {} ({})\n", dependency->name, dependency->version,
+                       dependency->license.value_or("license unknown"));
+    }
+    for (const Dependency* dependency : dependencies) {
+        appendBlock(output, *dependency);
+    }
+    return output;
+}
+
+}  // namespace ScanKit::Exports
