@@ -106,6 +106,30 @@ private:
     std::size_t size_ = 0;
 };
 
+/// What the path is when no part of it below the folder is a link or "..", which a few cheap questions tell;
+/// absent when it takes resolving. What is not there is `other`.
+std::optional<EntryKind> kindWithoutLinks(const std::filesystem::path& path,
+                                          const std::filesystem::path& folder) {
+    const auto [folderEnd, first] = std::ranges::mismatch(folder, path);
+    if (folderEnd != folder.end() || std::find(first, path.end(), "..") != path.end()) {
+        return std::nullopt;
+    }
+    EntryKind kind = EntryKind::folder;
+    std::filesystem::path reached = folder;
+    for (auto part = first; part != path.end(); ++part) {
+        reached /= *part;
+        struct stat status {};
+        if (lstat(reached.c_str(), &status) != 0) {
+            return EntryKind::other;
+        }
+        if (S_ISLNK(status.st_mode)) {
+            return std::nullopt;
+        }
+        kind = kindOf(status.st_mode);
+    }
+    return kind;
+}
+
 }  // namespace
 
 std::vector<FolderEntry> listPackageFolder(const std::filesystem::path& folder) {
@@ -195,6 +219,9 @@ std::string decodedText(std::string_view bytes) {
 }
 
 bool isRegularFileInside(const std::filesystem::path& path, const std::filesystem::path& folder) {
+    if (const std::optional<EntryKind> kind = kindWithoutLinks(path, folder)) {
+        return kind == EntryKind::file;
+    }
     std::error_code error;
     const std::filesystem::path realFolder = std::filesystem::canonical(folder, error);
     if (error) {
