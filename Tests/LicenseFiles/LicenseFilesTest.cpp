@@ -1,0 +1,103 @@
+#include "ScanKit/LicenseFiles/LicenseFiles.h"
+
+#include "Tests/Builders/TemporaryFolder.h"
+
+#include <string>
+
+#include <sys/stat.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace ScanKit {
+namespace {
+
+using Names = std::vector<std::string>;
+
+Names namesOf(const std::vector<std::filesystem::path>& files) {
+    Names names;
+    for (const auto& file : files) {
+        names.push_back(file.filename().string());
+    }
+    return names;
+}
+
+TEST(LicenseFiles, TellsLicensesAndNoticesByTheirNames) {
+    const Names licenses{"LICENSE",          "LICENCE.rst",       "mit-license.txt", "LICENSE.apache2",
+                         "LICENSE.abcdefgh", "LICENSE.ÄBCDEFGH",  "Copying.LESSER",  "UNLICENSE",
+                         ".license",         "license-notice.txt"};
+    const Names notices{"NOTICE", "notices.md", "NOTICE.something-long", "ThirdPartyNotices-more.txt",
+                        "THIRD_PARTY_NOTICES"};
+    const Names neither{"LICENSE.abcdefghi", "not-copying", "license.js", "LICENSE.JSON",   "license.d",
+                        "photo.license",     "._LICENSE",   "notice.py",  "notice-file.txt"};
+    const auto expect = [](const Names& names, const Names& asLicense, const Names& asNotice) {
+        const TemporaryFolder package;
+        for (const std::string& name : names) {
+            package.write(name, "");
+        }
+        const LicenseFiles found = findLicenseFiles(package.path());
+        EXPECT_THAT(namesOf(found.licenses), testing::UnorderedElementsAreArray(asLicense));
+        EXPECT_THAT(namesOf(found.notices), testing::UnorderedElementsAreArray(asNotice));
+    };
+    expect(licenses, licenses, {});
+    expect(notices, {}, notices);
+    expect(neither, {}, {});
+}
+
+TEST(LicenseFiles, ReadsLicenseBeforeCopyingBeforeTheRest) {
+    const TemporaryFolder package{{"UNLICENSE", ""},      {"COPYING", ""},  {"license.txt", ""},
+                                  {"LICENSE.md", ""},     {"LICENSE", ""},  {"LICENSE-APACHE", ""},
+                                  {"copying.lesser", ""}, {"a-license", ""}};
+    EXPECT_EQ(namesOf(findLicenseFiles(package.path()).licenses),
+              (Names{"LICENSE", "LICENSE-APACHE", "LICENSE.md", "license.txt", "COPYING", "copying.lesser",
+                     "UNLICENSE", "a-license"}));
+}
+
+TEST(LicenseFiles, TakesOnlyRegularFilesInsideThePackage) {
+    const TemporaryFolder folder{
+        {"private/NOTICE", ""}, {"package/text", ""}, {"package/LICENSES/MIT.txt", ""}};
+    folder.link("package/LICENSE", "text");
+    folder.link("package/LICENSE-OUT", folder / "private/NOTICE");
+    folder.link("package/LICENSE-LOST", "gone");
+    folder.link("package/LICENSE-FOLDER", "LICENSES");
+    folder.link("package/NOTICE", "../private/NOTICE");
+    ASSERT_EQ(mkfifo((folder / "package/LICENSE-PIPE").c_str(), 0600), 0);
+    folder.link("alias", "package");
+    for (const char* package : {"package", "alias"}) {
+        const LicenseFiles found = findLicenseFiles(folder / package);
+        EXPECT_EQ(namesOf(found.licenses), Names{"LICENSE"}) << package;
+        EXPECT_TRUE(found.notices.empty()) << package;
+    }
+    EXPECT_EQ(findLicenseFiles(folder / "gone"), LicenseFiles{});
+}
+
+TEST(LicenseFiles, ASubfoldersFilesMustLieInsideThePackageToo) {
+    const TemporaryFolder folder{{"private/LICENSE", ""}, {"package/terms", ""}, {"package/own/LICENSE", ""}};
+    folder.link("package/out", "../private");
+    folder.link("package/own/LICENSE-UP", "../terms");
+    const auto below = [&](const char* name) {
+        return namesOf(
+            findLicenseFiles(folder / "package", listPackageFolder(folder / "package" / name), name)
+                .licenses);
+    };
+    EXPECT_EQ(below("own"), (Names{"LICENSE", "LICENSE-UP"}));
+    EXPECT_EQ(below("out"), Names{});
+}
+
+TEST(FileNamedByMetadata, NamesAFileInsideThePackageOrNothing) {
+    const TemporaryFolder folder{{"secret", ""}, {"package/LICENSE", ""}, {"package/docs/TERMS", ""}};
+    folder.link("package/out", "../secret");
+    const std::filesystem::path package = folder / "package";
+    EXPECT_EQ(fileNamedByMetadata(package, "LICENSE"), package / "LICENSE");
+    EXPECT_EQ(fileNamedByMetadata(package, "./docs/../LICENSE"), package / "LICENSE");
+    EXPECT_EQ(fileNamedByMetadata(package, "/docs/TERMS"), package / "docs/TERMS");
+    for (const std::string_view name :
+         {"", " ", ".", "docs", "gone", "../secret", "docs/../../secret", "out", "/etc/passwd"}) {
+        EXPECT_EQ(fileNamedByMetadata(package, name), std::nullopt) << name;
+    }
+    EXPECT_EQ(fileNamedByMetadata(package, std::string("LICENSE") + '\0' + "x"), std::nullopt);
+    EXPECT_EQ(fileNamedByMetadata(package, (folder / "secret").string()), std::nullopt);
+}
+
+}  // namespace
+}  // namespace ScanKit
