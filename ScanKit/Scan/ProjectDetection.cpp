@@ -1,0 +1,139 @@
+#include "ScanKit/Scan/ProjectDetection.h"
+
+#include "ScanKit/Support/FileSystem.h"
+#include "ScanKit/Support/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ScanKit {
+namespace {
+
+constexpr int deepestLevel = 4;
+constexpr std::string_view environmentMark = "pyvenv.cfg";
+
+/// Build products, caches, version control and installed packages.
+constexpr std::array<std::string_view, 24> skippedFolders{
+    "node_modules",  ".git",        ".hg",           ".svn",     ".build",   "build",
+    "dist",          "DerivedData", "Pods",          "Carthage", ".swiftpm", "__pycache__",
+    "site-packages", ".next",       ".nuxt",         ".cache",   ".gradle",  "vendor",
+    ".tox",          ".mypy_cache", ".pytest_cache", "coverage", "out",      "target"};
+
+struct BundleKind {
+    std::string_view extension;
+    std::string_view resolvedFile;  ///< where the bundle keeps the Package.resolved that its users share
+};
+constexpr std::array<BundleKind, 2> bundleKinds{{
+    {".xcodeproj", "project.xcworkspace/xcshareddata/swiftpm/Package.resolved"},
+    {".xcworkspace", "xcshareddata/swiftpm/Package.resolved"},
+}};
+
+const BundleKind* bundleKindOf(std::string_view name) {
+    const auto found = std::ranges::find_if(
+        bundleKinds, [&](const BundleKind& kind) { return name.ends_with(kind.extension); });
+    return found == bundleKinds.end() ? nullptr : &*found;
+}
+
+bool isSkipped(std::string_view name) {
+    return std::ranges::find(skippedFolders, name) != skippedFolders.end() || name.ends_with(".app") ||
+           name.ends_with(".xcassets") || name.ends_with(".bundle");
+}
+
+/// Walks the project and writes down what it meets.
+class Walk {
+public:
+    Detection detect(const std::filesystem::path& root) {
+        if (isRegularFile(root / environmentMark)) {
+            found_.virtualEnvs.push_back(root);
+        }
+        visit(root, 0);
+        return std::move(found_);
+    }
+
+private:
+    void visit(const std::filesystem::path& folder, int depth) {
+        const std::vector<FolderEntry> entries = listPackageFolder(folder);
+        noteSwiftPackages(folder, entries);
+        noteNpmPackage(folder, entries);
+        for (const FolderEntry& entry : entries) {
+            if (entry.kind != EntryKind::folder) {
+                notePythonFile(folder, entry.name);
+            }
+        }
+        for (const FolderEntry& entry : entries) {
+            if (entry.kind == EntryKind::folder) {
+                visitSubfolder(folder / entry.name, entry, depth);
+            }
+        }
+    }
+
+    void noteSwiftPackages(const std::filesystem::path& folder, const std::vector<FolderEntry>& entries) {
+        if (entryNamed(entries, "Package.resolved") != nullptr) {
+            found_.resolvedFiles.push_back(folder / "Package.resolved");
+        }
+        for (const char* below : {".build/checkouts", "SourcePackages/checkouts"}) {
+            if (isFolder(folder / below)) {
+                found_.checkoutFolders.push_back(folder / below);
+            }
+        }
+    }
+
+    void noteNpmPackage(const std::filesystem::path& folder, const std::vector<FolderEntry>& entries) {
+        const auto holds = [&](std::string_view name) { return entryNamed(entries, name) != nullptr; };
+        if (!holds("package.json")) {
+            return;
+        }
+        if (holds("package-lock.json")) {
+            found_.npmLockfiles.push_back(folder / "package-lock.json");
+        } else if (holds("npm-shrinkwrap.json")) {
+            found_.npmLockfiles.push_back(folder / "npm-shrinkwrap.json");
+        } else if (holds("node_modules")) {
+            found_.npmModulesWithoutLock.push_back(folder / "node_modules");
+        } else {
+            found_.npmManifestsOnly.push_back(folder / "package.json");
+        }
+    }
+
+    void notePythonFile(const std::filesystem::path& folder, const std::string& name) {
+        const std::string lowercased = Text::lowercased(name);
+        if (lowercased.starts_with("requirements") && lowercased.ends_with(".txt")) {
+            found_.requirementFiles.push_back(folder / name);
+        } else if (lowercased == "poetry.lock") {
+            found_.poetryLocks.push_back(folder / name);
+        }
+    }
+
+    void visitSubfolder(const std::filesystem::path& folder, const FolderEntry& entry, int depth) {
+        if (const BundleKind* kind = bundleKindOf(entry.name)) {
+            noteBundle(folder, *kind);
+        } else if (isRegularFile(folder / environmentMark)) {
+            found_.virtualEnvs.push_back(folder);
+        } else if (depth < deepestLevel && !entry.isLink && !isSkipped(entry.name)) {
+            visit(folder, depth + 1);
+        }
+    }
+
+    void noteBundle(const std::filesystem::path& bundle, const BundleKind& kind) {
+        if (isRegularFile(bundle / kind.resolvedFile)) {
+            found_.resolvedFiles.push_back(bundle / kind.resolvedFile);
+        }
+        const std::string project = bundle.stem().string();
+        if (std::ranges::find(found_.xcodeProjectNames, project) == found_.xcodeProjectNames.end()) {
+            found_.xcodeProjectNames.push_back(project);
+        }
+    }
+
+    Detection found_;
+};
+
+}  // namespace
+
+Detection detect(const std::filesystem::path& root) {
+    return Walk().detect(root);
+}
+
+}  // namespace ScanKit
