@@ -3,23 +3,14 @@
 #include "ScanKit/Model/Detection.h"
 #include "ScanKit/Model/ScanOptions.h"
 #include "ScanKit/Model/ScanResult.h"
+#include "ScanKit/Scan/ScanProgress.h"
 #include "ScanKit/Support/Parallel.h"
 
-#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <optional>
-#include <string_view>
 
 namespace ScanKit {
-
-/// What a running scan tells: how many packages of how many are done, and the name of one of them. `total` is 0
-/// while the number of packages is not known yet.
-struct ScanProgress {
-    std::size_t done = 0;
-    std::size_t total = 0;
-    std::string_view name;  ///< lives only during the call
-};
 
 /// How the caller follows and ends a scan.
 struct ScanControl {

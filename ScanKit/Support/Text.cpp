@@ -195,6 +195,19 @@ std::string validUtf8(std::string_view text) {
     return result;
 }
 
+std::size_t columnWidth(char32_t scalar) {
+    const auto codePoint = static_cast<UChar32>(scalar);
+    switch (u_charType(codePoint)) {
+        case U_NON_SPACING_MARK:
+        case U_ENCLOSING_MARK:
+        case U_FORMAT_CHAR:
+        case U_CONTROL_CHAR: return 0;
+        default: break;
+    }
+    const int width = u_getIntPropertyValue(codePoint, UCHAR_EAST_ASIAN_WIDTH);
+    return width == U_EA_FULLWIDTH || width == U_EA_WIDE ? 2 : 1;
+}
+
 std::size_t characterCount(std::string_view text) {
     std::size_t count = 0;
     walkCharacters(text, [&](std::string_view) {

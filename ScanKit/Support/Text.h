@@ -39,6 +39,9 @@ char32_t nextScalar(std::string_view text, std::size_t& offset);
 std::string validUtf8(std::string_view text);
 bool isValidUtf8(std::string_view text);
 
+/// The columns that a scalar takes in a terminal: two when it is wide, none when it combines or is invisible.
+std::size_t columnWidth(char32_t scalar);
+
 /// Number of extended grapheme clusters.
 std::size_t characterCount(std::string_view text);
 /// The first `count` characters, or all when there are fewer.

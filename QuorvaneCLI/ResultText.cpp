@@ -1,0 +1,271 @@
+#include "QuorvaneCLI/ResultText.h"
+
+#include "QuorvaneCLI/Terminal.h"
+#include "ScanKit/Reports/ReportSummary.h"
+#include "ScanKit/Support/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+#include <vector>
+
+#include <fmt/format.h>
+
+namespace {
+
+using ScanKit::Dependency;
+using Dependencies = std::vector<const Dependency*>;
+
+constexpr std::size_t columnCount = 6;
+using Cells = std::array<std::string, columnCount>;
+using Widths = std::array<std::size_t, columnCount>;
+
+/// The columns, and how many terminal columns each keeps when the terminal is narrow. The narrowest give way last.
+struct ColumnRow {
+    std::string_view title;
+    std::size_t least;
+};
+constexpr std::array<ColumnRow, columnCount> columnRows{{
+    {"Package", 12},
+    {"Version", 7},
+    {"Ecosystem", 7},
+    {"License", 12},
+    {"Found by", 8},
+    {"Flags", 14},
+}};
+constexpr std::size_t flagsColumn = 5;
+constexpr std::string_view gap = "  ";
+
+std::string_view colourOf(ScanKit::Flag flag) {
+    switch (severity(flag)) {
+        case ScanKit::Flag::Severity::high:
+            return "\x1b[31m";
+        case ScanKit::Flag::Severity::medium:
+            return "\x1b[33m";
+        case ScanKit::Flag::Severity::low:
+            return "\x1b[36m";
+    }
+    return "";
+}
+constexpr std::string_view boldText = "\x1b[1m";
+constexpr std::string_view plainText = "\x1b[0m";
+
+std::string flagLabels(const Dependency& dependency) {
+    std::vector<std::string> labels;
+    for (const ScanKit::Flag flag : dependency.flags) {
+        labels.emplace_back(label(flag));
+    }
+    return ScanKit::Text::joined(labels, "; ");
+}
+
+Cells cellsOf(const Dependency& dependency) {
+    return {Terminal::safe(dependency.name) + (dependency.isDev ? " (dev)" : ""),
+            Terminal::safe(dependency.version),
+            std::string(shortLabel(dependency.ecosystem)),
+            Terminal::safe(dependency.licenseDisplay()),
+            std::string(shortLabel(dependency.basis)),
+            flagLabels(dependency)};
+}
+
+Widths naturalWidths(const std::vector<Cells>& rows) {
+    Widths widths{};
+    for (std::size_t i = 0; i < columnCount; ++i) {
+        widths[i] = columnRows[i].title.size();
+        for (const Cells& cells : rows) {
+            widths[i] = std::max(widths[i], Terminal::width(cells[i]));
+        }
+    }
+    return widths;
+}
+
+/// Takes from the widest column that still can give, until the table fits.
+Widths fittedWidths(Widths widths, std::size_t columns) {
+    const std::size_t gaps = gap.size() * (columnCount - 1);
+    while (std::accumulate(widths.begin(), widths.end(), gaps) > columns) {
+        std::size_t widest = columnCount;
+        for (std::size_t i = 0; i < columnCount; ++i) {
+            const bool canGive = widths[i] > columnRows[i].least;
+            if (canGive && (widest == columnCount || widths[i] > widths[widest])) {
+                widest = i;
+            }
+        }
+        if (widest == columnCount) {
+            break;
+        }
+        --widths[widest];
+    }
+    return widths;
+}
+
+class ResultPrinter {
+public:
+    ResultPrinter(const ScanKit::ScanResult& result, const ScanKit::ReportOptions& options,
+                  const TextStyle& style)
+        : result_(result),
+          options_(options),
+          style_(style),
+          dependencies_(reportedDependencies(result, options)) {}
+
+    std::string text() {
+        printTitle();
+        printSources();
+        printTable();
+        printNotes();
+        printSummary();
+        return std::move(text_);
+    }
+
+private:
+    std::string coloured(std::string_view colour, std::string_view text) const {
+        return style_.colour ? fmt::format("{}{}{}", colour, text, plainText) : std::string(text);
+    }
+
+    void heading(std::string_view text) { text_ += coloured(boldText, text) + "\n"; }
+
+    void printTitle() {
+        heading(Terminal::safe(options_.projectName));
+        text_ += Terminal::safe(result_.rootPath) + "\n\n";
+    }
+
+    void printSources() {
+        if (result_.sources.empty()) {
+            text_ +=
+                "No dependency files were found here (Package.resolved, package-lock.json, package.json, "
+                "requirements.txt, poetry.lock, a virtual environment).\n\n";
+            return;
+        }
+        heading("Found");
+        for (const ScanKit::ScanSource& source : result_.sources) {
+            text_ += fmt::format("  {:<7}  {} ({})\n", shortLabel(source.ecosystem),
+                                 Terminal::safe(source.path), Terminal::safe(source.kind));
+        }
+        text_ += "\n";
+    }
+
+    void printTable() {
+        if (dependencies_.empty()) {
+            text_ += "No dependencies to report.\n\n";
+            return;
+        }
+        std::vector<Cells> rows;
+        rows.reserve(dependencies_.size());
+        for (const Dependency* dependency : dependencies_) {
+            rows.push_back(cellsOf(*dependency));
+        }
+        Widths widths = naturalWidths(rows);
+        if (style_.columns) {
+            widths = fittedWidths(widths, *style_.columns);
+        }
+        Cells titles;
+        std::ranges::transform(columnRows, titles.begin(),
+                               [](const ColumnRow& row) { return std::string(row.title); });
+        printRow(titles, widths, boldText);
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            const auto& flags = dependencies_[i]->flags;
+            printRow(rows[i], widths, flags.empty() ? "" : colourOf(flags.front()));
+        }
+        text_ += "\n";
+    }
+
+    /// `colour` is that of the flags; a row of titles is coloured whole.
+    void printRow(const Cells& cells, const Widths& widths, std::string_view colour) {
+        std::string line;
+        for (std::size_t i = 0; i < columnCount; ++i) {
+            const std::string cell = Terminal::fitted(cells[i], widths[i]);
+            const std::size_t padding = widths[i] - std::min(widths[i], Terminal::width(cell));
+            const bool isColoured = !colour.empty() && (i == flagsColumn || colour == boldText);
+            line += isColoured && !cell.empty() ? coloured(colour, cell) : cell;
+            line += i + 1 < columnCount ? std::string(padding, ' ') + std::string(gap) : "";
+        }
+        line.erase(line.find_last_not_of(' ') + 1);
+        text_ += line + "\n";
+    }
+
+    void printNotes() {
+        const bool any =
+            std::ranges::any_of(dependencies_, [](const Dependency* one) { return one->needsReview(); });
+        if (!any) {
+            return;
+        }
+        heading("Needs review");
+        for (const Dependency* dependency : dependencies_) {
+            if (dependency->needsReview()) {
+                printNotesOf(*dependency);
+            }
+        }
+        text_ += "\n";
+    }
+
+    void printNotesOf(const Dependency& dependency) {
+        text_ += fmt::format("  {} {} ({}): {}\n", Terminal::safe(dependency.name),
+                             Terminal::safe(dependency.version), Terminal::safe(dependency.licenseDisplay()),
+                             coloured(colourOf(dependency.flags.front()), flagLabels(dependency)));
+        for (const std::string& note : dependency.notes) {
+            printWrapped(Terminal::safe(note), "      ");
+        }
+    }
+
+    /// Breaks a sentence between words where the terminal ends.
+    void printWrapped(std::string_view sentence, std::string_view indent) {
+        const std::size_t columns = style_.columns.value_or(std::string::npos);
+        std::string line;
+        for (const std::string_view word : ScanKit::Text::split(sentence, " ")) {
+            const std::size_t needed = indent.size() + Terminal::width(line) + 1 + Terminal::width(word);
+            if (!line.empty() && needed > columns) {
+                text_ += std::string(indent) + line + "\n";
+                line.clear();
+            }
+            line += (line.empty() ? "" : " ") + std::string(word);
+        }
+        text_ += std::string(indent) + line + "\n";
+    }
+
+    void printSummary() {
+        const ScanKit::ReportSummary summary(dependencies_);
+        heading("Summary");
+        text_ += fmt::format("  {} dependencies: {} need review, {} copyleft, {} unknown or missing\n",
+                             summary.total, summary.needsReview, summary.copyleft, summary.unknownOrMissing);
+        printAccount();
+        if (!options_.includeDev) {
+            const auto isDev = [](const Dependency& one) { return one.isDev; };
+            const auto left = std::ranges::count_if(result_.dependencies, isDev);
+            if (left > 0) {
+                text_ +=
+                    fmt::format("  {} dev-only packages are left out (--include-dev reports them)\n", left);
+            }
+        }
+        text_ += "  This is information, not legal advice.\n";
+    }
+
+    /// Every reported dependency counts in exactly one of these.
+    void printAccount() {
+        std::size_t withText = 0, withoutText = 0, notOnDisk = 0, noLicense = 0;
+        for (const Dependency* dependency : dependencies_) {
+            if (!dependency->license) {
+                ++noLicense;
+            } else if (dependency->licenseText) {
+                ++withText;
+            } else if (std::ranges::find(dependency->flags, ScanKit::Flag(ScanKit::Flag::notOnDisk)) !=
+                       dependency->flags.end()) {
+                ++notOnDisk;
+            } else {
+                ++withoutText;
+            }
+        }
+        text_ += fmt::format("  {} with license text, {} without, {} not on disk, {} with no license\n",
+                             withText, withoutText, notOnDisk, noLicense);
+    }
+
+    const ScanKit::ScanResult& result_;
+    const ScanKit::ReportOptions& options_;
+    const TextStyle& style_;
+    Dependencies dependencies_;
+    std::string text_;
+};
+
+}  // namespace
+
+std::string resultText(const ScanKit::ScanResult& result, const ScanKit::ReportOptions& options,
+                       const TextStyle& style) {
+    return ResultPrinter(result, options, style).text();
+}

@@ -1,0 +1,99 @@
+#include "QuorvaneCLI/Terminal.h"
+
+#include "ScanKit/Support/Text.h"
+
+#include <cstdlib>
+
+#include <fmt/format.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace Terminal {
+namespace {
+
+constexpr std::size_t usualColumns = 80;
+
+/// Characters that print nothing of their own but change what stands around them.
+constexpr bool reordersText(char32_t scalar) {
+    return scalar == 0x061C || scalar == 0x200E || scalar == 0x200F ||
+           (scalar >= 0x202A && scalar <= 0x202E) || (scalar >= 0x2066 && scalar <= 0x2069);
+}
+
+constexpr bool isControl(char32_t scalar) {
+    return scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0);
+}
+
+/// The picture that Unicode has for a control character: U+2400 and on.
+std::string picture(char32_t scalar) {
+    if (scalar < 0x20) {
+        return {'\xE2', '\x90', static_cast<char>(0x80 + scalar)};
+    }
+    return scalar == 0x7F ? "\u2421" : fmt::format("\\u{{{:X}}}", static_cast<unsigned>(scalar));
+}
+
+}  // namespace
+
+std::string safe(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t at = i;
+        const char32_t scalar = ScanKit::Text::nextScalar(text, i);
+        if (isControl(scalar) || reordersText(scalar) || ScanKit::Text::isLineBreak(scalar)) {
+            result += picture(scalar);
+        } else if (scalar == 0xFFFD) {
+            result += "\uFFFD";
+        } else {
+            result += text.substr(at, i - at);
+        }
+    }
+    return result;
+}
+
+std::size_t width(std::string_view text) {
+    std::size_t total = 0;
+    for (std::size_t i = 0; i < text.size();) {
+        total += ScanKit::Text::columnWidth(ScanKit::Text::nextScalar(text, i));
+    }
+    return total;
+}
+
+std::string fitted(std::string_view text, std::size_t columns) {
+    if (width(text) <= columns) {
+        return std::string(text);
+    }
+    if (columns == 0) {
+        return {};
+    }
+    std::string kept;
+    std::size_t used = 0;
+    bool isFull = false;
+    ScanKit::Text::forEachCharacter(text, [&](std::string_view character) {
+        const std::size_t taken = width(character);
+        isFull = isFull || used + taken > columns - 1;
+        if (!isFull) {
+            kept += character;
+            used += taken;
+        }
+    });
+    return kept + "…";
+}
+
+std::optional<std::size_t> columns(int descriptor) {
+    if (isatty(descriptor) == 0) {
+        return std::nullopt;
+    }
+    winsize size{};
+    if (ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) {
+        return size.ws_col;
+    }
+    return usualColumns;
+}
+
+bool takesColour(int descriptor) {
+    const char* noColour = std::getenv("NO_COLOR");
+    const char* kind = std::getenv("TERM");
+    return isatty(descriptor) != 0 && (noColour == nullptr || *noColour == '\0') &&
+           (kind == nullptr || std::string_view(kind) != "dumb");
+}
+
+}  // namespace Terminal

@@ -1,0 +1,133 @@
+#include "QuorvaneCLI/CommandOptions.h"
+#include "QuorvaneCLI/ProgressLine.h"
+#include "QuorvaneCLI/ResultText.h"
+#include "QuorvaneCLI/Terminal.h"
+#include "ScanKit/Reports/Exports.h"
+#include "ScanKit/Reports/ReportSummary.h"
+#include "ScanKit/Reports/ReportWriter.h"
+#include "ScanKit/Scan/ProjectDetection.h"
+#include "ScanKit/Scan/Scanner.h"
+#include "ScanKit/Support/Paths.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <system_error>
+
+#include <dirent.h>
+#include <unistd.h>
+
+namespace {
+
+enum ExitStatus { done = 0, failOnMet = 1, wrongUsage = 2 };
+
+void print(std::FILE* stream, const std::string& text) {
+    std::fwrite(text.data(), 1, text.size(), stream);
+}
+
+/// Why the folder cannot be read, or nothing.
+std::optional<std::string> faultOf(const std::filesystem::path& folder) {
+    if (DIR* opened = opendir(folder.c_str())) {
+        closedir(opened);
+        return std::nullopt;
+    }
+    return std::strerror(errno);
+}
+
+ScanKit::ScanResult scan(const CommandOptions& options) {
+    const ScanKit::Detection detection = ScanKit::detect(options.folder);
+    ScanKit::ScanOptions scanOptions{.ecosystems = options.ecosystems,
+                                     .checkoutFolders = options.checkouts,
+                                     .pythonEnvironments = options.pythonEnvironments,
+                                     .useXcodeDerivedData = options.useDerivedData};
+    if (options.ecosystems.empty()) {
+        const std::vector<ScanKit::Ecosystem> found = detection.ecosystems();
+        scanOptions.ecosystems = {found.begin(), found.end()};
+        if (!options.pythonEnvironments.empty()) {
+            scanOptions.ecosystems.insert(ScanKit::Ecosystem::python);
+        }
+    }
+    ProgressLine line(!options.quiet);
+    return ScanKit::Scanner::scan(
+        options.folder, scanOptions, detection,
+        {.progress = [&](const ScanKit::ScanProgress& progress) { line.show(progress); }});
+}
+
+ScanKit::ReportOptions reportOptions(const CommandOptions& options, const ScanKit::ScanResult& result) {
+    ScanKit::ReportOptions report{.projectName = options.projectName.value_or(result.projectName),
+                                  .preparedFor = options.preparedFor,
+                                  .preparedBy = options.preparedBy,
+                                  .includeDev = options.includeDev};
+    return report;
+}
+
+bool saveInto(const std::filesystem::path& folder, const ScanKit::ScanResult& result,
+              const ScanKit::ReportOptions& report, ScanKit::ReportFormats formats, std::string& failure) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) {
+        failure = error.message();
+        return false;
+    }
+    const ScanKit::SavedReports saved = ScanKit::saveReports(result, report, formats, folder);
+    failure = saved.failure.value_or("");
+    return !saved.failure;
+}
+
+/// Lists the reported packages that meet --fail-on; true when there is one.
+bool listMet(const CommandOptions& options, const ScanKit::ScanResult& result,
+             const ScanKit::ReportOptions& report) {
+    std::string list;
+    for (const ScanKit::Dependency* dependency : reportedDependencies(result, report)) {
+        if (options.failOn.isMetBy(*dependency)) {
+            list += "  " +
+                    Terminal::safe(dependency->name + " " + dependency->version + ": " +
+                                   dependency->licenseDisplay()) +
+                    "\n";
+        }
+    }
+    if (list.empty()) {
+        return false;
+    }
+    print(stderr, "These dependencies meet --fail-on:\n" + list);
+    return true;
+}
+
+int run(const CommandOptions& options) {
+    if (const auto fault = faultOf(options.folder)) {
+        print(stderr, "quorvane: " + Terminal::safe(options.folder.string()) + ": " + *fault + "\n");
+        return wrongUsage;
+    }
+    const ScanKit::ScanResult result = scan(options);
+    const ScanKit::ReportOptions report = reportOptions(options, result);
+    for (const std::string& warning : result.warnings) {
+        print(stderr, "Warning: " + Terminal::safe(warning) + "\n");
+    }
+    print(stdout, options.printJson
+                      ? ScanKit::Exports::json(result, report) + "\n"
+                      : resultText(result, report,
+                                   {Terminal::columns(STDOUT_FILENO), Terminal::takesColour(STDOUT_FILENO)}));
+    if (std::fflush(stdout) != 0) {
+        print(stderr, std::string("quorvane: standard output: ") + std::strerror(errno) + "\n");
+        return wrongUsage;
+    }
+    std::string failure;
+    if (options.output && !saveInto(*options.output, result, report, options.formats, failure)) {
+        print(stderr, "Couldn't save: " + failure + "\n");
+        return wrongUsage;
+    }
+    return listMet(options, result, report) ? failOnMet : done;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    const auto command = readCommandLine(count, arguments);
+    if (const auto* end = std::get_if<CommandEnd>(&command)) {
+        print(stdout, end->output);
+        print(stderr, end->error);
+        return end->status;
+    }
+    return run(std::get<CommandOptions>(command));
+}

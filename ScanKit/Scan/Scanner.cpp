@@ -1,0 +1,250 @@
+#include "ScanKit/Scan/Scanner.h"
+
+#include "ScanKit/Identification/Identification.h"
+#include "ScanKit/Readers/NPMParser.h"
+#include "ScanKit/Readers/PythonParser.h"
+#include "ScanKit/Readers/SwiftPMParser.h"
+#include "ScanKit/Scan/DerivedData.h"
+#include "ScanKit/Scan/ProgressReporter.h"
+#include "ScanKit/Scan/ProjectDetection.h"
+#include "ScanKit/Support/Dates.h"
+#include "ScanKit/Support/FileSystem.h"
+#include "ScanKit/Support/Paths.h"
+#include "ScanKit/Support/Text.h"
+
+#include <algorithm>
+#include <iterator>
+#include <tuple>
+#include <utility>
+
+namespace ScanKit {
+namespace {
+
+constexpr std::string_view notCheckedOutWarning =
+    "Some Swift packages aren't checked out where Quorvane can see them, so their license files couldn't be "
+    "read. "
+    "Build the project once in Xcode, or add the checkouts folder (…/SourcePackages/checkouts) and scan "
+    "again.";
+constexpr std::string_view noModulesWarning =
+    " has a lockfile but no node_modules folder: licenses come from the lockfile, without the packages' "
+    "license "
+    "files. Run npm install and scan again for a complete NOTICE file.";
+constexpr std::string_view manifestOnlyWarning =
+    " has no lockfile and no node_modules folder, so its dependencies can't be listed. Run npm install and "
+    "scan "
+    "again.";
+constexpr std::string_view noEnvironmentWarning =
+    "No virtual environment was found, so Python licenses couldn't be read. Choose the environment the "
+    "project's "
+    "packages are installed in (a folder with pyvenv.cfg) and scan again.";
+
+/// One scan: runs the readers in order, and notes the sources and warnings as it goes.
+class Run {
+public:
+    Run(const std::filesystem::path& root, const ScanOptions& options, const Detection& detection,
+        const ScanControl& control)
+        : root_(standardized(root)),
+          options_(options),
+          detection_(detection),
+          control_(control),
+          progress_(control.progress) {}
+
+    ScanResult result() {
+        result_.projectName = displayName(root_);
+        result_.rootPath = Text::validUtf8(root_.string());
+        result_.scannedAt = Dates::current();
+        if (covers(Ecosystem::swiftpm) && !detection_.resolvedFiles.empty()) {
+            readSwiftPackages();
+        }
+        if (covers(Ecosystem::npm)) {
+            readNpm();
+        }
+        if (covers(Ecosystem::python)) {
+            readPython();
+        }
+        identifyAll();
+        sortDependencies();
+        return std::move(result_);
+    }
+
+private:
+    bool covers(Ecosystem ecosystem) const { return options_.ecosystems.contains(ecosystem); }
+
+    std::string shown(const std::filesystem::path& path) const { return displayPath(path, root_); }
+
+    void addSource(Ecosystem ecosystem, const std::filesystem::path& path, std::string_view kind) {
+        result_.sources.push_back({ecosystem, shown(path), std::string(kind)});
+    }
+
+    void warn(std::string warning) { result_.warnings.push_back(std::move(warning)); }
+
+    ReadControl readControl() {
+        return {.stop = control_.stop,
+                .threadLimit = control_.threadLimit,
+                .packageRead = [this](std::string_view name) { progress_.packageDone(name); }};
+    }
+
+    void append(std::vector<RawDependency> packages) {
+        std::ranges::move(packages, std::back_inserter(packages_));
+    }
+
+    void readSwiftPackages() {
+        std::vector<SwiftPMParser::Pin> pins;
+        for (const std::filesystem::path& file : detection_.resolvedFiles) {
+            if (const std::optional<std::string> bytes = readFile(file, largestLockfile)) {
+                std::ranges::move(SwiftPMParser::pins(*bytes), std::back_inserter(pins));
+                addSource(Ecosystem::swiftpm, file, "Package.resolved");
+            }
+        }
+        const std::vector<std::filesystem::path> checkouts = checkoutFolders();
+        for (const std::filesystem::path& folder : checkouts) {
+            addSource(Ecosystem::swiftpm, folder, "Checked-out packages");
+        }
+        std::vector<RawDependency> packages = SwiftPMParser::dependencies(pins, checkouts, readControl());
+        const auto isMissing = [](const RawDependency& package) { return !package.folder; };
+        if (std::ranges::any_of(packages, isMissing)) {
+            warn(std::string(notCheckedOutWarning));
+        }
+        append(std::move(packages));
+    }
+
+    /// The project's own checkouts first, then the user's, then those of the development tools.
+    std::vector<std::filesystem::path> checkoutFolders() const {
+        std::vector<std::filesystem::path> folders = detection_.checkoutFolders;
+        std::ranges::copy(options_.checkoutFolders, std::back_inserter(folders));
+        if (options_.useXcodeDerivedData) {
+            std::ranges::copy(Scanner::derivedDataCheckouts(detection_.xcodeProjectNames),
+                              std::back_inserter(folders));
+        }
+        return folders;
+    }
+
+    void readNpm() {
+        for (const std::filesystem::path& lockfile : detection_.npmLockfiles) {
+            readNpmLockfile(lockfile);
+        }
+        for (const std::filesystem::path& modules : detection_.npmModulesWithoutLock) {
+            NPMParser::Seen seen;
+            NPMParser::walk(modules, 0, seen, packages_, readControl());
+            addSource(Ecosystem::npm, modules, "Installed packages (no lockfile)");
+        }
+        const bool hasOnlyManifests =
+            detection_.npmLockfiles.empty() && detection_.npmModulesWithoutLock.empty();
+        if (hasOnlyManifests && !detection_.npmManifestsOnly.empty()) {
+            warn(shown(detection_.npmManifestsOnly.front()) + std::string(manifestOnlyWarning));
+        }
+    }
+
+    void readNpmLockfile(const std::filesystem::path& lockfile) {
+        const std::optional<std::string> bytes = readFile(lockfile, largestLockfile);
+        if (!bytes) {
+            return;
+        }
+        const std::filesystem::path folder = lockfile.parent_path();
+        append(NPMParser::dependencies(*bytes, folder, readControl()));
+        addSource(Ecosystem::npm, lockfile, "npm lockfile");
+        if (isFolder(folder / "node_modules")) {
+            addSource(Ecosystem::npm, folder / "node_modules", "Installed packages");
+            return;
+        }
+        const std::string name = shown(folder);
+        warn((name == "." ? "The project" : name) + std::string(noModulesWarning));
+    }
+
+    void readPython() {
+        const std::vector<PythonParser::Requirement> requirements = readRequirements();
+        const std::vector<std::filesystem::path>& environments =
+            options_.pythonEnvironments.empty() ? detection_.virtualEnvs : options_.pythonEnvironments;
+        std::vector<std::filesystem::path> sitePackages;
+        for (const std::filesystem::path& environment : environments) {
+            for (std::filesystem::path& folder : PythonParser::sitePackages(environment)) {
+                addSource(Ecosystem::python, folder, "Installed packages");
+                sitePackages.push_back(std::move(folder));
+            }
+        }
+        const PythonParser::InstalledPackages installed =
+            PythonParser::installed(sitePackages, readControl());
+        append(PythonParser::dependencies(requirements, installed));
+        if (installed.empty() && !requirements.empty()) {
+            warn(std::string(noEnvironmentWarning));
+        }
+    }
+
+    std::vector<PythonParser::Requirement> readRequirements() {
+        std::vector<PythonParser::Requirement> requirements;
+        for (const std::filesystem::path& file : detection_.requirementFiles) {
+            if (const std::optional<std::string> text = readTextFile(file)) {
+                const std::string name = Text::lowercased(displayName(file));
+                const bool isDev =
+                    name.find("dev") != std::string::npos || name.find("test") != std::string::npos;
+                std::ranges::move(PythonParser::requirementsFromText(*text, isDev),
+                                  std::back_inserter(requirements));
+                addSource(Ecosystem::python, file, "requirements");
+            }
+        }
+        for (const std::filesystem::path& file : detection_.poetryLocks) {
+            if (const std::optional<std::string> text = readTextFile(file)) {
+                std::ranges::move(PythonParser::requirementsFromPoetryLock(*text),
+                                  std::back_inserter(requirements));
+                addSource(Ecosystem::python, file, "Poetry lockfile");
+            }
+        }
+        return requirements;
+    }
+
+    void identifyAll() {
+        TextReadings readings;
+        result_.dependencies.resize(packages_.size());
+        progress_.begin(packages_.size());
+        const auto identifyOne = [&](std::size_t i) {
+            // The raw record is not needed any more: a large scan holds each package only once.
+            const RawDependency package = std::exchange(packages_[i], {});
+            result_.dependencies[i] = identify(package, readings);
+            progress_.packageDone(package.name);
+        };
+        forEachIndex(packages_.size(), identifyOne, control_.stop, control_.threadLimit);
+    }
+
+    /// By ecosystem, then by name whatever its letter case, then by version; equal rows keep their order.
+    void sortDependencies() {
+        struct Key {
+            Ecosystem ecosystem;
+            std::string name;
+            std::size_t index;
+        };
+        std::vector<Key> keys;
+        keys.reserve(result_.dependencies.size());
+        for (std::size_t i = 0; i < result_.dependencies.size(); ++i) {
+            const Dependency& dependency = result_.dependencies[i];
+            keys.push_back({dependency.ecosystem, Text::lowercased(dependency.name), i});
+        }
+        std::ranges::stable_sort(keys, [&](const Key& a, const Key& b) {
+            const std::string& versionOfA = result_.dependencies[a.index].version;
+            const std::string& versionOfB = result_.dependencies[b.index].version;
+            return std::tie(a.ecosystem, a.name, versionOfA) < std::tie(b.ecosystem, b.name, versionOfB);
+        });
+        std::vector<Dependency> sorted;
+        sorted.reserve(keys.size());
+        for (const Key& key : keys) {
+            sorted.push_back(std::move(result_.dependencies[key.index]));
+        }
+        result_.dependencies = std::move(sorted);
+    }
+
+    std::filesystem::path root_;
+    const ScanOptions& options_;
+    const Detection& detection_;
+    const ScanControl& control_;
+    ProgressReporter progress_;
+    ScanResult result_;
+    std::vector<RawDependency> packages_;
+};
+
+}  // namespace
+
+ScanResult Scanner::scan(const std::filesystem::path& root, const ScanOptions& options,
+                         const std::optional<Detection>& detection, const ScanControl& control) {
+    return Run(root, options, detection ? *detection : detect(root), control).result();
+}
+
+}  // namespace ScanKit
