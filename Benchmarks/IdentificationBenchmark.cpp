@@ -13,14 +13,19 @@ namespace {
 
 using namespace std::string_literals;
 
-std::string standard(std::string_view name) { return std::string(ScanKit::standardText(name).value()); }
+std::string standard(std::string_view name) {
+    return std::string(ScanKit::standardText(name).value());
+}
 
 /// Readable English that is no license, of the length of a long README.
 std::string prose() {
     const std::string paragraph =
-        "The library reads a table of values and keeps it in memory, so that later questions are answered without "
-        "going back to the disk. A caller names the column it wants, and the answer comes back in the order in which "
-        "the rows were written.\nMost programs need no more than that; those that do can walk the rows themselves "
+        "The library reads a table of values and keeps it in memory, so that later questions are answered "
+        "without "
+        "going back to the disk. A caller names the column it wants, and the answer comes back in the order "
+        "in which "
+        "the rows were written.\nMost programs need no more than that; those that do can walk the rows "
+        "themselves "
         "and stop whenever they have seen enough of them for their purpose.\n\n";
     std::string text;
     for (int i = 0; i < 40; ++i) {
@@ -44,8 +49,8 @@ void matchText(benchmark::State& state, const std::string& text) {
     reportThroughput(state, text.size());
 }
 BENCHMARK_CAPTURE(matchText, MIT, standard("MIT"));
-BENCHMARK_CAPTURE(matchText, Apache-2.0, standard("Apache-2.0"));
-BENCHMARK_CAPTURE(matchText, GPL-3.0, standard("GPL-3.0"));
+BENCHMARK_CAPTURE(matchText, Apache - 2.0, standard("Apache-2.0"));
+BENCHMARK_CAPTURE(matchText, GPL - 3.0, standard("GPL-3.0"));
 BENCHMARK_CAPTURE(matchText, several licenses, severalLicenses());
 BENCHMARK_CAPTURE(matchText, prose, prose());
 
@@ -57,7 +62,7 @@ void readText(benchmark::State& state, const std::string& text) {
     reportThroughput(state, text.size());
 }
 BENCHMARK_CAPTURE(readText, MIT, standard("MIT"));
-BENCHMARK_CAPTURE(readText, GPL-3.0, standard("GPL-3.0"));
+BENCHMARK_CAPTURE(readText, GPL - 3.0, standard("GPL-3.0"));
 
 void parseExpression(benchmark::State& state) {
     const std::string text = "(MIT OR Apache-2.0) AND GPL-2.0-or-later WITH Classpath-exception-2.0";

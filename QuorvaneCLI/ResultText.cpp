@@ -212,12 +212,13 @@ private:
         for (const std::string_view word : ScanKit::Text::split(sentence, " ")) {
             const std::size_t needed = indent.size() + Terminal::width(line) + 1 + Terminal::width(word);
             if (!line.empty() && needed > columns) {
-                text_ += std::string(indent) + line + "\n";
+                text_ += fmt::format("{}{}\n", indent, line);
                 line.clear();
             }
-            line += (line.empty() ? "" : " ") + std::string(word);
+            line += line.empty() ? "" : " ";
+            line += word;
         }
-        text_ += std::string(indent) + line + "\n";
+        text_ += fmt::format("{}{}\n", indent, line);
     }
 
     void printSummary() {

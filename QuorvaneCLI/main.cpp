@@ -16,6 +16,9 @@
 #include <system_error>
 
 #include <dirent.h>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 #include <unistd.h>
 
 namespace {
@@ -94,6 +97,17 @@ bool listMet(const CommandOptions& options, const ScanKit::ScanResult& result,
     return true;
 }
 
+void printResult(const CommandOptions& options, const ScanKit::ScanResult& result,
+                 const ScanKit::ReportOptions& report) {
+    if (options.printJson) {
+        print(stdout, ScanKit::Exports::json(result, report));
+        print(stdout, "\n");
+        return;
+    }
+    print(stdout, resultText(result, report,
+                             {Terminal::columns(STDOUT_FILENO), Terminal::takesColour(STDOUT_FILENO)}));
+}
+
 int run(const CommandOptions& options) {
     if (const auto fault = faultOf(options.folder)) {
         print(stderr, "quorvane: " + Terminal::safe(options.folder.string()) + ": " + *fault + "\n");
@@ -104,10 +118,7 @@ int run(const CommandOptions& options) {
     for (const std::string& warning : result.warnings) {
         print(stderr, "Warning: " + Terminal::safe(warning) + "\n");
     }
-    print(stdout, options.printJson
-                      ? ScanKit::Exports::json(result, report) + "\n"
-                      : resultText(result, report,
-                                   {Terminal::columns(STDOUT_FILENO), Terminal::takesColour(STDOUT_FILENO)}));
+    printResult(options, result, report);
     if (std::fflush(stdout) != 0) {
         print(stderr, std::string("quorvane: standard output: ") + std::strerror(errno) + "\n");
         return wrongUsage;
@@ -122,7 +133,18 @@ int run(const CommandOptions& options) {
 
 }  // namespace
 
+/// A scan needs its memory until the program ends. Handing freed memory back to the system between its steps, and
+/// asking for it again page by page, costs a tenth of the time of a scan.
+void keepFreedMemory() {
+#ifdef __GLIBC__
+    mallopt(M_MMAP_THRESHOLD, 1 << 30);
+    mallopt(M_TRIM_THRESHOLD, 1 << 30);
+    mallopt(M_TOP_PAD, 1 << 20);
+#endif
+}
+
 int main(int count, char** arguments) {
+    keepFreedMemory();
     const auto command = readCommandLine(count, arguments);
     if (const auto* end = std::get_if<CommandEnd>(&command)) {
         print(stdout, end->output);

@@ -39,7 +39,7 @@ std::vector<PackageText> readPackageTexts(const std::vector<std::filesystem::pat
     std::vector<PackageText> texts;
     for (const std::filesystem::path& file : files) {
         // One byte more tells whether the file goes on.
-        std::optional<std::string> bytes = readFileStart(file, mostBytesOfAText + 1);
+        std::optional<std::string> bytes = readFileStart(file, mostBytesOfAText + 1, PathKind::regularFile);
         if (!bytes) {
             continue;
         }

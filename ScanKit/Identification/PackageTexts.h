@@ -17,7 +17,7 @@ struct PackageText {
 /// Matching and the reports use this much of a file and no more.
 inline constexpr std::size_t mostBytesOfAText = 400'000;
 
-/// The texts of the files, in their order. A file that cannot be read, or that holds a NUL byte and so is no
+/// The texts of the files, in their order; a reader has seen that each leads to a regular file. A file that cannot be read, or that holds a NUL byte and so is no
 /// text, is passed over.
 std::vector<PackageText> readPackageTexts(const std::vector<std::filesystem::path>& files);
 

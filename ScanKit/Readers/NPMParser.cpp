@@ -69,7 +69,8 @@ void enrichFrom(RawDependency& dependency, const std::filesystem::path& folder,
                 const std::vector<FolderEntry>& entries) {
     thread_local JsonReader reader;  // keeps its buffers from package to package
     if (holdsManifest(entries)) {
-        if (const auto bytes = readFile(folder / manifestName, largestPackageDescription)) {
+        if (const auto bytes =
+                readFile(folder / manifestName, largestPackageDescription, PathKind::regularFile)) {
             if (const std::optional<JsonValue> manifest = reader.read(*bytes)) {
                 applyManifest(dependency, *manifest);
             }

@@ -126,7 +126,7 @@ void appendContinuation(std::string& value, std::string_view line) {
 }
 
 Headers headersOf(std::string_view metadata) {
-    const std::string text = decodedText(headerPart(metadata));
+    const std::string text = decodedText(std::string(headerPart(metadata)));
     Headers headers;
     for (std::string_view line : Text::split(text, "\n")) {
         line = withoutReturn(line);

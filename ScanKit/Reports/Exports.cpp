@@ -5,7 +5,7 @@
 namespace ScanKit::Exports {
 
 FileNames fileNames(std::string_view projectName) {
-    std::string stem = Text::validUtf8(projectName);
+    std::string stem = Text::validUtf8(std::string(projectName));
     // One separates folders here, the other did on older systems and still reads as one in file managers.
     for (char& c : stem) {
         c = c == '/' || c == ':' ? '-' : c;

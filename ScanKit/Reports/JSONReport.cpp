@@ -7,6 +7,9 @@
 namespace ScanKit::Exports {
 namespace {
 
+/// The bytes that an item takes in the document, notes of the usual length included.
+constexpr std::size_t usualItemSize = 600;
+
 void write(JsonWriter& writer, std::string_view key, std::string_view text) {
     writer.key(key);
     writer.string(text);
@@ -119,7 +122,7 @@ JSONReport::JSONReport(const ScanResult& result, const ReportOptions& options)
 }
 
 std::string JSONReport::encoded() const {
-    JsonWriter writer;
+    JsonWriter writer(1024 + dependencies.size() * usualItemSize);
     writer.beginObject();
     writeObjects(writer, "dependencies", dependencies);
     write(writer, "disclaimer", disclaimer);

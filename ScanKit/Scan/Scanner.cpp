@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <numeric>
 #include <tuple>
 #include <utility>
 
@@ -63,7 +64,6 @@ public:
             readPython();
         }
         identifyAll();
-        sortDependencies();
         return std::move(result_);
     }
 
@@ -192,43 +192,35 @@ private:
         return requirements;
     }
 
+    /// Identifies the packages into the order of the result: each writes to its own place.
     void identifyAll() {
+        const std::vector<std::size_t> order = resultOrder();
         TextReadings readings;
         result_.dependencies.resize(packages_.size());
         progress_.begin(packages_.size());
         const auto identifyOne = [&](std::size_t i) {
             // The raw record is not needed any more: a large scan holds each package only once.
-            const RawDependency package = std::exchange(packages_[i], {});
+            const RawDependency package = std::exchange(packages_[order[i]], {});
             result_.dependencies[i] = identify(package, readings);
             progress_.packageDone(package.name);
         };
         forEachIndex(packages_.size(), identifyOne, control_.stop, control_.threadLimit);
     }
 
-    /// By ecosystem, then by name whatever its letter case, then by version; equal rows keep their order.
-    void sortDependencies() {
-        struct Key {
-            Ecosystem ecosystem;
-            std::string name;
-            std::size_t index;
+    /// The packages by ecosystem, then by name whatever its letter case, then by version; equal ones as they came.
+    std::vector<std::size_t> resultOrder() const {
+        std::vector<std::string> names;
+        names.reserve(packages_.size());
+        for (const RawDependency& package : packages_) {
+            names.push_back(Text::lowercased(package.name));
+        }
+        std::vector<std::size_t> order(packages_.size());
+        std::iota(order.begin(), order.end(), std::size_t{0});
+        const auto key = [&](std::size_t i) {
+            return std::tie(packages_[i].ecosystem, names[i], packages_[i].version);
         };
-        std::vector<Key> keys;
-        keys.reserve(result_.dependencies.size());
-        for (std::size_t i = 0; i < result_.dependencies.size(); ++i) {
-            const Dependency& dependency = result_.dependencies[i];
-            keys.push_back({dependency.ecosystem, Text::lowercased(dependency.name), i});
-        }
-        std::ranges::stable_sort(keys, [&](const Key& a, const Key& b) {
-            const std::string& versionOfA = result_.dependencies[a.index].version;
-            const std::string& versionOfB = result_.dependencies[b.index].version;
-            return std::tie(a.ecosystem, a.name, versionOfA) < std::tie(b.ecosystem, b.name, versionOfB);
-        });
-        std::vector<Dependency> sorted;
-        sorted.reserve(keys.size());
-        for (const Key& key : keys) {
-            sorted.push_back(std::move(result_.dependencies[key.index]));
-        }
-        result_.dependencies = std::move(sorted);
+        std::ranges::stable_sort(order, {}, key);
+        return order;
     }
 
     std::filesystem::path root_;

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <memory>
 #include <system_error>
+#include <utility>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -55,20 +56,20 @@ bool isLeftOut(std::string_view name) {
 /// An open file that closes itself.
 class OpenFile {
 public:
-    /// Looks before it opens: opening a device may have effects of its own. O_NONBLOCK is for what the path
-    /// might become between the two.
-    explicit OpenFile(const std::filesystem::path& path) {
+    /// O_NONBLOCK and the second look are for what the path might have become since the first.
+    OpenFile(const std::filesystem::path& path, PathKind known) {
+        if (known == PathKind::unknown && !isRegularFile(path)) {
+            return;
+        }
+        descriptor_ = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
         struct stat status {};
-        if (stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
+        if (descriptor_ >= 0 && fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode)) {
             size_ = static_cast<std::size_t>(status.st_size);
-            descriptor_ = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+        } else {
+            closeNow();
         }
     }
-    ~OpenFile() {
-        if (descriptor_ >= 0) {
-            close(descriptor_);
-        }
-    }
+    ~OpenFile() { closeNow(); }
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
 
@@ -102,6 +103,13 @@ public:
     }
 
 private:
+    void closeNow() {
+        if (descriptor_ >= 0) {
+            close(descriptor_);
+            descriptor_ = -1;
+        }
+    }
+
     int descriptor_ = -1;
     std::size_t size_ = 0;
 };
@@ -134,19 +142,14 @@ std::optional<EntryKind> kindWithoutLinks(const std::filesystem::path& path,
 
 std::vector<FolderEntry> listPackageFolder(const std::filesystem::path& folder) {
     std::vector<FolderEntry> entries;
-    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) {
-        return entries;
-    }
     const auto close = [](DIR* opened) { closedir(opened); };
-    const std::unique_ptr<DIR, decltype(close)> listing(fdopendir(descriptor), close);
+    const std::unique_ptr<DIR, decltype(close)> listing(opendir(folder.c_str()), close);
     if (!listing) {
-        ::close(descriptor);
         return entries;
     }
     while (const dirent* listed = readdir(listing.get())) {
         if (!isLeftOut(listed->d_name)) {
-            entries.push_back(entryOf(descriptor, *listed));
+            entries.push_back(entryOf(dirfd(listing.get()), *listed));
         }
     }
     std::ranges::sort(entries, {}, &FolderEntry::name);
@@ -183,8 +186,8 @@ std::optional<std::chrono::sys_time<std::chrono::nanoseconds>> modificationDate(
                                                            std::chrono::nanoseconds{changed.tv_nsec}};
 }
 
-std::optional<std::string> readFile(const std::filesystem::path& path, std::size_t largest) {
-    const OpenFile file(path);
+std::optional<std::string> readFile(const std::filesystem::path& path, std::size_t largest, PathKind known) {
+    const OpenFile file(path, known);
     if (!file.isOpen() || file.size() > largest) {
         return std::nullopt;
     }
@@ -195,8 +198,9 @@ std::optional<std::string> readFile(const std::filesystem::path& path, std::size
     return bytes;
 }
 
-std::optional<std::string> readFileStart(const std::filesystem::path& path, std::size_t count) {
-    const OpenFile file(path);
+std::optional<std::string> readFileStart(const std::filesystem::path& path, std::size_t count,
+                                         PathKind known) {
+    const OpenFile file(path, known);
     if (!file.isOpen()) {
         return std::nullopt;
     }
@@ -204,18 +208,18 @@ std::optional<std::string> readFileStart(const std::filesystem::path& path, std:
 }
 
 std::optional<std::string> readTextFile(const std::filesystem::path& path, std::size_t largest) {
-    const std::optional<std::string> bytes = readFile(path, largest);
+    std::optional<std::string> bytes = readFile(path, largest);
     if (!bytes) {
         return std::nullopt;
     }
-    return decodedText(*bytes);
+    return decodedText(std::move(*bytes));
 }
 
-std::string decodedText(std::string_view bytes) {
+std::string decodedText(std::string bytes) {
     if (bytes.starts_with(byteOrderMark)) {
-        bytes.remove_prefix(byteOrderMark.size());
+        bytes.erase(0, byteOrderMark.size());
     }
-    return Text::validUtf8(bytes);
+    return Text::validUtf8(std::move(bytes));
 }
 
 bool isRegularFileInside(const std::filesystem::path& path, const std::filesystem::path& folder) {

@@ -42,16 +42,23 @@ inline constexpr std::size_t largestPackageDescription = std::size_t{64} << 20;
 /// The largest lockfile or requirements file that is read.
 inline constexpr std::size_t largestLockfile = std::size_t{512} << 20;
 
+/// What is known of a path before it is opened. An unknown one is looked at first, since opening a device may have
+/// effects of its own; one that a listing has shown to lead to a regular file is opened at once, which saves a
+/// question for each of thousands of files.
+enum class PathKind { unknown, regularFile };
+
 /// The bytes of a regular file; links are followed. Absent when it is anything else, cannot be read, or is
 /// larger than `largest` bytes.
-std::optional<std::string> readFile(const std::filesystem::path& path, std::size_t largest);
+std::optional<std::string> readFile(const std::filesystem::path& path, std::size_t largest,
+                                    PathKind known = PathKind::unknown);
 /// The first `count` bytes of a regular file, or all when it is shorter. Absent as above.
-std::optional<std::string> readFileStart(const std::filesystem::path& path, std::size_t count);
+std::optional<std::string> readFileStart(const std::filesystem::path& path, std::size_t count,
+                                         PathKind known = PathKind::unknown);
 /// The whole file as text: a byte-order mark is skipped, each invalid part becomes U+FFFD. Absent as above.
 std::optional<std::string> readTextFile(const std::filesystem::path& path,
                                         std::size_t largest = largestLockfile);
 /// The bytes as text, as `readTextFile` decodes them.
-std::string decodedText(std::string_view bytes);
+std::string decodedText(std::string bytes);
 
 /// True when the path, links resolved, names a regular file below the folder, its own links resolved too.
 bool isRegularFileInside(const std::filesystem::path& path, const std::filesystem::path& folder);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -12,6 +13,9 @@ namespace ScanKit {
 /// keys in the order in which they shall stand, and gives valid UTF-8.
 class JsonWriter {
 public:
+    /// `expectedSize` in bytes spares a large document from being moved as it grows.
+    explicit JsonWriter(std::size_t expectedSize = 0) { text_.reserve(expectedSize); }
+
     void beginObject();
     void endObject();
     void beginArray();

@@ -56,14 +56,14 @@ std::string displayPath(const std::filesystem::path& path, const std::filesystem
         return ".";
     }
     if (const auto below = pathBelow(full, rootText)) {
-        return Text::validUtf8(*below);
+        return Text::validUtf8(std::string(*below));
     }
     const std::string home = standardized(homeFolder()).string();
     if (full == home) {
         return "~";
     }
     if (const auto below = pathBelow(full, home); below && home != "/") {
-        return "~/" + Text::validUtf8(*below);
+        return "~/" + Text::validUtf8(std::string(*below));
     }
     return Text::validUtf8(full);
 }

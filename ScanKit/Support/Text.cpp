@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include <simdjson.h>
 #include <unicode/brkiter.h>
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
@@ -169,18 +170,12 @@ char32_t nextScalar(std::string_view text, std::size_t& offset) {
 }
 
 bool isValidUtf8(std::string_view text) {
-    for (std::size_t i = 0; i < text.size();) {
-        const std::size_t begin = i;
-        if (nextScalar(text, i) == 0xFFFD && text.substr(begin, i - begin) != "\xEF\xBF\xBD") {
-            return false;
-        }
-    }
-    return true;
+    return simdjson::validate_utf8(text.data(), text.size());
 }
 
-std::string validUtf8(std::string_view text) {
+std::string validUtf8(std::string text) {
     if (isValidUtf8(text)) {
-        return std::string(text);
+        return text;
     }
     std::string result;
     result.reserve(text.size() + 16);
@@ -189,7 +184,7 @@ std::string validUtf8(std::string_view text) {
         if (nextScalar(text, i) == 0xFFFD) {
             result += "\xEF\xBF\xBD";
         } else {
-            result += text.substr(begin, i - begin);
+            result.append(text, begin, i - begin);
         }
     }
     return result;
@@ -201,8 +196,10 @@ std::size_t columnWidth(char32_t scalar) {
         case U_NON_SPACING_MARK:
         case U_ENCLOSING_MARK:
         case U_FORMAT_CHAR:
-        case U_CONTROL_CHAR: return 0;
-        default: break;
+        case U_CONTROL_CHAR:
+            return 0;
+        default:
+            break;
     }
     const int width = u_getIntPropertyValue(codePoint, UCHAR_EAST_ASIAN_WIDTH);
     return width == U_EA_FULLWIDTH || width == U_EA_WIDE ? 2 : 1;

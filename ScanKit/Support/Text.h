@@ -36,7 +36,7 @@ bool isBlank(std::string_view text);
 /// The scalar that begins at `offset`, which is moved past it. U+FFFD for an invalid part.
 char32_t nextScalar(std::string_view text, std::size_t& offset);
 /// The text with U+FFFD in place of each invalid part.
-std::string validUtf8(std::string_view text);
+std::string validUtf8(std::string text);
 bool isValidUtf8(std::string_view text);
 
 /// The columns that a scalar takes in a terminal: two when it is wide, none when it combines or is invisible.

@@ -1,0 +1,101 @@
+#include "Benchmarks/GeneratedProject.h"
+#include "ScanKit/Readers/NPMParser.h"
+#include "ScanKit/Reports/Exports.h"
+#include "ScanKit/Scan/Scanner.h"
+
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <string>
+#include <system_error>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+/// A generated project on disk, made once for each size and removed at the end.
+class Project {
+public:
+    explicit Project(std::size_t count) {
+        std::string pattern = (std::filesystem::temp_directory_path() / "quorvane-benchmark-XXXXXX").string();
+        folder_ = mkdtemp(pattern.data());
+        GeneratedProject::write(folder_, count);
+    }
+    ~Project() {
+        std::error_code ignored;
+        std::filesystem::remove_all(folder_, ignored);
+    }
+    const std::filesystem::path& folder() const { return folder_; }
+
+    static const Project& ofSize(std::size_t count) {
+        static std::map<std::size_t, std::unique_ptr<Project>> projects;
+        std::unique_ptr<Project>& project = projects[count];
+        if (!project) {
+            project = std::make_unique<Project>(count);
+        }
+        return *project;
+    }
+
+private:
+    std::filesystem::path folder_;
+};
+
+ScanKit::ScanResult scanned(const Project& project, std::optional<unsigned> threads = {}) {
+    return ScanKit::Scanner::scan(project.folder(), {.ecosystems = {ScanKit::Ecosystem::npm}}, {},
+                                  {.threadLimit = threads});
+}
+
+std::size_t packages(const benchmark::State& state) {
+    return static_cast<std::size_t>(state.range(0));
+}
+
+void reportRate(benchmark::State& state) {
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void readLockfile(benchmark::State& state) {
+    const std::string lockfile = GeneratedProject::lockfile(packages(state));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(ScanKit::NPMParser::dependencies(lockfile, "/nowhere"));
+    }
+    reportRate(state);
+    state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(lockfile.size()));
+}
+BENCHMARK(readLockfile)->Arg(5'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void scanProject(benchmark::State& state) {
+    const Project& project = Project::ofSize(packages(state));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(scanned(project));
+    }
+    reportRate(state);
+}
+BENCHMARK(scanProject)->Arg(300)->Arg(3'000)->Arg(30'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void scanProjectOnOneThread(benchmark::State& state) {
+    const Project& project = Project::ofSize(packages(state));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(scanned(project, 1));
+    }
+    reportRate(state);
+}
+BENCHMARK(scanProjectOnOneThread)->Arg(3'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+using Export = std::string (*)(const ScanKit::ScanResult&, const ScanKit::ReportOptions&);
+
+void exportResult(benchmark::State& state, Export write) {
+    const ScanKit::ScanResult result = scanned(Project::ofSize(packages(state)));
+    std::size_t bytes = 0;
+    for (auto _ : state) {
+        const std::string text = write(result, {.projectName = "generated"});
+        bytes += text.size();
+        benchmark::DoNotOptimize(text);
+    }
+    reportRate(state);
+    state.SetBytesProcessed(static_cast<int64_t>(bytes));
+}
+BENCHMARK_CAPTURE(exportResult, NOTICE, &ScanKit::Exports::notice)->Arg(3'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(exportResult, CSV, &ScanKit::Exports::csv)->Arg(3'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(exportResult, JSON, &ScanKit::Exports::json)->Arg(3'000)->Unit(benchmark::kMillisecond);
+
+}  // namespace
