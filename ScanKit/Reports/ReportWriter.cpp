@@ -1,6 +1,7 @@
 #include "ScanKit/Reports/ReportWriter.h"
 
 #include "ScanKit/Reports/Exports.h"
+#include "ScanKit/Reports/PDFReport.h"
 
 #include <array>
 #include <cerrno>
@@ -99,7 +100,8 @@ struct Report {
 };
 
 /// In the order in which they are written.
-constexpr std::array<Report, 3> reports{{
+constexpr std::array<Report, 4> reports{{
+    {ReportFormats::pdf, &Exports::FileNames::pdf, &PDFReport::document},
     {ReportFormats::notice, &Exports::FileNames::notice, &Exports::notice},
     {ReportFormats::csv, &Exports::FileNames::csv, &Exports::csv},
     {ReportFormats::json, &Exports::FileNames::json, &Exports::json},

@@ -2,11 +2,8 @@
 
 #include "ScanKit/Support/Json.h"
 #include "Tests/Builders/TemporaryFolder.h"
+#include "Tests/Reports/Golden.h"
 #include "Tests/Reports/SampleResult.h"
-
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,16 +14,6 @@ namespace {
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::Not;
-
-/// Compares with the file of this name byte for byte. QUORVANE_REWRITE_GOLDEN=1 in the environment writes the
-/// file instead: read the difference before it is committed.
-void expectGolden(const std::string& name, const std::string& written) {
-    const std::filesystem::path file = std::filesystem::path(QUORVANE_GOLDEN_FOLDER) / name;
-    if (std::getenv("QUORVANE_REWRITE_GOLDEN") != nullptr) {
-        std::ofstream(file, std::ios::binary) << written;
-    }
-    EXPECT_EQ(contentOf(file), written) << name;
-}
 
 class ExportsTest : public ::testing::Test {
 protected:

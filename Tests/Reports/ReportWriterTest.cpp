@@ -1,6 +1,7 @@
 #include "ScanKit/Reports/ReportWriter.h"
 
 #include "ScanKit/Reports/Exports.h"
+#include "ScanKit/Reports/PDFReport.h"
 #include "ScanKit/Support/FileSystem.h"
 #include "Tests/Builders/TemporaryFolder.h"
 #include "Tests/Reports/SampleResult.h"
@@ -68,17 +69,18 @@ TEST(ReportWriter, WritesTheChosenReportsInTheirOrder) {
     const TemporaryFolder folder;
     const ScanResult result = sampleResult();
     const ReportOptions options{.projectName = "a/b"};
-    const SavedReports saved = saveReports(
-        result, options, ReportFormats::json | ReportFormats::csv | ReportFormats::notice, folder.path());
+    using enum ReportFormats;
+    const SavedReports saved = saveReports(result, options, json | csv | notice | pdf, folder.path());
     EXPECT_EQ(saved.failure, std::nullopt);
-    EXPECT_THAT(saved.files, ElementsAre(folder / "NOTICE.txt", folder / "a-b Dependencies.csv",
-                                         folder / "a-b Dependencies.json"));
+    EXPECT_THAT(saved.files, ElementsAre(folder / "a-b License Report.pdf", folder / "NOTICE.txt",
+                                         folder / "a-b Dependencies.csv", folder / "a-b Dependencies.json"));
+    EXPECT_EQ(contentOf(folder / "a-b License Report.pdf"), PDFReport::document(result, options));
     EXPECT_EQ(contentOf(folder / "NOTICE.txt"), Exports::notice(result, options));
     EXPECT_EQ(contentOf(folder / "a-b Dependencies.csv"), Exports::csv(result, options));
     EXPECT_EQ(contentOf(folder / "a-b Dependencies.json"), Exports::json(result, options));
-    EXPECT_EQ(namesIn(folder.path()).size(), 3U);
+    EXPECT_EQ(namesIn(folder.path()).size(), 4U);
 
-    EXPECT_EQ(saveReports(result, options, ReportFormats::none, folder.path()), SavedReports{});
+    EXPECT_EQ(saveReports(result, options, none, folder.path()), SavedReports{});
 }
 
 TEST(ReportWriter, FirstFailureStopsAndKeepsWhatWasWritten) {
