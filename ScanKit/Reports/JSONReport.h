@@ -12,8 +12,8 @@
 
 namespace ScanKit::Exports {
 
-/// What the JSON report says, apart from how it is written. Views and spans look into the result, which has to
-/// outlive it. An absent field has no key in the document.
+/// What the JSON report says, apart from how it is written. Views and spans look into the result, which has
+/// to outlive it. An absent field has no key in the document.
 struct JSONReport {
     /// One reported package. The category is given by its label, basis and flags by their raw values.
     struct Item {

@@ -27,6 +27,7 @@ struct Released {
 template <typename Object>
 using GObjectPointer = std::unique_ptr<Object, Released<g_object_unref>>;
 using SurfacePointer = std::unique_ptr<cairo_surface_t, Released<cairo_surface_destroy>>;
+using FontDescriptionPointer = std::unique_ptr<PangoFontDescription, Released<pango_font_description_free>>;
 using ContextPointer = std::unique_ptr<cairo_t, Released<cairo_destroy>>;
 
 int inPangoUnits(double points) {
@@ -55,8 +56,8 @@ struct PlainWidths {
     std::array<double, 128> of{};
 };
 
-/// Makes one unit of each run of letters: spaced letters taken one by one would be read as words of one letter
-/// each when the text is searched or copied.
+/// Makes one unit of each run of letters: spaced letters taken one by one would be read as words of one
+/// letter each when the text is searched or copied.
 void joinLetters(PangoLayout* layout) {
     for (GSList* line = pango_layout_get_lines(layout); line != nullptr; line = line->next) {
         for (GSList* run = static_cast<PangoLayoutLine*>(line->data)->runs; run != nullptr; run = run->next) {
@@ -66,18 +67,28 @@ void joinLetters(PangoLayout* layout) {
     }
 }
 
+FontDescriptionPointer describe(const PDFReport::Font& font) {
+    FontDescriptionPointer description(pango_font_description_new());
+    pango_font_description_set_family_static(description.get(), "Helvetica");
+    pango_font_description_set_weight(description.get(), font.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
+    pango_font_description_set_absolute_size(description.get(), font.size * PANGO_SCALE);
+    return description;
+}
+
 /// The fonts, and the texts that were laid out with them.
 class Layouts {
 public:
     Layouts();
 
+    /// False on a machine without any. Nothing may be laid out then: the measures would be arbitrary.
+    bool hasFonts() const { return hasFonts_; }
     /// The text laid out; kept for when it comes again, until too many are kept.
     const LaidOut& laidOut(const PDFReport::AttributedString& string, double width, bool right);
     /// Laid out from the text's given part alone, and not kept.
     GObjectPointer<PangoLayout> layoutOf(const PDFReport::AttributedString& string, std::string_view part,
                                          double width, bool right) const;
-    /// The text as one line of the font itself, when it is sure to be one; absent when it has to be laid out to
-    /// know.
+    /// The text as one line of the font itself, when it is sure to be one; absent when it has to be laid out
+    /// to know.
     std::optional<PDFCanvas::TextLine> plainLine(const PDFReport::AttributedString& string, double width);
 
 private:
@@ -101,12 +112,13 @@ private:
 
     GObjectPointer<PangoFontMap> fonts_;
     GObjectPointer<PangoContext> context_;
+    bool hasFonts_ = false;
     std::unordered_map<Key, LaidOut, KeyHash> kept_;
     std::vector<std::pair<PDFReport::Font, PlainWidths>> plainWidths_;
 };
 
-/// Metrics as the fonts have them: no hinting, no rounding, one unit a point, whatever the screen or the user's
-/// language. Text runs from left to right; what is written otherwise is so inside it.
+/// Metrics as the fonts have them: no hinting, no rounding, one unit a point, whatever the screen or the
+/// user's language. Text runs from left to right; what is written otherwise is so inside it.
 Layouts::Layouts()
     : fonts_(pango_cairo_font_map_new()), context_(pango_font_map_create_context(fonts_.get())) {
     pango_cairo_font_map_set_resolution(PANGO_CAIRO_FONT_MAP(fonts_.get()), 72);
@@ -118,17 +130,15 @@ Layouts::Layouts()
     cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
     pango_cairo_context_set_font_options(context_.get(), options);
     cairo_font_options_destroy(options);
+    const GObjectPointer<PangoFont> font(
+        pango_font_map_load_font(fonts_.get(), context_.get(), describe({}).get()));
+    hasFonts_ = font != nullptr;
 }
 
 GObjectPointer<PangoLayout> Layouts::layoutOf(const PDFReport::AttributedString& string,
                                               std::string_view part, double width, bool right) const {
     GObjectPointer<PangoLayout> layout(pango_layout_new(context_.get()));
-    PangoFontDescription* font = pango_font_description_new();
-    pango_font_description_set_family_static(font, "Helvetica");
-    pango_font_description_set_weight(font, string.font.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
-    pango_font_description_set_absolute_size(font, string.font.size * PANGO_SCALE);
-    pango_layout_set_font_description(layout.get(), font);
-    pango_font_description_free(font);
+    pango_layout_set_font_description(layout.get(), describe(string.font).get());
 
     // A hyphen at a break would be copied along with a name or an address.
     PangoAttrList* attributes = pango_attr_list_new();
@@ -228,8 +238,8 @@ void appendLines(std::vector<PDFCanvas::TextLine>& lines, PangoLayout* layout, s
     pango_layout_iter_free(iterator);
 }
 
-/// Laying out a text takes more than its share of time when the text is long, so it is cut into parts of about
-/// this many bytes.
+/// Laying out a text takes more than its share of time when the text is long, so it is cut into parts of
+/// about this many bytes.
 constexpr std::size_t partSize = 4'096;
 
 /// The end of the part that begins here: never inside a character's bytes.
@@ -260,6 +270,9 @@ public:
     }
 
     void operator()(const PDFReport::Text& text) {
+        if (!layouts_.hasFonts()) {
+            return;
+        }
         const PDFReport::Rectangle& place = text.rectangle;
         const LaidOut& laidOut = layouts_.laidOut(text.string, place.width, text.right);
         if (text.string.link) {
@@ -361,6 +374,9 @@ PDFCanvas::~PDFCanvas() = default;
 
 std::vector<PDFCanvas::TextLine> PDFCanvas::lines(const PDFReport::AttributedString& string, double width) {
     Layouts& layouts = fonts_->layouts;
+    if (!layouts.hasFonts()) {
+        return {{.end = string.text.size(), .height = string.font.size, .baseline = string.font.size}};
+    }
     if (const std::optional<TextLine> line = layouts.plainLine(string, width)) {
         return {*line};
     }
@@ -383,6 +399,9 @@ std::vector<PDFCanvas::TextLine> PDFCanvas::lines(const PDFReport::AttributedStr
 }
 
 double PDFCanvas::width(const PDFReport::AttributedString& string) {
+    if (!fonts_->layouts.hasFonts()) {
+        return 0;
+    }
     const auto layout = fonts_->layouts.layoutOf(string, string.text, 1'000'000, false);
     PangoRectangle logical{};
     pango_layout_get_extents(layout.get(), nullptr, &logical);

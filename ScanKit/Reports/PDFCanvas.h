@@ -10,8 +10,8 @@
 namespace ScanKit {
 
 /// Measures text and draws pages with the system's fonts. Making one loads the list of fonts; nothing does so
-/// before. For one thread at a time; several may be in use on several threads. Without any font texts are
-/// measured and drawn as if empty, and the document is still valid.
+/// before. For one thread at a time; several may be in use on several threads. On a machine without any font
+/// texts take room but are not drawn, and the document is still valid.
 class PDFCanvas {
 public:
     PDFCanvas();

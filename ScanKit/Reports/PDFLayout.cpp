@@ -8,7 +8,8 @@ namespace {
 
 constexpr PDFStyle headingStyle{.font = {.size = 14, .bold = true}, .colour = PDFColours::ink};
 constexpr double gapBelowHeading = 8;
-/// A line of the heading's font and the gap below it, with room to spare for the fallback fonts of other scripts.
+/// A line of the heading's font and the gap below it, with room to spare for the fallback fonts of other
+/// scripts.
 constexpr double headingHeight = 30;
 /// Text up to this height is not parted by the end of a page.
 constexpr double heldTogether = PDFLayout::pageRoom / 4;

@@ -9,8 +9,8 @@
 
 namespace ScanKit {
 
-/// Fills pages from the top: keeps the place that was reached, and begins a new page when the next block does not
-/// fit any more.
+/// Fills pages from the top: keeps the place that was reached, and begins a new page when the next block does
+/// not fit any more.
 class PDFLayout {
 public:
     explicit PDFLayout(PDFCanvas& canvas) : canvas_(canvas), pages_(1) {}
@@ -26,8 +26,8 @@ public:
 
     void skip(double height) { y_ += height; }
     void newPage();
-    /// Makes sure that a block of this height, or of a whole page when it is higher, can be placed at `y()`, on a
-    /// new page if need be. A heading that waits is placed before it, on the same page.
+    /// Makes sure that a block of this height, or of a whole page when it is higher, can be placed at `y()`,
+    /// on a new page if need be. A heading that waits is placed before it, on the same page.
     void makeRoom(double height);
 
     /// A heading, also for the outline. It waits for the block that follows, so that it never ends a page.

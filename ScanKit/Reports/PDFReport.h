@@ -14,9 +14,9 @@ namespace ScanKit {
 
 class PDFCanvas;
 
-/// The license report that is handed to a client, laid out on US Letter pages. It is made in two stages: first
-/// everything is given its place on a page, as plain values that can be looked at; then PDFCanvas draws them.
-/// Lengths are points; a place is measured from the top left corner of its page.
+/// The license report that is handed to a client, laid out on US Letter pages. It is made in two stages:
+/// first everything is given its place on a page, as plain values that can be looked at; then PDFCanvas draws
+/// them. Lengths are points; a place is measured from the top left corner of its page.
 struct PDFReport {
     struct Point {
         double x = 0, y = 0;

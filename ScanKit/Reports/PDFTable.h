@@ -6,8 +6,8 @@
 
 namespace ScanKit {
 
-/// A table over the content width: a header row at the top of each of its pages, a thin rule below each row. A
-/// row stands on one page unless it is higher than a page.
+/// A table over the content width: a header row at the top of each of its pages, a thin rule below each row.
+/// A row stands on one page unless it is higher than a page.
 class PDFTable {
 public:
     /// The paragraphs of one cell.

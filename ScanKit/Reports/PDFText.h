@@ -54,8 +54,8 @@ public:
     /// How far below the block's top its next line stands; 0 when all are placed.
     double baseline() const { return isPlaced() ? 0 : lines_[next_].gapAbove + lines_[next_].baseline; }
     bool isPlaced() const { return next_ == lines_.size(); }
-    /// Places as many lines as fit into `room`, but at least one, with the top left corner at this point. Returns
-    /// the height that they take.
+    /// Places as many lines as fit into `room`, but at least one, with the top left corner at this point.
+    /// Returns the height that they take.
     double place(PDFReport::Page& page, PDFReport::Point corner, double room);
 
 private:

@@ -83,8 +83,8 @@ private:
     int descriptor_ = -1;
 };
 
-/// Makes a renaming last through a power failure. Where a folder cannot be flushed the file is still whole, so
-/// that this failing is no failure to save.
+/// Makes a renaming last through a power failure. Where a folder cannot be flushed the file is still whole,
+/// so that this failing is no failure to save.
 void flushFolder(const std::filesystem::path& folder) {
     const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor >= 0) {

@@ -29,8 +29,8 @@ struct SavedReports {
 };
 
 /// Writes the chosen reports into an existing folder, in the order PDF, NOTICE, CSV, JSON. Each file appears
-/// whole or not at all: it is written aside in the same folder, flushed and moved into place, replacing a file of
-/// the same name. The first failure stops it; files written before stay, and no leftover remains.
+/// whole or not at all: it is written aside in the same folder, flushed and moved into place, replacing a
+/// file of the same name. The first failure stops it; files written before stay, and no leftover remains.
 SavedReports saveReports(const ScanResult& result, const ReportOptions& options, ReportFormats formats,
                          const std::filesystem::path& folder);
 

@@ -6,7 +6,6 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <regex>
 #include <sstream>
 #include <thread>
 
@@ -39,7 +38,7 @@ public:
     std::string text() const { return outputOf(QUORVANE_PDFTOTEXT " -layout " + file() + " -"); }
     std::string words() const { return outputOf(QUORVANE_PDFTOTEXT " -bbox " + file() + " -"); }
     std::string fonts() const { return outputOf(QUORVANE_PDFFONTS " " + file()); }
-    std::string info() const { return outputOf("TZ=UTC " QUORVANE_PDFINFO " " + file()); }
+    std::string info() const { return outputOf("TZ=UTC " QUORVANE_PDFINFO " " + file() + " | tr -s ' '"); }
     std::string faults() const { return outputOf(QUORVANE_QPDF " --check " + file() + " 2>&1"); }
 
 private:
@@ -80,17 +79,18 @@ TEST(PDFDocument, IsSoundAndCarriesItsFontsAndProperties) {
     EXPECT_THAT(document.faults(), HasSubstr("No syntax or stream encoding errors found"));
     const std::string info = document.info();
     for (const std::string line :
-         {"Title: +Démo: A/B License Report\n", "Author: +Studio Nord\n", "Creator: +Quorvane\n",
-          "CreationDate: +Mon Jan +5 14:03:22 2026 UTC\n", "ModDate: +Mon Jan +5 14:03:22 2026 UTC\n",
-          "Page size: +612 x 792 pts", "Tagged: +yes\n"}) {
-        EXPECT_TRUE(std::regex_search(info, std::regex(line))) << line << " is not in\n" << info;
+         {"Title: Démo: A/B License Report\n", "Author: Studio Nord\n", "Creator: Quorvane\n",
+          "CreationDate: Mon Jan 5 14:03:22 2026 UTC\n", "ModDate: Mon Jan 5 14:03:22 2026 UTC\n",
+          "Page size: 612 x 792 pts", "Tagged: yes\n"}) {
+        EXPECT_THAT(info, HasSubstr(line));
     }
-    // Name, type, encoding, then whether the font is embedded and a subset.
-    const std::string fonts = document.fonts();
-    const auto rows = std::count(fonts.begin(), fonts.end(), '\n') - 2;
-    const std::regex embedded(" yes yes (yes|no ) ");
-    EXPECT_GT(rows, 1);
-    EXPECT_EQ(std::distance(std::sregex_iterator(fonts.begin(), fonts.end(), embedded), {}), rows) << fonts;
+    // Below two lines of titles: name, type, encoding, then whether the font is embedded and a subset.
+    std::istringstream fonts(document.fonts());
+    std::size_t count = 0;
+    for (std::string line; std::getline(fonts, line); ++count) {
+        EXPECT_TRUE(count < 2 || line.find(" yes yes ") != std::string::npos) << line;
+    }
+    EXPECT_GT(count, 3U);
 }
 
 TEST(PDFDocument, IsSoundWithoutASingleLink) {
