@@ -1,0 +1,208 @@
+#include "ScanKit/Scan/Scanner.h"
+
+#include "ScanKit/Licenses/StandardTexts.h"
+#include "ScanKit/Scan/ProjectDetection.h"
+#include "Tests/Builders/TemporaryFolder.h"
+
+#include <algorithm>
+#include <atomic>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace ScanKit {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+const std::set<Ecosystem> everything{allEcosystems.begin(), allEcosystems.end()};
+
+ScanResult scanned(const TemporaryFolder& project, ScanOptions options = {.ecosystems = everything}) {
+    return Scanner::scan(project.path(), options);
+}
+
+/// Each dependency as "ecosystem:name@version", with what is special about it.
+std::vector<std::string> rows(const ScanResult& result) {
+    std::vector<std::string> rows;
+    for (const Dependency& dependency : result.dependencies) {
+        rows.push_back(dependency.id() + (dependency.isDev ? " dev" : "") +
+                       (dependency.license ? " " + *dependency.license : ""));
+    }
+    return rows;
+}
+
+std::vector<std::string> sources(const ScanResult& result) {
+    std::vector<std::string> lines;
+    for (const ScanSource& source : result.sources) {
+        lines.push_back(std::string(rawValue(source.ecosystem)) + " " + source.path + ": " + source.kind);
+    }
+    return lines;
+}
+
+constexpr std::string_view pins =
+    R"({"pins": [{"identity": "zeta", "location": "https://example.com/owner/Zeta.git", "state": {"version": "2.0"}},
+                 {"identity": "alpha", "location": "https://example.com/owner/alpha", "state": {"version": "1.0"}}]})";
+
+TEST(Scanner, JoinsEverythingAProjectHolds) {
+    const TemporaryFolder project{
+        {"Package.resolved", pins},
+        {".build/checkouts/zeta/LICENSE", "Licensed under the Apache License, Version 2.0"},
+        {".build/checkouts/alpha/LICENSE", *standardText("MIT")},
+        {"package.json", "{}"},
+        {"package-lock.json", R"({"packages": {"node_modules/b": {"version": "1.0", "license": "ISC"}}})"},
+        {"node_modules/b/package.json", R"({"name": "b", "version": "1.0", "license": "ISC"})"},
+        {"web/package.json", "{}"},
+        {"web/node_modules/B/package.json", R"({"name": "B", "version": "0.9", "license": "MIT"})"},
+        {"requirements.txt", "six==1.16\n"},
+        {"requirements-dev.txt", "lint==2.0\n"},
+        {"poetry.lock", "[[package]]\nname = \"poet\"\nversion = \"3.0\"\n"},
+        {".venv/pyvenv.cfg", ""},
+        {".venv/lib/python3.12/site-packages/six-1.16.dist-info/METADATA",
+         "Name: six\nVersion: 1.16\nLicense: MIT\n"},
+    };
+    const EnvironmentVariable date("SOURCE_DATE_EPOCH", "1767621802");
+    const ScanResult result = scanned(project);
+    EXPECT_EQ(result.projectName, project.path().filename());
+    EXPECT_EQ(result.rootPath, project.path());
+    EXPECT_EQ(result.scannedAt, Date{std::chrono::seconds{1767621802}});
+    EXPECT_THAT(rows(result), ElementsAre("swiftpm:alpha@1.0 MIT", "swiftpm:Zeta@2.0 Apache-2.0",
+                                          "npm:B@0.9 MIT", "npm:b@1.0 ISC", "python:lint@2.0 dev",
+                                          "python:poet@3.0", "python:six@1.16 MIT"));
+    EXPECT_THAT(sources(result),
+                ElementsAre("swiftpm Package.resolved: Package.resolved",
+                            "swiftpm .build/checkouts: Checked-out packages",
+                            "npm package-lock.json: npm lockfile", "npm node_modules: Installed packages",
+                            "npm web/node_modules: Installed packages (no lockfile)",
+                            "python requirements-dev.txt: requirements",
+                            "python requirements.txt: requirements", "python poetry.lock: Poetry lockfile",
+                            "python .venv/lib/python3.12/site-packages: Installed packages"));
+    EXPECT_THAT(result.warnings, IsEmpty());
+}
+
+TEST(Scanner, WarnsOfWhatTheUserCanMend) {
+    struct Case {
+        std::vector<std::pair<const char*, std::string_view>> files;
+        std::vector<const char*> starts;
+    };
+    const Case cases[]{
+        {{{"Package.resolved", pins}},
+         {"Some Swift packages aren't checked out where Quorvane can see them"}},
+        {{{"package.json", "{}"}, {"package-lock.json", "{}"}},
+         {"The project has a lockfile but no node_modules folder: "}},
+        {{{"web/package.json", "{}"},
+          {"web/package-lock.json", "{}"},
+          {"api/package.json", "{}"},
+          {"api/npm-shrinkwrap.json", "not JSON"}},
+         {"api has a lockfile but", "web has a lockfile but"}},
+        {{{"package.json", "{}"}, {"web/package.json", "{}"}},
+         {"package.json has no lockfile and no node_modules folder, so"}},
+        {{{"requirements.txt", "six\n"}},
+         {"No virtual environment was found, so Python licenses couldn't be read."}},
+        {{{".venv/pyvenv.cfg", ""}}, {}},
+        {{{"requirements.txt", "# nothing\n"}}, {}},
+        {{{"web/package.json", "{}"}, {"web/node_modules/x/package.json", "{}"}, {"package.json", "{}"}}, {}},
+    };
+    for (const Case& one : cases) {
+        const TemporaryFolder project;
+        for (const auto& [name, content] : one.files) {
+            project.write(name, content);
+        }
+        SCOPED_TRACE(one.files.front().first);
+        const ScanResult result = scanned(project);
+        ASSERT_EQ(result.warnings.size(), one.starts.size());
+        for (std::size_t i = 0; i < one.starts.size(); ++i) {
+            EXPECT_THAT(result.warnings[i], StartsWith(one.starts[i]));
+        }
+    }
+}
+
+TEST(Scanner, ReadsOnlyWhatItIsAskedFor) {
+    const TemporaryFolder project{{"requirements.txt", "six==1.16\n"}, {"Package.resolved", pins}};
+    const ScanResult nothing = scanned(project, {.ecosystems = {Ecosystem::npm}});
+    EXPECT_THAT(nothing.dependencies, IsEmpty());
+    EXPECT_THAT(nothing.warnings, IsEmpty());
+    EXPECT_THAT(nothing.sources, IsEmpty());
+    Detection empty;
+    EXPECT_THAT(Scanner::scan(project.path(), {.ecosystems = everything}, empty).dependencies, IsEmpty())
+        << "a detection that is passed is not made again";
+}
+
+TEST(Scanner, TakesAChosenEnvironmentInPlaceOfTheDetectedOnes) {
+    const TemporaryFolder project{
+        {".venv/pyvenv.cfg", ""},
+        {".venv/lib/python3.12/site-packages/own-1.0.dist-info/METADATA", "Name: own\nVersion: 1.0\n"},
+        {"chosen/site-packages/other-1.0.dist-info/METADATA", "Name: other\nVersion: 1.0\n"},
+    };
+    EXPECT_THAT(rows(scanned(project)), ElementsAre("python:own@1.0"));
+    EXPECT_THAT(rows(scanned(project, {.ecosystems = everything,
+                                       .pythonEnvironments = {project / "chosen/site-packages"}})),
+                ElementsAre("python:other@1.0"));
+}
+
+TEST(Scanner, PassesOverFilesThatCannotBeRead) {
+    const TemporaryFolder project{{"a/Package.resolved", pins}, {"package.json", "{}"}};
+    project.link("b/Package.resolved", "gone");
+    project.makeFolder("package-lock.json");
+    project.link("requirements.txt", "gone");
+    const ScanResult result = scanned(project);
+    EXPECT_THAT(sources(result), ElementsAre("swiftpm a/Package.resolved: Package.resolved"));
+    EXPECT_EQ(result.dependencies.size(), 2U);
+}
+
+/// A project with packages that share texts, link to each other and lack parts.
+void fill(const TemporaryFolder& project) {
+    project.write("package.json", "{}");
+    for (int i = 0; i < 60; ++i) {
+        const std::string folder = "node_modules/p" + std::to_string(i * 7 % 60);
+        const char* const licenses[]{"MIT", "ISC", "Apache-2.0", "Custom"};
+        project.write(folder + "/package.json", R"({"name": "P)" + std::to_string(i % 50) +
+                                                    R"(", "version": "1", "license": ")" + licenses[i % 4] +
+                                                    "\"}");
+        project.write(folder + "/LICENSE", std::string(standardText(i % 3 == 0 ? "MIT" : "Zlib").value()) +
+                                               std::to_string(i % 10));
+        project.write(folder + "/node_modules/n" + std::to_string(i % 9) + "/package.json",
+                      R"({"version": "2"})");
+    }
+    project.link("node_modules/linked", "p7");
+    project.link("node_modules/p1/node_modules/up", "../..");
+}
+
+TEST(Scanner, GivesTheSameWhateverTheNumberOfThreads) {
+    const EnvironmentVariable date("SOURCE_DATE_EPOCH", "1767621802");
+    const TemporaryFolder project;
+    fill(project);
+    const ScanOptions options{.ecosystems = everything};
+    const ScanResult alone = Scanner::scan(project.path(), options, {}, {.threadLimit = 1});
+    EXPECT_GT(alone.dependencies.size(), 50U);
+    for (int round = 0; round < 5; ++round) {
+        EXPECT_EQ(Scanner::scan(project.path(), options, {}, {.threadLimit = 8}), alone);
+    }
+}
+
+TEST(Scanner, SortsByNameWhateverItsCaseThenByVersion) {
+    const TemporaryFolder project{{"package.json", "{}"}, {"package-lock.json", R"({"packages": {
+        "node_modules/a": {"version": "1.0"}, "node_modules/c/node_modules/A": {"version": "0.9"},
+        "node_modules/d/node_modules/a": {"version": "1.0-b"}, "node_modules/B": {"version": "2"}}})"}};
+    EXPECT_THAT(rows(scanned(project)), ElementsAre("npm:A@0.9", "npm:a@1.0", "npm:a@1.0-b", "npm:B@2"));
+}
+
+TEST(Scanner, TellsItsProgressAndStopsWhenAsked) {
+    const TemporaryFolder project;
+    fill(project);
+    std::stop_source source;
+    std::size_t told = 0;
+    const auto progress = [&](const ScanProgress& now) {
+        ++told;
+        EXPECT_FALSE(now.name.empty());
+        EXPECT_TRUE(now.total == 0 || now.done <= now.total);
+        source.request_stop();
+    };
+    Scanner::scan(project.path(), {.ecosystems = everything}, {},
+                  {.progress = progress, .stop = source.get_token()});
+    EXPECT_EQ(told, 1U) << "a stopped scan goes on no further";
+}
+
+}  // namespace
+}  // namespace ScanKit
