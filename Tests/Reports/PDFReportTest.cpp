@@ -1,7 +1,7 @@
 #include "ScanKit/Reports/PDFReport.h"
 
 #include "ScanKit/Reports/PDFCanvas.h"
-#include "ScanKit/Reports/PDFText.h"
+#include "ScanKit/Reports/PDFTable.h"
 #include "Tests/Builders/TemporaryFolder.h"
 #include "Tests/Reports/Golden.h"
 #include "Tests/Reports/SampleResult.h"
@@ -105,18 +105,22 @@ ScanResult longResult(std::size_t count) {
     return result;
 }
 
+void expectInsideTheMargins(const Texts& texts) {
+    for (const auto& [string, rectangle, right] : texts) {
+        SCOPED_TRACE(string.text);
+        EXPECT_GE(rectangle.x, 50);
+        EXPECT_LE(rectangle.x + rectangle.width, 562.001);
+        EXPECT_GE(rectangle.y, 50);
+        EXPECT_LE(rectangle.y + rectangle.height, PDFReport::contentEnd + 0.02);
+    }
+}
+
 TEST(PDFReport, StaysInsideTheMarginsAndItsCells) {
     const PDFReport report = laidOut(longResult(400));
     ASSERT_GT(report.pages.size(), 10U);
     for (const PDFReport::Page& page : report.pages) {
-        Texts texts = textsOf(page);
-        for (const auto& [string, rectangle, right] : texts) {
-            SCOPED_TRACE(string.text);
-            EXPECT_GE(rectangle.x, 50);
-            EXPECT_LE(rectangle.x + rectangle.width, 562.001);
-            EXPECT_GE(rectangle.y, 50);
-            EXPECT_LE(rectangle.y + rectangle.height, PDFReport::contentEnd + 0.02);
-        }
+        const Texts texts = textsOf(page);
+        expectInsideTheMargins(texts);
         for (std::size_t i = 0; i < texts.size(); ++i) {
             for (std::size_t j = 0; j < i; ++j) {
                 const PDFReport::Rectangle &a = texts[i].rectangle, &b = texts[j].rectangle;
@@ -176,6 +180,7 @@ TEST(PDFReport, NoHeadingStandsAloneAtThePagesFoot) {
     for (std::size_t count = 2; count < 40; ++count) {
         for (const PDFReport::Page& page : laidOut(longResult(count)).pages) {
             const Texts texts = textsOf(page);
+            expectInsideTheMargins(texts);
             for (std::size_t i = 0; i < texts.size(); ++i) {
                 if (isHeading(texts[i])) {
                     ++headings;
@@ -363,6 +368,18 @@ TEST(PDFReport, PackageNamesLeadToTheirSource) {
     }
 }
 
+TEST(PDFTable, CellsOfARowStandOnOneLine) {
+    PDFCanvas canvas;
+    PDFLayout layout(canvas);
+    PDFTable table(layout, {{"A", 0.5}, {"B", 0.5}});
+    const PDFReport::AttributedString small{.text = "small", .font = {.size = 8}},
+        large{.text = "large", .font = {.size = 30}};
+    table.addRow({{{.string = small}}, {{.string = large}}});
+    const Texts texts = textsOf(layout.takePages().front());
+    EXPECT_NEAR(texts[2].rectangle.y + canvas.lines(small, 200).front().baseline,
+                texts[3].rectangle.y + canvas.lines(large, 200).front().baseline, 0.01);
+}
+
 TEST(PDFText, ShowsWhatCannotBeDrawnAsBlanks) {
     for (const auto& [text, shown] : {std::pair{"plain", "plain"},
                                       {"a\tb\r\nc", "a b  c"},
@@ -384,9 +401,12 @@ TEST(PDFCanvas, BreaksLongTextsAsItBreaksShortOnes) {
     }
     const auto lines = canvas.lines(all, 120);
     EXPECT_EQ(lines.back().end, all.text.size());
-    for (std::size_t i = 0, begin = 0; i < lines.size(); begin = lines[i++].end) {
-        const PDFReport::AttributedString line{.text = all.text.substr(begin, lines[i].end - begin)};
-        ASSERT_EQ(canvas.lines(line, 120).size(), 1U) << line.text;
+    const std::string_view text = all.text;
+    for (std::size_t i = 0, begin = 0; i + 1 < lines.size(); begin = lines[i++].end) {
+        // A line is full: what comes next does not fit into it.
+        const PDFReport::AttributedString both{.text =
+                                                   std::string(text.substr(begin, lines[i + 1].end - begin))};
+        ASSERT_EQ(canvas.lines(both, 120).front().end, lines[i].end - begin) << both.text;
     }
 }
 
