@@ -231,8 +231,9 @@ private:
             const auto isDev = [](const Dependency& one) { return one.isDev; };
             const auto left = std::ranges::count_if(result_.dependencies, isDev);
             if (left > 0) {
-                text_ +=
-                    fmt::format("  {} dev-only packages are left out (--include-dev reports them)\n", left);
+                const std::string packages = left == 1 ? "package is" : "packages are";
+                text_ += fmt::format("  {} dev-only {} left out (--include-dev reports them too)\n", left,
+                                     packages);
             }
         }
         text_ += "  This is information, not legal advice.\n";

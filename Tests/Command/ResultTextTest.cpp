@@ -55,7 +55,7 @@ std::string shown(TextStyle style, bool includeDev = false) {
 TEST(ResultText, AccountsForEveryDependency) {
     EXPECT_THAT(shown({}), HasSubstr("3 dependencies: 2 need review, 0 copyleft, 1 unknown or missing\n"
                                      "  1 with license text, 0 without, 1 not on disk, 1 with no license\n"
-                                     "  1 dev-only packages are left out"));
+                                     "  1 dev-only package is left out"));
     const std::string all = shown({}, true);
     EXPECT_THAT(all, HasSubstr("4 dependencies: 3 need review, 1 copyleft, 1 unknown or missing\n"
                                "  1 with license text, 1 without, 1 not on disk, 1 with no license\n"));
