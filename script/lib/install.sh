@@ -1,0 +1,84 @@
+# Installs what building and testing need, and nothing when all of it is there. Sourced by the scripts.
+# Debian 12 and its relatives by apt, macOS by Homebrew.
+
+build_packages_debian=(
+  g++ cmake ninja-build pkg-config ca-certificates
+  libicu-dev libsimdjson-dev libtbb-dev libfmt-dev libcli11-dev
+  libpango1.0-dev libcairo2-dev fonts-urw-base35
+  qt6-base-dev libgl-dev qt6-qpa-plugins
+)
+test_packages_debian=(libgtest-dev libgmock-dev poppler-utils qpdf xvfb dbus)
+check_packages_debian=(clang-16 libclang-rt-16-dev clang-format libbenchmark-dev)
+
+build_packages_macos=(cmake ninja pkg-config icu4c simdjson tbb fmt cli11 pango cairo qt@6)
+test_packages_macos=(googletest poppler qpdf)
+check_packages_macos=(llvm google-benchmark)
+
+# Runs a command as root: as it is for root, through sudo for others.
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  else
+    sudo "$@"
+  fi
+}
+
+install_debian() {
+  local missing=() package
+  for package in "$@"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  echo "Installing with apt: ${missing[*]}"
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get update -qq
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null ||
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"
+}
+
+install_macos() {
+  local missing=() package
+  for package in "$@"; do
+    brew list --versions "$package" >/dev/null 2>&1 || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  echo "Installing with Homebrew: ${missing[*]}"
+  brew install --quiet "${missing[@]}"
+}
+
+# install_for build|test|check …: makes sure that the packages of these purposes are there.
+install_for() {
+  local purpose names
+  for purpose in "$@"; do
+    if [ "$(uname)" = Darwin ]; then
+      names="${purpose}_packages_macos[@]"
+      install_macos "${!names}"
+    elif command -v apt-get >/dev/null; then
+      names="${purpose}_packages_debian[@]"
+      install_debian "${!names}"
+    else
+      echo "Neither apt nor Homebrew is here: install the packages of script/lib/install.sh by hand." >&2
+    fi
+  done
+}
+
+# build PRESET [TARGET …]: configures when needed and builds, quietly unless something is wrong.
+build() {
+  local preset=$1 folder=build/$1 launcher=()
+  shift
+  command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+  [ "$(uname)" = Darwin ] && launcher+=("-DCMAKE_PREFIX_PATH=$(brew --prefix icu4c);$(brew --prefix qt@6)")
+  mkdir -p build
+  if [ ! -e "$folder/build.ninja" ]; then
+    echo "Configuring $folder"
+    cmake --preset "$preset" "${launcher[@]}" >"$folder-configure.log" 2>&1 || {
+      cat "$folder-configure.log" >&2
+      return 1
+    }
+  fi
+  echo "Building $folder"
+  local log=$folder/build.log
+  cmake --build --preset "$preset" ${1:+--target "$@"} >"$log" 2>&1 || {
+    cat "$log" >&2
+    return 1
+  }
+}
