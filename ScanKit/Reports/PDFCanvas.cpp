@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
@@ -107,7 +106,7 @@ private:
             return std::hash<std::string>{}(key.text) ^ std::hash<double>{}(look);
         }
     };
-    /// Some 12 MB; the few texts that really repeat are soon laid out again.
+    /// Bounds the memory; the few texts that really repeat are soon laid out again.
     static constexpr std::size_t mostKept = 4'096;
 
     GObjectPointer<PangoFontMap> fonts_;

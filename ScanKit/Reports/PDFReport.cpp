@@ -165,11 +165,11 @@ void addAttention(PDFLayout& layout, const Contents& contents) {
             bodyStyle("Nothing needs attention: every dependency has a recognized license that doesn't "
                       "require sharing your code."));
     }
-    PDFTable table(layout, {{"Severity", 0.14},
-                            {"Package", 0.21},
-                            {"Version", 0.11},
-                            {"License", 0.18},
-                            {"Flags and notes", 0.36}});
+    PDFTable table(layout, {{"Severity", 0.125},
+                            {"Package", 0.195},
+                            {"Version", 0.12},
+                            {"License", 0.16},
+                            {"Flags and notes", 0.40}});
     for (const Dependency* dependency : contents.dependencies) {
         if (dependency->needsReview()) {
             table.addRow({severityCell(*dependency), nameCell(boldCellStyle, *dependency),
@@ -184,9 +184,9 @@ void addDependencies(PDFLayout& layout, const Contents& contents) {
     layout.heading(fmt::format("All dependencies ({})", contents.dependencies.size()));
     const bool withDev = contents.options.includeDev;
     std::vector<Column> columns{
-        {"Package", 0.31}, {"Version", 0.13}, {"Ecosystem", 0.15}, {"License", 0.24}, {"Found by", 0.17}};
+        {"Package", 0.30}, {"Version", 0.14}, {"Ecosystem", 0.15}, {"License", 0.24}, {"Found by", 0.17}};
     if (withDev) {
-        columns = {{"Package", 0.28}, {"Version", 0.12},  {"Ecosystem", 0.15},
+        columns = {{"Package", 0.27}, {"Version", 0.14},  {"Ecosystem", 0.14},
                    {"License", 0.20}, {"Found by", 0.15}, {"Dev only", 0.10}};
     }
     PDFTable table(layout, std::move(columns));
@@ -203,13 +203,12 @@ void addDependencies(PDFLayout& layout, const Contents& contents) {
     layout.skip(sectionGap);
 }
 
-void addAbout(PDFLayout& layout, const ScanResult& result) {
-    layout.heading("About this scan");
-    layout.text({{.string = labelStyle("Found in")}, {.string = bodyStyle(result.rootPath), .gapAbove = 2}});
+/// The files read, one paragraph for each ecosystem.
+std::vector<PDFParagraph> filesRead(const std::vector<ScanSource>& sources) {
     std::vector<PDFParagraph> files;
     for (const Ecosystem ecosystem : allEcosystems) {
         std::string paths;
-        for (const ScanSource& source : result.sources) {
+        for (const ScanSource& source : sources) {
             if (source.ecosystem == ecosystem) {
                 append(paths, ", ", source.path);
             }
@@ -219,22 +218,31 @@ void addAbout(PDFLayout& layout, const ScanResult& result) {
                 {.string = bodyStyle(fmt::format("{}: {}", shortLabel(ecosystem), paths)), .gapAbove = 2});
         }
     }
-    if (!files.empty()) {
-        layout.skip(8);
-        files.insert(files.begin(), {.string = labelStyle("Files read")});
-        layout.text(std::move(files));
-    }
-    layout.skip(sectionGap);
+    return files;
 }
 
-void addDisclaimer(PDFLayout& layout, const std::string& date) {
-    layout.text(disclaimerStyle(fmt::format(
-        "This report lists the open-source licenses found in the project's dependency files and the "
-        "packages' own "
-        "license files on {}. Packages sometimes misstate their licenses, and what a license requires "
-        "depends on "
-        "how you use and ship the package. Have anything marked below reviewed before you rely on it.",
-        date)));
+PDFParagraph disclaimer(const std::string& date) {
+    return {.string = disclaimerStyle(fmt::format(
+                "This report lists the open-source licenses found in the project's dependency files and the "
+                "packages' own license files on {}. Packages sometimes misstate their licenses, and what a "
+                "license requires depends on how you use and ship the package. Have anything marked below "
+                "reviewed before you rely on it.",
+                date)),
+            .gapAbove = sectionGap};
+}
+
+/// The disclaimer is part of the section, so that it never stands on a page by itself.
+void addAbout(PDFLayout& layout, const Contents& contents) {
+    std::vector<PDFParagraph> paragraphs{{.string = labelStyle("Found in")},
+                                         {.string = bodyStyle(contents.result.rootPath), .gapAbove = 2}};
+    std::vector<PDFParagraph> files = filesRead(contents.result.sources);
+    if (!files.empty()) {
+        paragraphs.push_back({.string = labelStyle("Files read"), .gapAbove = 8});
+        std::ranges::move(files, std::back_inserter(paragraphs));
+    }
+    paragraphs.push_back(disclaimer(contents.date));
+    layout.heading("About this scan");
+    layout.text(std::move(paragraphs));
 }
 
 void addBody(PDFLayout& layout, const Contents& contents) {
@@ -249,8 +257,7 @@ void addBody(PDFLayout& layout, const Contents& contents) {
         addAttention(layout, contents);
         addDependencies(layout, contents);
     }
-    addAbout(layout, contents.result);
-    addDisclaimer(layout, contents.date);
+    addAbout(layout, contents);
 }
 
 /// The footer's text, the project's name shortened until all of it fits into the width.
