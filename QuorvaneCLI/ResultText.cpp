@@ -35,6 +35,7 @@ constexpr std::array<ColumnRow, columnCount> columnRows{{
 }};
 constexpr std::size_t flagsColumn = 5;
 constexpr std::string_view gap = "  ";
+constexpr std::string_view flagSeparator = "; ";
 
 std::string_view colourOf(ScanKit::Flag flag) {
     switch (severity(flag)) {
@@ -55,7 +56,7 @@ std::string flagLabels(const Dependency& dependency) {
     for (const ScanKit::Flag flag : dependency.flags) {
         labels.emplace_back(label(flag));
     }
-    return ScanKit::Text::joined(labels, "; ");
+    return ScanKit::Text::joined(labels, flagSeparator);
 }
 
 Cells cellsOf(const Dependency& dependency) {
@@ -159,26 +160,43 @@ private:
         Cells titles;
         std::ranges::transform(columnRows, titles.begin(),
                                [](const ColumnRow& row) { return std::string(row.title); });
-        printRow(titles, widths, boldText);
+        heading(rowText(titles, widths));
         for (std::size_t i = 0; i < rows.size(); ++i) {
-            const auto& flags = dependencies_[i]->flags;
-            printRow(rows[i], widths, flags.empty() ? "" : colourOf(flags.front()));
+            text_ += rowText(rows[i], widths, dependencies_[i]) + "\n";
         }
         text_ += "\n";
     }
 
-    /// `colour` is that of the flags; a row of titles is coloured whole.
-    void printRow(const Cells& cells, const Widths& widths, std::string_view colour) {
+    /// One line of the table; the flags of a dependency are coloured.
+    std::string rowText(const Cells& cells, const Widths& widths,
+                        const Dependency* dependency = nullptr) const {
         std::string line;
         for (std::size_t i = 0; i < columnCount; ++i) {
             const std::string cell = Terminal::fitted(cells[i], widths[i]);
             const std::size_t padding = widths[i] - std::min(widths[i], Terminal::width(cell));
-            const bool isColoured = !colour.empty() && (i == flagsColumn || colour == boldText);
-            line += isColoured && !cell.empty() ? coloured(colour, cell) : cell;
+            line += i == flagsColumn && dependency != nullptr ? colouredFlags(*dependency, cell) : cell;
             line += i + 1 < columnCount ? std::string(padding, ' ') + std::string(gap) : "";
         }
         line.erase(line.find_last_not_of(' ') + 1);
-        text_ += line + "\n";
+        return line;
+    }
+
+    /// The labels of the flags as they are shown, perhaps cut at the end, each in the colour of its severity.
+    std::string colouredFlags(const Dependency& dependency, std::string_view shown) const {
+        std::string text;
+        for (const ScanKit::Flag flag : dependency.flags) {
+            if (shown.empty()) {
+                break;
+            }
+            const bool isWhole = shown.starts_with(label(flag));
+            const std::string_view part = isWhole ? label(flag) : shown;
+            text += coloured(colourOf(flag), part);
+            shown.remove_prefix(part.size());
+            const std::string_view separator = shown.substr(0, flagSeparator.size());
+            text += separator == flagSeparator ? separator : "";
+            shown.remove_prefix(separator == flagSeparator ? separator.size() : 0);
+        }
+        return text + std::string(shown);
     }
 
     void printNotes() {
@@ -199,7 +217,7 @@ private:
     void printNotesOf(const Dependency& dependency) {
         text_ += fmt::format("  {} {} ({}): {}\n", Terminal::safe(dependency.name),
                              Terminal::safe(dependency.version), Terminal::safe(dependency.licenseDisplay()),
-                             coloured(colourOf(dependency.flags.front()), flagLabels(dependency)));
+                             colouredFlags(dependency, flagLabels(dependency)));
         for (const std::string& note : dependency.notes) {
             printWrapped(Terminal::safe(note), "      ");
         }

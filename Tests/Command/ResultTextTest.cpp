@@ -81,7 +81,7 @@ TEST(ResultText, SendsNoEscapeOfAPackageAndColoursOnlyWhenAsked) {
     EXPECT_THAT(shown({}), Not(HasSubstr("\x1b")));
     EXPECT_THAT(shown({}), HasSubstr("evil␛[2J"));
     const std::string coloured = shown({.columns = 120, .colour = true}, true);
-    EXPECT_THAT(coloured, HasSubstr("\x1b[31mCopyleft (GPL); No license file\x1b[0m"));
+    EXPECT_THAT(coloured, HasSubstr("\x1b[31mCopyleft (GPL)\x1b[0m; \x1b[36mNo license file\x1b[0m\n"));
     EXPECT_THAT(coloured, HasSubstr("\x1b[33mUnrecognized license\x1b[0m"));
     EXPECT_THAT(coloured, Not(HasSubstr("\x1b[2J")));
 }
