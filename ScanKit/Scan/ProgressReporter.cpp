@@ -5,6 +5,7 @@ namespace ScanKit {
 void ProgressReporter::begin(std::size_t total) {
     done_ = 0;
     total_ = total;
+    toldAt_ = {};
 }
 
 void ProgressReporter::packageDone(std::string_view name) {

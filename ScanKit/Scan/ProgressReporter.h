@@ -18,7 +18,8 @@ class ProgressReporter {
 public:
     explicit ProgressReporter(std::function<void(const ScanProgress&)> tell) : tell_(std::move(tell)) {}
 
-    /// Begins to count anew towards a known number of packages. Not while packages are being counted.
+    /// Begins to count anew towards a known number of packages, and tells of the first of them at once. Not while
+    /// packages are being counted.
     void begin(std::size_t total);
     void packageDone(std::string_view name);
 

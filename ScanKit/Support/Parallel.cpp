@@ -8,6 +8,7 @@
 #include <vector>
 #else
 #include <oneapi/tbb/blocked_range.h>
+#include <oneapi/tbb/global_control.h>
 #include <oneapi/tbb/parallel_for.h>
 #include <oneapi/tbb/task_arena.h>
 #endif
@@ -49,6 +50,8 @@ void forEachIndex(std::size_t count, const std::function<void(std::size_t)>& bod
             body(i);
         }
     } else if (threadLimit) {
+        // The library never uses more threads than cores unless told so.
+        const tbb::global_control allowed(tbb::global_control::max_allowed_parallelism, *threadLimit);
         tbb::task_arena(static_cast<int>(*threadLimit)).execute(run);
     } else {
         run();

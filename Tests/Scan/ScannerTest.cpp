@@ -188,20 +188,33 @@ TEST(Scanner, SortsByNameWhateverItsCaseThenByVersion) {
     EXPECT_THAT(rows(scanned(project)), ElementsAre("npm:A@0.9", "npm:a@1.0", "npm:a@1.0-b", "npm:B@2"));
 }
 
+/// How many packages a scan identifies when it is stopped at the first word of its progress that `isMoment` picks.
+std::size_t identifiedWhenStopped(const TemporaryFolder& project, bool (*isMoment)(const ScanProgress&)) {
+    std::stop_source source;
+    bool wasTold = false;
+    const auto progress = [&](const ScanProgress& now) {
+        EXPECT_FALSE(now.name.empty());
+        EXPECT_TRUE(now.total == 0 || now.done <= now.total);
+        if (isMoment(now)) {
+            wasTold = true;
+            source.request_stop();
+        }
+    };
+    const ScanResult result =
+        Scanner::scan(project.path(), {.ecosystems = everything}, {},
+                      {.progress = progress, .stop = source.get_token(), .threadLimit = 1});
+    EXPECT_TRUE(wasTold);
+    const auto isIdentified = [](const Dependency& dependency) { return !dependency.name.empty(); };
+    return static_cast<std::size_t>(std::ranges::count_if(result.dependencies, isIdentified));
+}
+
 TEST(Scanner, TellsItsProgressAndStopsWhenAsked) {
     const TemporaryFolder project;
     fill(project);
-    std::stop_source source;
-    std::size_t told = 0;
-    const auto progress = [&](const ScanProgress& now) {
-        ++told;
-        EXPECT_FALSE(now.name.empty());
-        EXPECT_TRUE(now.total == 0 || now.done <= now.total);
-        source.request_stop();
-    };
-    Scanner::scan(project.path(), {.ecosystems = everything}, {},
-                  {.progress = progress, .stop = source.get_token()});
-    EXPECT_EQ(told, 1U) << "a stopped scan goes on no further";
+    EXPECT_EQ(identifiedWhenStopped(project, [](const ScanProgress& now) { return now.total == 0; }), 0U)
+        << "stopped while reading, nothing is identified";
+    EXPECT_EQ(identifiedWhenStopped(project, [](const ScanProgress& now) { return now.total > 0; }), 1U)
+        << "stopped at the first license, no further one is identified";
 }
 
 }  // namespace
