@@ -66,7 +66,8 @@ TEST(ResultText, AccountsForEveryDependency) {
 
 TEST(ResultText, IsCutOnlyToATerminalsWidth) {
     for (const std::size_t columns : {200U, 100U, 80U, 72U}) {
-        for (const std::string_view line : ScanKit::Text::nonEmptyLines(shown({.columns = columns}, true))) {
+        const std::string text = shown({.columns = columns}, true);
+        for (const std::string_view line : ScanKit::Text::nonEmptyLines(text)) {
             // What names a package stands in full above its notes; everything else fits.
             if (!line.starts_with("  ") || line.starts_with("      ")) {
                 EXPECT_LE(Terminal::width(line), columns) << line;
