@@ -379,8 +379,9 @@ std::string webLink(std::string_view repository) {
     };
     replacePrefix("git+", "");
     replacePrefix("github:", codeHost);
-    const std::vector<std::string_view> pieces = Text::split(link, "/");
-    if (link.find(':') == std::string::npos && pieces.size() - std::ranges::count(pieces, "") == 2) {
+    std::vector<std::string_view> pieces = Text::split(link, "/");
+    std::erase(pieces, "");
+    if (link.find(':') == std::string::npos && pieces.size() == 2) {
         link.insert(0, codeHost);
     }
     replacePrefix("git://", "https://");
