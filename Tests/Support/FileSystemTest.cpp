@@ -87,14 +87,14 @@ TEST(IsRegularFileInside, ResolvesLinksOfBothPaths) {
 
 TEST(Paths, ShowsPathsRelativeToTheRootOrTheHome) {
     const EnvironmentVariable home("HOME", "/home/ada");
-    EXPECT_EQ(displayPath("/work/app/web/x", "/work/app/"), "web/x");
-    EXPECT_EQ(displayPath("/work/app/./web/..", "/work/app"), ".");
-    EXPECT_EQ(displayPath("/work/apple", "/work/app"), "/work/apple");
-    EXPECT_EQ(displayPath("/home/ada/venv", "/work/app"), "~/venv");
-    EXPECT_EQ(displayPath("/home/ada", "/work/app"), "~");
-    EXPECT_EQ(displayPath("/home/adam", "/work/app"), "/home/adam");
+    EXPECT_EQ(displayPath("/srv/app/web/x", "/srv/app/"), "web/x");
+    EXPECT_EQ(displayPath("/srv/app/./web/..", "/srv/app"), ".");
+    EXPECT_EQ(displayPath("/srv/apple", "/srv/app"), "/srv/apple");
+    EXPECT_EQ(displayPath("/home/ada/venv", "/srv/app"), "~/venv");
+    EXPECT_EQ(displayPath("/home/ada", "/srv/app"), "~");
+    EXPECT_EQ(displayPath("/home/adam", "/srv/app"), "/home/adam");
     EXPECT_EQ(displayPath("/etc/x", "/"), "etc/x");
-    EXPECT_EQ(displayPath("/work/app/\xFF", "/work/app"), "\uFFFD");
+    EXPECT_EQ(displayPath("/srv/app/\xFF", "/srv/app"), "\uFFFD");
 }
 
 }  // namespace
