@@ -1,0 +1,31 @@
+# The desktop program is built where Qt is installed; the library and the command never need it.
+set(QUORVANE_HAS_APP FALSE)
+if(QUORVANE_APP)
+  set(quorvane_qt_components Widgets)
+  if(NOT APPLE)
+    list(APPEND quorvane_qt_components DBus)
+  endif()
+  if(QUORVANE_TESTS)
+    list(APPEND quorvane_qt_components Test)
+  endif()
+  find_package(Qt6 6.4 QUIET COMPONENTS ${quorvane_qt_components})
+  if(Qt6_FOUND)
+    set(QUORVANE_HAS_APP TRUE)
+  else()
+    message(STATUS "Qt 6.4 was not found: the desktop program is left out")
+  endif()
+endif()
+
+# What every target with Qt in it compiles with: text is never converted silently.
+function(quorvane_use_qt name)
+  set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
+endfunction()
+
+# quorvane_qt_library(NAME SOURCES a.cpp b.cpp SEES targets): a library of the desktop program.
+function(quorvane_qt_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;SEES" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC quorvane_options ${ARG_SEES})
+  quorvane_use_qt(${name})
+endfunction()
