@@ -27,7 +27,11 @@ const std::map<std::string, Layers> mayInclude{
     {"ScanKit/Reports", {"ScanKit/Model", "ScanKit/Support", "ScanKit/Identification"}},
     {"QuorvaneCLI", {"ScanKit"}},
     {"MenuKit", {}},
-    {"QuorvaneApp", {"ScanKit", "MenuKit"}},
+    {"QuorvaneApp", {"ScanKit", "MenuKit", "QuorvaneApp"}},
+    {"QuorvaneApp/Model", {"ScanKit", "QuorvaneApp/Platform"}},
+    {"QuorvaneApp/Platform", {}},
+    {"QuorvaneApp/Commands", {"ScanKit", "MenuKit", "QuorvaneApp/Model"}},
+    {"QuorvaneApp/Views", {"ScanKit", "QuorvaneApp/Model", "QuorvaneApp/Commands"}},
 };
 
 /// Libraries whose types and headers stay in one place.

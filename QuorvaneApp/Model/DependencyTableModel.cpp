@@ -1,0 +1,160 @@
+#include "QuorvaneApp/Model/DependencyTableModel.h"
+
+#include "QuorvaneApp/Model/AppModel.h"
+#include "QuorvaneApp/Model/Texts.h"
+
+#include <array>
+
+#include <QStringList>
+
+namespace {
+
+using ScanKit::Dependency;
+
+constexpr std::array<const char*, 6> columnTitles{
+    QT_TRANSLATE_NOOP("DependencyTableModel", "Package"),
+    QT_TRANSLATE_NOOP("DependencyTableModel", "Version"),
+    QT_TRANSLATE_NOOP("DependencyTableModel", "Ecosystem"),
+    QT_TRANSLATE_NOOP("DependencyTableModel", "License"),
+    QT_TRANSLATE_NOOP("DependencyTableModel", "Found by"),
+    QT_TRANSLATE_NOOP("DependencyTableModel", "Flag"),
+};
+
+QString cellText(const Dependency& dependency, DependencyColumn column) {
+    switch (column) {
+        case DependencyColumn::package:
+            return Texts::oneLine(Texts::fromUtf8(dependency.name));
+        case DependencyColumn::version:
+            return Texts::oneLine(Texts::fromUtf8(dependency.version));
+        case DependencyColumn::ecosystem:
+            return Texts::fromUtf8(ScanKit::shortLabel(dependency.ecosystem));
+        case DependencyColumn::license:
+            return Texts::oneLine(Texts::fromUtf8(dependency.licenseDisplay()));
+        case DependencyColumn::foundBy:
+            return Texts::fromUtf8(ScanKit::shortLabel(dependency.basis));
+        case DependencyColumn::flag:
+            return dependency.flags.empty() ? QString()
+                                            : Texts::fromUtf8(ScanKit::label(dependency.flags.front()));
+    }
+    return {};
+}
+
+QString flagList(const Dependency& dependency) {
+    QStringList labels;
+    for (const ScanKit::Flag flag : dependency.flags) {
+        labels.push_back(Texts::fromUtf8(ScanKit::label(flag)));
+    }
+    return labels.join(QStringLiteral(", "));
+}
+
+}  // namespace
+
+DependencyTableModel::DependencyTableModel(AppModel& model, QObject* parent)
+    : QAbstractTableModel(parent), model_(&model) {
+    connect(model_, &AppModel::rowsChanged, this, &DependencyTableModel::reset);
+    reset();
+}
+
+int DependencyTableModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+int DependencyTableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(columnTitles.size());
+}
+
+QVariant DependencyTableModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+        return {};
+    }
+    const Dependency& dependency = project_->dependencies()[static_cast<std::size_t>(resultRow(index.row()))];
+    const auto column = static_cast<DependencyColumn>(index.column());
+    switch (role) {
+        case Qt::DisplayRole:
+            return cellText(dependency, column);
+        case Qt::ToolTipRole:
+            return Texts::toolTip(column == DependencyColumn::flag ? flagList(dependency)
+                                                                   : cellText(dependency, column));
+        case Qt::AccessibleTextRole:
+            if (column == DependencyColumn::flag) {
+                return dependency.flags.empty() ? tr("no flag") : flagList(dependency);
+            }
+            return column == DependencyColumn::package && dependency.isDev
+                       ? tr("%1, dev-only").arg(cellText(dependency, column))
+                       : cellText(dependency, column);
+        case flagRole:
+            return dependency.flags.empty() ? QVariant() : static_cast<int>(dependency.flags.front());
+        case furtherFlagsRole:
+            return dependency.flags.empty() ? 0 : static_cast<int>(dependency.flags.size()) - 1;
+        case isDevRole:
+            return dependency.isDev;
+        default:
+            return {};
+    }
+}
+
+QVariant DependencyTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= columnCount()) {
+        return {};
+    }
+    return tr(columnTitles[static_cast<std::size_t>(section)]);
+}
+
+void DependencyTableModel::sort(int column, Qt::SortOrder order) {
+    if (column < 0) {
+        sorting_.reset();
+    } else {
+        sorting_ = Sorting{static_cast<DependencyColumn>(column), order == Qt::DescendingOrder};
+    }
+    allSorted_.clear();
+    reset();
+}
+
+std::optional<int> DependencyTableModel::tableRow(int resultRow) const {
+    const auto position = static_cast<std::size_t>(resultRow);
+    if (resultRow < 0 || position >= tableRows_.size() || tableRows_[position] < 0) {
+        return std::nullopt;
+    }
+    return tableRows_[position];
+}
+
+QString DependencyTableModel::rowText(int tableRow) const {
+    QStringList cells;
+    for (int column = 0; column < columnCount(); ++column) {
+        cells.push_back(index(tableRow, column).data().toString());
+    }
+    return cells.join(QLatin1Char('\t'));
+}
+
+void DependencyTableModel::reset() {
+    beginResetModel();
+    if (project_ != model_->project()) {
+        project_ = model_->project();
+        allSorted_.clear();
+    }
+    rows_ = model_->rows();
+    tableRows_.assign(project_ ? project_->dependencies().size() : 0, -1);
+    for (const int row : rows_) {
+        tableRows_[static_cast<std::size_t>(row)] = 0;
+    }
+    if (sorting_ && project_) {
+        showSorted();
+    }
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        tableRows_[static_cast<std::size_t>(rows_[i])] = static_cast<int>(i);
+    }
+    endResetModel();
+}
+
+/// Everything is sorted once, and then only looked through, so that typing in the search costs no sorting.
+void DependencyTableModel::showSorted() {
+    if (allSorted_.empty()) {
+        allSorted_ = sortedRows(*project_, sorting_->column, sorting_->isDescending);
+    }
+    rows_.clear();
+    for (const int row : allSorted_) {
+        if (tableRows_[static_cast<std::size_t>(row)] >= 0) {
+            rows_.push_back(row);
+        }
+    }
+}

@@ -1,0 +1,18 @@
+#include "QuorvaneApp/Model/ExportMessage.h"
+
+#include "QuorvaneApp/Model/Texts.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+QString exportMessageFor(const ScanKit::SavedReports& saved) {
+    if (saved.failure) {
+        return QCoreApplication::translate("ExportMessage", "Couldn't save: %1")
+            .arg(Texts::fromUtf8(*saved.failure));
+    }
+    QStringList names;
+    for (const std::filesystem::path& file : saved.files) {
+        names.push_back(Texts::shownName(file));
+    }
+    return QCoreApplication::translate("ExportMessage", "Saved %1.").arg(names.join(QStringLiteral(", ")));
+}

@@ -1,0 +1,78 @@
+#include "QuorvaneApp/Model/ScanRunner.h"
+
+#include "QuorvaneApp/Model/FolderProblem.h"
+#include "QuorvaneApp/Model/Texts.h"
+#include "ScanKit/Scan/ProjectDetection.h"
+
+#include <utility>
+
+namespace {
+
+using ProgressHandler = std::function<void(const ScanningProgress&)>;
+
+/// A folder that disappears halfway would look like one with fewer packages, so it is looked at again.
+ScanOutcome outcomeOf(const ScanFunction& scan, const ScanRequest& request,
+                      const ScanKit::ScanControl& control) {
+    if (const auto problem = folderProblem(request.folder)) {
+        return {.problem = *problem};
+    }
+    ScanFindings found = scan(request, control);
+    if (const auto problem = folderProblem(request.folder)) {
+        return {.problem = *problem};
+    }
+    if (control.stop.stop_requested()) {
+        return {};
+    }
+    return {.project =
+                std::make_shared<const ScannedProject>(std::move(found.detection), std::move(found.result))};
+}
+
+ScanKit::ScanControl controlOf(const ScanKit::StopToken& stop, Background& background,
+                               const ProgressHandler& onProgress) {
+    return {.progress =
+                [stop, &background, onProgress](const ScanKit::ScanProgress& progress) {
+                    ScanningProgress shown{progress.done, progress.total, Texts::fromUtf8(progress.name)};
+                    background.post([stop, onProgress, shown = std::move(shown)] {
+                        if (!stop.stop_requested()) {
+                            onProgress(shown);
+                        }
+                    });
+                },
+            .stop = stop};
+}
+
+}  // namespace
+
+ScanFindings scanFolder(const ScanRequest& request, const ScanKit::ScanControl& control) {
+    ScanFindings found{.detection = ScanKit::detect(request.folder)};
+    const std::vector<ScanKit::Ecosystem> ecosystems = found.detection.ecosystems();
+    ScanKit::ScanOptions options{
+        .ecosystems = {ecosystems.begin(), ecosystems.end()},
+        .checkoutFolders = request.extraCheckouts,
+        .pythonEnvironments = request.pythonEnvironments,
+        .useXcodeDerivedData = true,
+    };
+    if (!request.pythonEnvironments.empty()) {
+        options.ecosystems.insert(ScanKit::Ecosystem::python);
+    }
+    found.result = ScanKit::Scanner::scan(request.folder, options, found.detection, control);
+    return found;
+}
+
+ScanRunner::ScanRunner(ScanFunction scan, Background& background)
+    : scan_(std::move(scan)), background_(&background) {}
+
+void ScanRunner::start(ScanRequest request, ProgressHandler onProgress,
+                       std::function<void(const ScanOutcome&)> onFinished) {
+    cancel();
+    current_ = background_->start([scan = scan_, background = background_, request = std::move(request),
+                                   onProgress = std::move(onProgress),
+                                   onFinished = std::move(onFinished)](const ScanKit::StopToken& stop) {
+        const ScanOutcome outcome = outcomeOf(scan, request, controlOf(stop, *background, onProgress));
+        return [stop, outcome, onFinished] {
+            if (!stop.stop_requested()) {
+                onFinished(outcome);
+            }
+        };
+    });
+}

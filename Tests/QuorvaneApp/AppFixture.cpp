@@ -1,0 +1,117 @@
+#include "Tests/QuorvaneApp/AppFixture.h"
+
+#include <chrono>
+#include <fstream>
+#include <utility>
+
+using ScanKit::Dependency;
+using ScanKit::Ecosystem;
+
+namespace {
+
+/// A test that fails before it releases a scan must still come to its end.
+constexpr std::chrono::seconds longestHold{10};
+
+}  // namespace
+
+void FakeFolderChooser::choose(const FolderQuestion& question, Answer chosen) {
+    questions.push_back(question);
+    if (answer) {
+        chosen(*answer);
+    }
+}
+
+ScanFunction HeldScans::function() {
+    return [this](const ScanRequest& request, const ScanKit::ScanControl& control) {
+        return run(request, control);
+    };
+}
+
+void HeldScans::release(std::size_t index, ScanFindings findings) {
+    const std::lock_guard guard(lock_);
+    released_[index] = std::move(findings);
+    changed_.notify_all();
+}
+
+std::vector<ScanRequest> HeldScans::begun() {
+    const std::lock_guard guard(lock_);
+    return begun_;
+}
+
+bool HeldScans::wasStopped(std::size_t index) {
+    const std::lock_guard guard(lock_);
+    return stopped_[index];
+}
+
+ScanFindings HeldScans::run(const ScanRequest& request, const ScanKit::ScanControl& control) {
+    std::unique_lock guard(lock_);
+    const std::size_t index = begun_.size();
+    begun_.push_back(request);
+    if (control.progress) {
+        control.progress({.done = 3, .total = 7, .name = "left-pad"});
+    }
+    changed_.wait_for(guard, longestHold, [&] { return released_.contains(index); });
+    stopped_[index] = control.stop.stop_requested();
+    return released_[index];
+}
+
+Dependency package(const std::string& name, Ecosystem ecosystem) {
+    return {.ecosystem = ecosystem,
+            .name = name,
+            .version = "1.0.0",
+            .license = "MIT",
+            .category = ScanKit::LicenseCategory::permissive,
+            .basis = ScanKit::LicenseBasis::metadata};
+}
+
+Dependency flagged(const std::string& name, std::vector<ScanKit::Flag> flags,
+                   ScanKit::LicenseCategory category, std::optional<std::string> license) {
+    Dependency dependency = package(name);
+    dependency.flags = std::move(flags);
+    dependency.category = category;
+    dependency.license = std::move(license);
+    return dependency;
+}
+
+ScanFindings findings(std::vector<Dependency> dependencies, std::vector<std::string> warnings) {
+    ScanFindings found;
+    for (const Dependency& dependency : dependencies) {
+        switch (dependency.ecosystem) {
+            case Ecosystem::swiftpm:
+                found.detection.resolvedFiles = {"Package.resolved"};
+                break;
+            case Ecosystem::npm:
+                found.detection.npmLockfiles = {"package-lock.json"};
+                break;
+            case Ecosystem::python:
+                found.detection.poetryLocks = {"poetry.lock"};
+                break;
+        }
+    }
+    found.result.dependencies = std::move(dependencies);
+    found.result.warnings = std::move(warnings);
+    return found;
+}
+
+ScanFunction alwaysFinding(ScanFindings found) {
+    return [found = std::move(found)](const ScanRequest&, const ScanKit::ScanControl&) { return found; };
+}
+
+std::filesystem::path ProjectFolder::folder(const std::string& name) const {
+    std::filesystem::create_directories(path() / name);
+    return path() / name;
+}
+
+std::filesystem::path ProjectFolder::write(const std::string& name, const std::string& content) const {
+    std::filesystem::create_directories((path() / name).parent_path());
+    std::ofstream(path() / name, std::ios::binary) << content;
+    return path() / name;
+}
+
+std::vector<std::string> shownNames(const AppModel& model) {
+    std::vector<std::string> names;
+    for (const int row : model.rows()) {
+        names.push_back(model.project()->dependencies()[static_cast<std::size_t>(row)].name);
+    }
+    return names;
+}
