@@ -1,0 +1,38 @@
+#pragma once
+
+#include "ScanKit/Model/Dependency.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include <QScrollArea>
+
+class QGridLayout;
+class QVBoxLayout;
+
+/// The facts about one dependency flags, notes, and titled lines. All text is plain.
+class DependencyFacts : public QScrollArea {
+    Q_OBJECT
+
+public:
+    explicit DependencyFacts(std::function<void(const QString& address)> openLink, QWidget* parent = nullptr);
+
+    /// Takes the place of what was shown before.
+    void show(const ScanKit::Dependency& dependency);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void addFlags(QVBoxLayout& column, const ScanKit::Dependency& dependency);
+    void addNotes(QVBoxLayout& column, const ScanKit::Dependency& dependency);
+    void addFacts(const ScanKit::Dependency& dependency);
+    void addTitled(const QString& title, QWidget* content);
+    QWidget* makeSource(const std::string& source);
+    void arrange();
+
+    std::function<void(const QString&)> openLink_;
+    QGridLayout* grid_ = nullptr;   ///< of the titled lines
+    std::vector<QWidget*> titled_;  ///< in order; as many beside each other as there is room for
+};

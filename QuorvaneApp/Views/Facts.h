@@ -1,0 +1,27 @@
+#pragma once
+
+#include "ScanKit/Model/Dependency.h"
+
+#include <optional>
+#include <vector>
+
+#include <QString>
+
+/// What the detail pane tells of a dependency, in words; decided here, apart from how it is drawn.
+namespace Facts {
+
+struct Fact {
+    QString title;
+    QString text;
+    bool operator==(const Fact&) const = default;
+};
+
+/// The facts that there are, in the order shown; flags, notes and the source are told apart from them.
+std::vector<Fact> of(const ScanKit::Dependency& dependency);
+/// The display names of the licenses in the text of a license column, such as "MIT License"; empty when they
+/// add nothing to the text itself.
+QString displayNames(const QString& license);
+/// The source as a link that may be opened: a whole http or https address. None for any other text.
+std::optional<QString> webLink(const std::optional<std::string>& source);
+
+}  // namespace Facts

@@ -1,0 +1,34 @@
+#include "QuorvaneApp/Views/SettingsDialog.h"
+
+#include "QuorvaneApp/Model/AppModel.h"
+#include "QuorvaneApp/Views/BoundField.h"
+#include "QuorvaneApp/Views/Button.h"
+#include "QuorvaneApp/Views/DevPackagesToggle.h"
+#include "QuorvaneApp/Views/Label.h"
+
+#include <QDialogButtonBox>
+#include <QVBoxLayout>
+
+SettingsDialog::SettingsDialog(AppModel& model, QWidget* parent) : QDialog(parent) {
+    setObjectName(QStringLiteral("settings"));
+    setWindowTitle(tr("Settings"));
+    auto* const preparedBy = new BoundField(model, &AppModel::preparedBy, &AppModel::setPreparedBy);
+    preparedBy->setObjectName(QStringLiteral("preparedBy"));
+    preparedBy->setAccessibleName(tr("Reports prepared by"));
+    preparedBy->setPlaceholderText(tr("You or your studio"));
+    auto* const buttons = new QDialogButtonBox;
+    buttons->addButton(new Button(tr("Close")), QDialogButtonBox::RejectRole);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(22, 20, 22, 18);
+    layout->setSpacing(6);
+    layout->addWidget(new Label(Label::Role::strong, tr("Reports prepared by")));
+    layout->addWidget(preparedBy);
+    layout->addSpacing(12);
+    layout->addWidget(new DevPackagesToggle(model));
+    layout->addSpacing(12);
+    layout->addStretch();
+    layout->addWidget(buttons);
+    setMinimumWidth(fontMetrics().averageCharWidth() * 60);
+}
