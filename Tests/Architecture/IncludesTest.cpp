@@ -77,7 +77,7 @@ std::optional<IncludeLine> includeOf(const std::string& line) {
     const std::size_t hash = line.find_first_not_of(' ');
     const std::size_t open = line.find_first_of("\"<");
     if (hash == std::string::npos || line[hash] != '#' || open == std::string::npos ||
-        line.substr(hash, open - hash).find("include") == std::string::npos) {
+        (line.find("include", hash) > open && line.find("import", hash) > open)) {
         return std::nullopt;
     }
     const bool isQuoted = line[open] == '"';
