@@ -152,14 +152,19 @@ std::vector<std::string> allValues(const Headers& headers, std::string_view key)
     return values;
 }
 
-/// The first value; absent when it is blank, or the word that builders write when nothing was given.
-std::optional<std::string> statedValue(const Headers& headers, std::string_view key) {
+/// The first value; absent when it is blank.
+std::optional<std::string> firstValue(const Headers& headers, std::string_view key) {
     const auto found = std::ranges::find(headers, key, &Header::key);
-    if (found == headers.end()) {
+    if (found == headers.end() || Text::isBlank(found->value)) {
         return std::nullopt;
     }
-    std::string value(Text::trimmed(found->value));
-    return value.empty() || Text::lowercased(value) == "unknown" ? std::nullopt : std::optional(value);
+    return std::string(Text::trimmed(found->value));
+}
+
+/// The first value; absent when it is blank, or the word that builders write when nothing was given.
+std::optional<std::string> statedValue(const Headers& headers, std::string_view key) {
+    std::optional<std::string> value = firstValue(headers, key);
+    return value && Text::lowercased(*value) == "unknown" ? std::nullopt : value;
 }
 
 std::optional<std::string> statedLicense(const Headers& headers) {
@@ -381,7 +386,7 @@ std::optional<Installed> distribution(const std::filesystem::path& metadataFolde
     return Installed{.name = names.front(),
                      .version = versions.front(),
                      .license = statedLicense(headers),
-                     .licenseExpression = statedValue(headers, "license-expression"),
+                     .licenseExpression = firstValue(headers, "license-expression"),
                      .classifiers = allValues(headers, "classifier"),
                      .homepage = homepageOf(headers),
                      .folder = metadataFolder,
