@@ -7,12 +7,12 @@ build_packages_debian=(
   libpango1.0-dev libcairo2-dev fonts-urw-base35
   qt6-base-dev libgl-dev qt6-qpa-plugins
 )
-test_packages_debian=(libgtest-dev libgmock-dev poppler-utils qpdf xvfb dbus)
-check_packages_debian=(clang-16 libclang-rt-16-dev clang-format libbenchmark-dev)
+test_packages_debian=(libgtest-dev libgmock-dev libbenchmark-dev poppler-utils qpdf xvfb dbus)
+check_packages_debian=(clang-16 libclang-rt-16-dev clang-format)
 
 build_packages_macos=(cmake ninja pkg-config icu4c simdjson tbb fmt cli11 pango cairo qt@6)
-test_packages_macos=(googletest poppler qpdf)
-check_packages_macos=(llvm google-benchmark)
+test_packages_macos=(googletest google-benchmark poppler qpdf)
+check_packages_macos=(llvm clang-format)
 
 # Runs a command as root: as it is for root, through sudo for others.
 as_root() {
@@ -47,18 +47,20 @@ install_macos() {
 
 # install_for build|test|check …: makes sure that the packages of these purposes are there.
 install_for() {
-  local purpose names
+  local system purpose list packages=()
+  if [ "$(uname)" = Darwin ]; then
+    system=macos
+  elif command -v apt-get >/dev/null; then
+    system=debian
+  else
+    echo "Neither apt nor Homebrew is here: install the packages of script/lib/install.sh by hand." >&2
+    return 0
+  fi
   for purpose in "$@"; do
-    if [ "$(uname)" = Darwin ]; then
-      names="${purpose}_packages_macos[@]"
-      install_macos "${!names}"
-    elif command -v apt-get >/dev/null; then
-      names="${purpose}_packages_debian[@]"
-      install_debian "${!names}"
-    else
-      echo "Neither apt nor Homebrew is here: install the packages of script/lib/install.sh by hand." >&2
-    fi
+    list="${purpose}_packages_${system}[@]"
+    packages+=("${!list}")
   done
+  "install_$system" "${packages[@]}"
 }
 
 # build PRESET [TARGET …]: configures when needed and builds, quietly unless something is wrong.
