@@ -55,7 +55,7 @@ TEST(SampleProject, ReadsAsItsReadmeSays) {
             "python:heron@0.3.0 dev | MIT | metadataAndText |",
             "python:pelican-pouch@1.1.0 | PublicDomain | metadata |",
             "python:puffin@any | - | none | missing notOnDisk",
-            "python:tern@2.0.1 | Apache-2.0 | classifier | noLicenseFile"));
+            "python:sandpiper-nest@2.0.1 | Apache-2.0 | classifier | noLicenseFile"));
 }
 
 TEST(SampleProject, ShowsEveryCategoryBasisFlagAndKindOfNote) {
