@@ -1,7 +1,7 @@
 # The desktop program is built where Qt is installed; the library and the command never need it.
 set(QUORVANE_HAS_APP FALSE)
 if(QUORVANE_APP)
-  set(quorvane_qt_components Widgets)
+  set(quorvane_qt_components Widgets Network)
   if(NOT APPLE)
     list(APPEND quorvane_qt_components DBus)
   endif()

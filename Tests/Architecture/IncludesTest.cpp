@@ -28,10 +28,11 @@ const std::map<std::string, Layers> mayInclude{
     {"QuorvaneCLI", {"ScanKit"}},
     {"MenuKit", {}},
     {"QuorvaneApp", {"ScanKit", "MenuKit", "QuorvaneApp"}},
+    {"QuorvaneApp/Updates", {}},
+    {"QuorvaneApp/Platform", {"QuorvaneApp/Updates"}},
     {"QuorvaneApp/Model", {"ScanKit", "QuorvaneApp/Platform"}},
-    {"QuorvaneApp/Platform", {}},
     {"QuorvaneApp/Commands", {"ScanKit", "MenuKit", "QuorvaneApp/Model"}},
-    {"QuorvaneApp/Views", {"ScanKit", "QuorvaneApp/Model", "QuorvaneApp/Commands"}},
+    {"QuorvaneApp/Views", {"ScanKit", "QuorvaneApp/Model", "QuorvaneApp/Commands", "QuorvaneApp/Updates"}},
 };
 
 /// Libraries whose types and headers stay in one place.
