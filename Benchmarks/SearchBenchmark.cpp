@@ -6,6 +6,7 @@
 #include "QuorvaneApp/Model/AppModel.h"
 #include "QuorvaneApp/Platform/FileRevealer.h"
 #include "QuorvaneApp/Platform/FolderChooser.h"
+#include "QuorvaneApp/Updates/UpdaterController.h"
 
 #include <algorithm>
 #include <array>
@@ -31,6 +32,14 @@ public:
 class NoFileManager : public FileRevealer {
 public:
     void reveal(const std::vector<std::filesystem::path>&) override {}
+};
+
+class NoUpdates : public UpdaterController {
+public:
+    std::optional<QUrl> feedURL() const override { return std::nullopt; }
+    void checkForUpdates() override {}
+    bool automaticallyChecksForUpdates() const override { return false; }
+    void setAutomaticallyChecksForUpdates(bool) override {}
 };
 
 /// Names that share their beginnings, so that the first keys keep nearly all rows and the next ones scatter
@@ -62,7 +71,8 @@ void typing(benchmark::State& state, Rows rows) {
                            .fileRevealer = fileManager,
                            .scan = [](const auto&, const auto&) { return manyPackages(); }});
     AppCommands commands(model);
-    MainWindow window(model, commands, [](const QString&) {});
+    NoUpdates updates;
+    MainWindow window(model, commands, updates, [](const QString&) {});
     window.resize(1600, 1000);
     window.show();
     model.openFolder(std::filesystem::temp_directory_path());

@@ -6,6 +6,7 @@
 #include "QuorvaneApp/Commands/MainMenu.h"
 #include "QuorvaneApp/Model/AppModel.h"
 #include "QuorvaneApp/Model/Texts.h"
+#include "QuorvaneApp/Views/AlertWindow.h"
 #include "QuorvaneApp/Views/DependencyTable.h"
 #include "QuorvaneApp/Views/DetailPane.h"
 #include "QuorvaneApp/Views/DropOverlay.h"
@@ -29,7 +30,6 @@
 #include <QCoreApplication>
 #include <QDragEnterEvent>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -45,8 +45,13 @@ void bringToFront(Window& window) {
 
 }  // namespace
 
-MainWindow::MainWindow(AppModel& model, AppCommands& commands, LinkOpener openLink, QWidget* parent)
-    : QMainWindow(parent), model_(&model), commands_(&commands), edit_(new EditActions(this)) {
+MainWindow::MainWindow(AppModel& model, AppCommands& commands, UpdaterController& updater,
+                       LinkOpener openLink, QWidget* parent)
+    : QMainWindow(parent),
+      model_(&model),
+      commands_(&commands),
+      updater_(&updater),
+      edit_(new EditActions(this)) {
     setObjectName(QStringLiteral("mainWindow"));
     setAcceptDrops(true);
     setCentralWidget(makeContent(std::move(openLink)));
@@ -172,7 +177,7 @@ void MainWindow::showExportSheet() {
 
 void MainWindow::showSettings() {
     if (settings_.isNull()) {
-        settings_ = new SettingsDialog(*model_, this);
+        settings_ = new SettingsDialog(*model_, *updater_, this);
     }
     bringToFront(*settings_);
 }
@@ -185,13 +190,13 @@ void MainWindow::showHelp() {
 }
 
 void MainWindow::showAbout() {
-    auto* const about = new QMessageBox(this);
+    auto* const about = new AlertWindow(
+        tr("Quorvane %1").arg(QCoreApplication::applicationVersion()),
+        tr("Lists the open-source licenses of a project’s dependencies. Information, not legal advice."),
+        this);
+    about->setObjectName(QStringLiteral("about"));
     about->setAttribute(Qt::WA_DeleteOnClose);
     about->setWindowTitle(tr("About Quorvane"));
-    about->setIconPixmap(windowIcon().pixmap(64));
-    about->setText(tr("Quorvane %1").arg(QCoreApplication::applicationVersion()));
-    about->setInformativeText(
-        tr("Lists the open-source licenses of a project’s dependencies. Information, not legal advice."));
     about->open();
 }
 

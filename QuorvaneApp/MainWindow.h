@@ -18,6 +18,7 @@ class ResultsView;
 class SettingsDialog;
 class QStackedWidget;
 class Strip;
+class UpdaterController;
 class WelcomeView;
 
 /// Joins the model, the commands and the views into the program's one window; takes folders that are dropped
@@ -28,7 +29,8 @@ class MainWindow : public QMainWindow {
 public:
     using LinkOpener = std::function<void(const QString& address)>;
 
-    MainWindow(AppModel& model, AppCommands& commands, LinkOpener openLink, QWidget* parent = nullptr);
+    MainWindow(AppModel& model, AppCommands& commands, UpdaterController& updater, LinkOpener openLink,
+               QWidget* parent = nullptr);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -52,6 +54,7 @@ private:
 
     AppModel* model_;
     AppCommands* commands_;
+    UpdaterController* updater_;
     EditActions* edit_;
     HeaderBar* header_;
     Strip* problem_;

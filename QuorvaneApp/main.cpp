@@ -4,7 +4,10 @@
 #include "QuorvaneApp/Model/Texts.h"
 #include "QuorvaneApp/Platform/DialogFolderChooser.h"
 #include "QuorvaneApp/Platform/FileRevealer.h"
+#include "QuorvaneApp/Platform/UpdaterControllers.h"
+#include "QuorvaneApp/Updates/Updater.h"
 #include "QuorvaneApp/Views/Appearance.h"
+#include "QuorvaneApp/Views/DialogUpdatePresenter.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -40,6 +43,12 @@ QString readArguments(const QApplication& application) {
     return parser.positionalArguments().value(0);
 }
 
+/// Absent when the program was built without one.
+std::optional<QUrl> updateFeed() {
+    const QString address = QStringLiteral(QUORVANE_FEED_URL);
+    return address.isEmpty() ? std::nullopt : std::optional(QUrl(address));
+}
+
 void openLink(const QString& address) {
     QDesktopServices::openUrl(QUrl(address, QUrl::StrictMode));
 }
@@ -54,9 +63,14 @@ int main(int argc, char** argv) {
     DialogFolderChooser folderChooser;
     const std::unique_ptr<FileRevealer> fileRevealer = makeFileRevealer();
     AppModel model(true, {.folderChooser = folderChooser, .fileRevealer = *fileRevealer});
-    AppCommands commands(model);
-    MainWindow window(model, commands, openLink);
+    DialogUpdatePresenter updatePresenter;
+    const std::unique_ptr<UpdaterController> updaterController =
+        makeUpdaterController(updateFeed(), updatePresenter, QDesktopServices::openUrl);
+    Updater updater(*updaterController, updatePresenter);
+    AppCommands commands(model, [&updater] { updater.checkForUpdates(); });
+    MainWindow window(model, commands, *updaterController, openLink);
     folderChooser.setWindow(&window);
+    updatePresenter.setWindow(&window);
     window.show();
     if (!folder.isEmpty()) {
         model.openIfFolder(Texts::toPath(QDir(folder).absolutePath()));

@@ -1,15 +1,18 @@
 #include "QuorvaneApp/Views/SettingsDialog.h"
 
 #include "QuorvaneApp/Model/AppModel.h"
+#include "QuorvaneApp/Updates/UpdaterController.h"
 #include "QuorvaneApp/Views/BoundField.h"
 #include "QuorvaneApp/Views/Button.h"
 #include "QuorvaneApp/Views/DevPackagesToggle.h"
 #include "QuorvaneApp/Views/Label.h"
+#include "QuorvaneApp/Views/UpdatesToggle.h"
 
 #include <QDialogButtonBox>
 #include <QVBoxLayout>
 
-SettingsDialog::SettingsDialog(AppModel& model, QWidget* parent) : QDialog(parent) {
+SettingsDialog::SettingsDialog(AppModel& model, UpdaterController& updater, QWidget* parent)
+    : QDialog(parent) {
     setObjectName(QStringLiteral("settings"));
     setWindowTitle(tr("Settings"));
     auto* const preparedBy = new BoundField(model, &AppModel::preparedBy, &AppModel::setPreparedBy);
@@ -28,6 +31,10 @@ SettingsDialog::SettingsDialog(AppModel& model, QWidget* parent) : QDialog(paren
     layout->addSpacing(12);
     layout->addWidget(new DevPackagesToggle(model));
     layout->addSpacing(12);
+    if (updater.feedURL()) {
+        layout->addWidget(new UpdatesToggle(updater));
+        layout->addSpacing(12);
+    }
     layout->addStretch();
     layout->addWidget(buttons);
     setMinimumWidth(fontMetrics().averageCharWidth() * 60);

@@ -163,6 +163,8 @@ void DialogsTest::settingsChangeTheModelAtOnce() {
     QCOMPARE(fixture.model.preparedBy(), QStringLiteral("Studio"));
     settings->findChild<QCheckBox*>(QStringLiteral("includeDev"))->click();
     QVERIFY(fixture.model.includeDev());
+    settings->findChild<QCheckBox*>(QStringLiteral("checksAutomatically"))->click();
+    QVERIFY(!fixture.updater.isAutomatic);
     QTest::keyClick(settings, Qt::Key_Escape);
     QVERIFY(!settings->isVisible());
 }

@@ -4,6 +4,7 @@
 #include "QuorvaneApp/MainWindow.h"
 #include "QuorvaneApp/Model/AppModel.h"
 #include "Tests/QuorvaneApp/AppFixture.h"
+#include "Tests/Updates/UpdateFixture.h"
 
 #include <utility>
 
@@ -18,7 +19,8 @@ struct WindowFixture {
                         .scan = std::move(scan),
                         .save = std::move(save)}),
           commands(model),
-          window(model, commands, [this](const QString& address) { openedLinks.push_back(address); }) {
+          window(model, commands, updater,
+                 [this](const QString& address) { openedLinks.push_back(address); }) {
         window.show();
         window.activateWindow();
         isActive = QTest::qWaitForWindowActive(&window);
@@ -53,6 +55,7 @@ struct WindowFixture {
     ProjectFolder project;
     FakeFolderChooser chooser;
     RecordingFileRevealer revealer;
+    FakeUpdaterController updater{QUrl(QStringLiteral("https://example.com/feed.xml"))};
     QStringList openedLinks;
     AppModel model;
     AppCommands commands;
