@@ -35,6 +35,12 @@ QUrl LoopbackServer::url(const QByteArray& path) const {
         QStringLiteral("http://127.0.0.1:%1%2").arg(server_.serverPort()).arg(QLatin1StringView(path)));
 }
 
+QUrl LoopbackServer::outsideUrl(const QByteArray& path) const {
+    QUrl address = url(path);
+    address.setHost(QStringLiteral("0.0.0.0"));
+    return address;
+}
+
 QByteArray LoopbackServer::methods() const {
     QByteArrayList methods;
     for (const Request& request : requests) {

@@ -28,6 +28,7 @@ private Q_SLOTS:
     void aSlowServerIsGivenUp_data();
     void aSlowServerIsGivenUp();
     void followsRedirectsButNeverInCircles();
+    void plainHttpIsNeverAskedBeyondTheLoopbackAddress();
     void withoutAFeedItFailsAtOnce();
     void twoQuickWishesSendOneProbe();
     void saysNothingAboutTheUser();
@@ -136,9 +137,16 @@ void UpdaterTest::followsRedirectsButNeverInCircles() {
     QCOMPARE(server.methods(), QByteArray("HEAD HEAD"));
     server.answer("/circle", {.status = 302, .body = {}, .location = "/circle"});
     QCOMPARE(endOf(server.url("/circle")), End::failed);
-    server.requests.clear();
-    server.answer("/away", {.status = 302, .body = {}, .location = "http://example.com/feed.xml"});
+}
+
+void UpdaterTest::plainHttpIsNeverAskedBeyondTheLoopbackAddress() {
+    LoopbackServer server;
+    server.answer("/feed.xml", {.body = {}});
+    server.answer("/away",
+                  {.status = 302, .body = {}, .location = server.outsideUrl("/feed.xml").toEncoded()});
     QCOMPARE(endOf(server.url("/away")), End::failed);
+    QCOMPARE(server.methods(), QByteArray("HEAD"));
+    QCOMPARE(endOf(server.outsideUrl("/feed.xml")), End::failed);
     QCOMPARE(server.methods(), QByteArray("HEAD"));
 }
 
