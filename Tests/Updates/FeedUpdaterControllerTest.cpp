@@ -179,7 +179,7 @@ void FeedUpdaterControllerTest::aCheckOnWishAlwaysAnswers() {
 
 void FeedUpdaterControllerTest::theCommandLeadsFromProbeToOffer() {
     Fixture fixture;
-    fixture.server.answer("/feed.xml", [](const LoopbackServer::Request& request) {
+    fixture.server.answerWith("/feed.xml", [](const LoopbackServer::Request& request) {
         return request.method == "HEAD" ? Response{.status = 405, .body = {}}
                                         : Response{.body = publishedFeed()};
     });

@@ -32,7 +32,7 @@ public:
     void answer(const QByteArray& path, const Response& response) {
         answers_[path] = [response](const Request&) { return response; };
     }
-    void answer(const QByteArray& path, std::function<Response(const Request&)> respond) {
+    void answerWith(const QByteArray& path, std::function<Response(const Request&)> respond) {
         answers_[path] = std::move(respond);
     }
     QUrl url(const QByteArray& path) const;
