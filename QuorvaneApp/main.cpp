@@ -9,6 +9,7 @@
 #include "QuorvaneApp/Views/Appearance.h"
 #include "QuorvaneApp/Views/DialogUpdatePresenter.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDesktopServices>
@@ -68,6 +69,8 @@ int main(int argc, char** argv) {
         makeUpdaterController(updateFeed(), updatePresenter, QDesktopServices::openUrl);
     Updater updater(*updaterController, updatePresenter);
     AppCommands commands(model, [&updater] { updater.checkForUpdates(); });
+    QObject::connect(&updater, &Updater::checkingChanged, &commands,
+                     [&] { commands.action(Command::checkForUpdates)->setEnabled(!updater.checking()); });
     MainWindow window(model, commands, *updaterController, openLink);
     folderChooser.setWindow(&window);
     updatePresenter.setWindow(&window);
