@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QWidget>
+#include "QuorvaneApp/Views/ExplainedToggle.h"
 
 class AppModel;
 
 /// "Include dev-only packages" with what it means, wherever it is offered.
-class DevPackagesToggle : public QWidget {
+class DevPackagesToggle : public ExplainedToggle {
     Q_OBJECT
 
 public:

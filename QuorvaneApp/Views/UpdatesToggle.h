@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QWidget>
+#include "QuorvaneApp/Views/ExplainedToggle.h"
 
 class UpdaterController;
 
 /// "Check for updates automatically" with what it means. Every change counts at once.
-class UpdatesToggle : public QWidget {
+class UpdatesToggle : public ExplainedToggle {
     Q_OBJECT
 
 public:
