@@ -90,8 +90,11 @@ std::optional<std::filesystem::path> fileNamedByMetadata(const std::filesystem::
     if (Text::isBlank(name) || name.find('\0') != std::string_view::npos) {
         return std::nullopt;
     }
-    const std::filesystem::path file = packageFolder / std::filesystem::path(name).relative_path();
-    return isRegularFileInside(file, packageFolder) ? std::optional(standardized(file)) : std::nullopt;
+    // The path that is checked is the one that is read: with ".." behind a linked folder, the path as it is written
+    // names another file than the shortened one.
+    const std::filesystem::path file =
+        standardized(packageFolder / std::filesystem::path(name).relative_path());
+    return isRegularFileInside(file, packageFolder) ? std::optional(file) : std::nullopt;
 }
 
 }  // namespace ScanKit

@@ -85,14 +85,21 @@ TEST(LicenseFiles, ASubfoldersFilesMustLieInsideThePackageToo) {
 }
 
 TEST(FileNamedByMetadata, NamesAFileInsideThePackageOrNothing) {
-    const TemporaryFolder folder{{"secret", ""}, {"package/LICENSE", ""}, {"package/docs/TERMS", ""}};
+    const TemporaryFolder folder{{"secret", ""},
+                                 {"package/LICENSE", ""},
+                                 {"package/docs/TERMS", ""},
+                                 {"package/inner/out", ""},
+                                 {"package/inner/deep/file", ""}};
     folder.link("package/out", "../secret");
+    folder.link("package/sub", "inner/deep");
     const std::filesystem::path package = folder / "package";
     EXPECT_EQ(fileNamedByMetadata(package, "LICENSE"), package / "LICENSE");
     EXPECT_EQ(fileNamedByMetadata(package, "./docs/../LICENSE"), package / "LICENSE");
     EXPECT_EQ(fileNamedByMetadata(package, "/docs/TERMS"), package / "docs/TERMS");
     for (const std::string_view name :
-         {"", " ", ".", "docs", "gone", "../secret", "docs/../../secret", "out", "/etc/passwd"}) {
+         {"", " ", ".", "docs", "gone", "../secret", "docs/../../secret", "out", "/etc/passwd",
+          // The system takes this for inner/out, which is no link.
+          "sub/../out"}) {
         EXPECT_EQ(fileNamedByMetadata(package, name), std::nullopt) << name;
     }
     EXPECT_EQ(fileNamedByMetadata(package, std::string("LICENSE") + '\0' + "x"), std::nullopt);
