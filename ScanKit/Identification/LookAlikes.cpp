@@ -56,11 +56,25 @@ bool isAbout(const LookAlikeRow& row, const TextMatch& match) {
                                  : row.matched == match.id;
 }
 
+/// Whether the words stand in the text as whole words: "the linux consortium" does not hold "x consortium".
+bool holdsWords(std::string_view joinedWords, std::string_view words) {
+    for (std::size_t at = joinedWords.find(words); at != std::string_view::npos;
+         at = joinedWords.find(words, at + 1)) {
+        const std::size_t end = at + words.size();
+        const bool beginsAWord = at == 0 || joinedWords[at - 1] == ' ';
+        const bool endsAWord = end == joinedWords.size() || joinedWords[end] == ' ';
+        if (beginsAWord && endsAWord) {
+            return true;
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
 std::optional<std::string_view> lookAlikeOf(const TextMatch& match, std::string_view joinedWords) {
     for (const LookAlikeRow& row : rows) {
-        if (isAbout(row, match) && joinedWords.find(row.words) != std::string_view::npos) {
+        if (isAbout(row, match) && holdsWords(joinedWords, row.words)) {
             return row.readsAs;
         }
     }

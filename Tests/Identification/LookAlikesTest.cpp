@@ -52,6 +52,17 @@ TEST(LookAlikes, ReadAsTheLicenseThatTheyAre) {
     }
 }
 
+/// Whole words count: once, every owner whose name ends in "x Consortium" turned the MIT license into another one.
+TEST(LookAlikes, AreNotFoundInsideOtherWords) {
+    for (const char* owner : {"The Linux Consortium", "The X Consortiums", "Matrix Consortium, Inc."}) {
+        const TextReading reading =
+            readLicenseText(standard("MIT") + "\nCopyright and all else belongs to " + owner + " alone\n");
+        ASSERT_EQ(reading.matches.size(), 1U) << owner;
+        EXPECT_EQ(reading.matches[0].id, "MIT") << owner;
+        EXPECT_TRUE(reading.matches[0].score) << owner;
+    }
+}
+
 TEST(LookAlikes, AreSoughtOnlyWhereOneLicenseIsFound) {
     const TextReading two = readLicenseText(standard("MIT") + "\n" + standard("Apache-2.0") +
                                             "\nthe X Consortium and all of its members\n");
