@@ -18,9 +18,17 @@ constexpr std::string_view modulesPrefix = "node_modules/";
 constexpr int deepestLevel = 7;
 /// No system takes a longer path. Names nested in each other would otherwise make a small file fill the memory.
 constexpr std::size_t longestInstallPath = 4096;
+/// Of all paths together, in bytes: ten times what a lockfile of 30,000 packages holds. What comes beyond is left
+/// out.
+constexpr std::size_t mostPathBytes = 64 << 20;
 
 std::optional<std::string> unlessBlank(std::optional<std::string_view> text) {
     return text && !Text::isBlank(*text) ? std::optional<std::string>(*text) : std::nullopt;
+}
+
+/// The link as written, unless nothing of it would be left as a web link ("git+").
+std::optional<std::string> unlessEmptyLink(std::optional<std::string_view> link) {
+    return link && !Text::isBlank(webLink(*link)) ? std::optional<std::string>(*link) : std::nullopt;
 }
 
 // The description of one package
@@ -110,14 +118,17 @@ std::vector<LockEntry> entriesOfPackages(const std::vector<JsonValue::Member>& p
 }
 
 /// The oldest lockfiles nest the packages as their folders are nested.
-void appendTree(const JsonValue& packages, const std::string& prefix, std::vector<LockEntry>& entries) {
+void appendTree(const JsonValue& packages, const std::string& prefix, std::vector<LockEntry>& entries,
+                std::size_t& pathBytes) {
     for (const auto& [name, description] : packages.members()) {
         std::string path = prefix + std::string(modulesPrefix) + std::string(name);
-        if (!description.isObject() || path.size() > longestInstallPath) {
+        if (!description.isObject() || path.size() > longestInstallPath ||
+            pathBytes + path.size() > mostPathBytes) {
             continue;
         }
+        pathBytes += path.size();
         if (const std::optional<JsonValue> nested = description.member("dependencies")) {
-            appendTree(*nested, path + "/", entries);
+            appendTree(*nested, path + "/", entries, pathBytes);
         }
         entries.push_back({std::move(path), description});
     }
@@ -132,7 +143,8 @@ std::vector<LockEntry> sortedEntries(const JsonValue& lockfile) {
     if (packages && packages->isObject() && std::ranges::all_of(members, isObject)) {
         entries = entriesOfPackages(members);
     } else if (const std::optional<JsonValue> tree = lockfile.member("dependencies")) {
-        appendTree(*tree, "", entries);
+        std::size_t pathBytes = 0;
+        appendTree(*tree, "", entries, pathBytes);
     }
     std::ranges::stable_sort(entries, {}, &LockEntry::path);
     return entries;
@@ -362,11 +374,11 @@ std::optional<std::string> declaredLicense(const JsonValue& package) {
 std::optional<std::string> repositoryLink(const JsonValue& package) {
     if (const std::optional<JsonValue> repository = package.member("repository")) {
         const auto link = repository->isObject() ? repository->stringMember("url") : repository->string();
-        if (std::optional<std::string> written = unlessBlank(link)) {
+        if (std::optional<std::string> written = unlessEmptyLink(link)) {
             return written;
         }
     }
-    return unlessBlank(package.stringMember("homepage"));
+    return unlessEmptyLink(package.stringMember("homepage"));
 }
 
 std::string webLink(std::string_view repository) {

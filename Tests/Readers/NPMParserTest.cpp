@@ -310,6 +310,7 @@ TEST(NpmDescription, FindsTheRepositoryElseTheHomepage) {
         {R"({"repository": {"type": "git", "url": "u"}, "homepage": "h"})", "u"},
         {R"({"repository": {"url": ""}, "homepage": "h"})", "h"},
         {R"({"repository": 1, "homepage": "h"})", "h"},
+        {R"({"repository": "git+", "homepage": "h"})", "h"},
         {R"({"homepage": " "})", std::nullopt},
         {"{}", std::nullopt},
     };
