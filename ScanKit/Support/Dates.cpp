@@ -2,12 +2,12 @@
 
 #include "ScanKit/Support/Text.h"
 
+#include <array>
 #include <charconv>
 #include <cstdlib>
+#include <ctime>
 
 #include <fmt/format.h>
-#include <unicode/locid.h>
-#include <unicode/smpdtfmt.h>
 
 namespace ScanKit::Dates {
 namespace {
@@ -21,6 +21,10 @@ std::optional<Number> wholeNumber(std::string_view text) {
     }
     return value;
 }
+
+constexpr std::array<std::string_view, 12> monthNames{"January",   "February", "March",    "April",
+                                                      "May",       "June",     "July",     "August",
+                                                      "September", "October",  "November", "December"};
 
 constexpr Date firstDate = std::chrono::sys_days{std::chrono::year{0} / 1 / 1};
 constexpr Date endOfDates = std::chrono::sys_days{std::chrono::year{10000} / 1 / 1};
@@ -75,15 +79,15 @@ std::optional<Date> fromIso8601(std::string_view text) {
 }
 
 std::string longDate(Date date) {
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::SimpleDateFormat format("MMMM d, y", icu::Locale::getUS(), status);
-    if (U_FAILURE(status)) {
+    // The system's own routine understands every form of TZ; ICU reads some of them as UTC.
+    tzset();
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(date);
+    std::tm local{};
+    if (localtime_r(&seconds, &local) == nullptr) {
         return iso8601(date);
     }
-    icu::UnicodeString written;
-    format.format(static_cast<UDate>(date.time_since_epoch().count()) * 1000.0, written);
-    std::string text;
-    return written.toUTF8String(text);
+    return fmt::format("{} {}, {}", monthNames[static_cast<std::size_t>(local.tm_mon)], local.tm_mday,
+                       local.tm_year + 1900);
 }
 
 }  // namespace ScanKit::Dates

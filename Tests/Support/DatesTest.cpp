@@ -35,6 +35,17 @@ TEST(Dates, TakesTheDateOfAReproducibleBuild) {
 
 TEST(Dates, WritesLongDatesInUSEnglish) {
     EXPECT_EQ(Dates::longDate(at(1767614400)), "January 5, 2026");  // 12:00 UTC: one day in most zones
+    struct Row {
+        const char* zone;
+        const char* date;
+    };
+    // Shortly after midnight in UTC. The last two forms are those that need the system's own routine.
+    for (const Row& row : {Row{"UTC", "January 5, 2026"}, Row{"America/New_York", "January 4, 2026"},
+                           Row{"Asia/Tokyo", "January 5, 2026"}, Row{"<-08>8", "January 4, 2026"},
+                           Row{"EST5EDT,M3.2.0,M11.1.0", "January 4, 2026"}}) {
+        const EnvironmentVariable zone("TZ", row.zone);
+        EXPECT_EQ(Dates::longDate(at(1767571200)), row.date) << row.zone;
+    }
 }
 
 }  // namespace
