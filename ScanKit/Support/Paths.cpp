@@ -69,7 +69,8 @@ std::string displayPath(const std::filesystem::path& path, const std::filesystem
 }
 
 std::string displayName(const std::filesystem::path& path) {
-    return Text::validUtf8(path.filename().string());
+    const std::filesystem::path name = path.has_filename() ? path.filename() : path.root_directory();
+    return Text::validUtf8(name.string());
 }
 
 }  // namespace ScanKit

@@ -12,7 +12,7 @@ std::filesystem::path standardized(const std::filesystem::path& path);
 /// The path as people see it: relative to `root` when it lies inside ("." for the root itself), otherwise in
 /// full with the home folder written as "~". Names that are not valid UTF-8 show U+FFFD.
 std::string displayPath(const std::filesystem::path& path, const std::filesystem::path& root);
-/// The last path component as people see it.
+/// The last path component as people see it; of the root folder "/".
 std::string displayName(const std::filesystem::path& path);
 
 }  // namespace ScanKit

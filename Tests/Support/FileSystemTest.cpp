@@ -95,6 +95,8 @@ TEST(Paths, ShowsPathsRelativeToTheRootOrTheHome) {
     EXPECT_EQ(displayPath("/home/adam", "/srv/app"), "/home/adam");
     EXPECT_EQ(displayPath("/etc/x", "/"), "etc/x");
     EXPECT_EQ(displayPath("/srv/app/\xFF", "/srv/app"), "\uFFFD");
+    EXPECT_EQ(displayName("/srv/app"), "app");
+    EXPECT_EQ(displayName("/"), "/");
 }
 
 }  // namespace
