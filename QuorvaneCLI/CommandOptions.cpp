@@ -52,15 +52,18 @@ void describe(CLI::App& app, RawOptions& raw, CommandOptions& options) {
                    "swiftpm, npm or python, repeatable; those the folder holds when left out")
         ->type_name("NAME")
         ->expected(1)
+        ->allow_extra_args(false)  // else "[a,b]" would be taken for two values
         ->take_all();
     app.add_option("--checkouts", raw.checkouts, "A folder of checked-out Swift packages, repeatable")
         ->type_name("DIR")
         ->expected(1)
+        ->allow_extra_args(false)
         ->take_all();
     app.add_option("--python-env", raw.pythonEnvironments,
                    "A virtual environment or site-packages folder in place of the detected ones, repeatable")
         ->type_name("DIR")
         ->expected(1)
+        ->allow_extra_args(false)
         ->take_all();
     app.add_flag("--no-derived-data", raw.noDerivedData,
                  "Leave the development tools' build-products folder out");

@@ -25,8 +25,23 @@ namespace {
 
 enum ExitStatus { done = 0, failOnMet = 1, wrongUsage = 2 };
 
+/// What went wrong with standard output first; 0 while nothing did. A later flush may succeed all the same.
+int outputError = 0;
+
 void print(std::FILE* stream, const std::string& text) {
-    std::fwrite(text.data(), 1, text.size(), stream);
+    errno = 0;
+    if (std::fwrite(text.data(), 1, text.size(), stream) < text.size() && stream == stdout) {
+        outputError = outputError != 0 ? outputError : errno;
+    }
+}
+
+/// Whether all that was printed to standard output has arrived there.
+bool isPrinted() {
+    errno = 0;
+    if (std::fflush(stdout) != 0 && outputError == 0) {
+        outputError = errno;
+    }
+    return outputError == 0 && std::ferror(stdout) == 0;
 }
 
 /// Why the folder cannot be read, or nothing.
@@ -119,8 +134,8 @@ int run(const CommandOptions& options) {
         print(stderr, "Warning: " + Terminal::safe(warning) + "\n");
     }
     printResult(options, result, report);
-    if (std::fflush(stdout) != 0) {
-        print(stderr, std::string("quorvane: standard output: ") + std::strerror(errno) + "\n");
+    if (!isPrinted()) {
+        print(stderr, std::string("quorvane: standard output: ") + std::strerror(outputError) + "\n");
         return wrongUsage;
     }
     std::string failure;

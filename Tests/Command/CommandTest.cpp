@@ -24,14 +24,16 @@ struct Outcome {
     std::string output, error;
 };
 
-/// Runs the real command through the shell, which splits and quotes the arguments.
-Outcome quorvane(const std::string& arguments, const std::string& environment = "") {
+/// Runs the real command through the shell, which splits and quotes the arguments. The output is read, unless it
+/// goes to a device.
+Outcome quorvane(const std::string& arguments, const std::string& environment = "",
+                 const std::string& device = "") {
     const TemporaryFolder folder;
+    const std::string output = device.empty() ? (folder / "output").string() : device;
     const std::string command = environment + " timeout 60 '" QUORVANE_COMMAND "' " + arguments + " >'" +
-                                (folder / "output").string() + "' 2>'" + (folder / "error").string() +
-                                "' </dev/null";
+                                output + "' 2>'" + (folder / "error").string() + "' </dev/null";
     const int status = std::system(command.c_str());
-    return {WEXITSTATUS(status), contentOf(folder / "output"), contentOf(folder / "error")};
+    return {WEXITSTATUS(status), device.empty() ? contentOf(output) : "", contentOf(folder / "error")};
 }
 
 /// A small npm project: a good package, one under the GPL, and one for development alone.
@@ -148,6 +150,32 @@ TEST(Command, SaysWhyAReportCannotBeSaved) {
     EXPECT_THAT(taken.error, HasSubstr("Couldn't save: "));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output.path()), {}), 2)
         << "nothing else is left there";
+}
+
+TEST(Command, SaysWhyItsOutputDoesNotArrive) {
+    const TemporaryFolder project{{"requirements.txt", "coral==1.0\n"}};
+    std::string many;
+    for (int i = 0; i < 2000; ++i) {
+        many += "coral" + std::to_string(i) + "\n";
+    }
+    for (const std::string& requirements : {std::string(), many}) {  // within the buffer, and beyond it
+        project.write("requirements.txt", requirements);
+        const Outcome full = quorvane("'" + project.path().string() + "'", "", "/dev/full");
+        EXPECT_EQ(full.status, 2);
+        EXPECT_THAT(full.error, HasSubstr("quorvane: standard output: No space left on device\n"));
+    }
+}
+
+TEST(Command, TakesAFolderNameAsItIsWritten) {
+    const TemporaryFolder project{
+        {"Package.resolved",
+         R"({"pins": [{"identity": "lantern", "location": "l", "state": {"version": "1"}}]})"},
+        {"[a,b]/lantern/LICENSE",
+         "Permission is hereby granted, free of charge, to any person obtaining a copy"}};
+    const Outcome outcome =
+        quorvane("--no-derived-data --checkouts '[a,b]' .", "cd '" + project.path().string() + "' &&");
+    EXPECT_THAT(outcome.output, HasSubstr("[a,b] (Checked-out packages)"));
+    EXPECT_THAT(outcome.output, HasSubstr("MIT"));
 }
 
 TEST(Command, ReadsOnlyTheEcosystemsAndEnvironmentsAskedFor) {
