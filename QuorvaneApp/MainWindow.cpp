@@ -133,7 +133,10 @@ void MainWindow::connectModel() {
     connect(model_, &AppModel::exportMessageChanged, this, &MainWindow::showMessages);
     connect(model_, &AppModel::showExportChanged, this, &MainWindow::showExportSheet);
     connect(model_, &AppModel::exportingChanged, this, [this] {
-        if (closesWhenSaved_ && !model_->exporting()) {
+        if (model_->exporting() || !std::exchange(closesWhenSaved_, false)) {
+            return;
+        }
+        if (!model_->exportFailed()) {
             close();
         }
     });

@@ -244,8 +244,9 @@ void AppModel::save(ScanKit::ReportFormats formats, const std::filesystem::path&
 }
 
 void AppModel::finishExport(const ScanKit::SavedReports& saved) {
-    assign(exporting_, false, &AppModel::exportingChanged);
+    exportFailed_ = saved.failure.has_value();
     setExportMessage(exportMessageFor(saved));
+    assign(exporting_, false, &AppModel::exportingChanged);
     if (!saved.failure) {
         surroundings_.fileRevealer.reveal(saved.files);
     }

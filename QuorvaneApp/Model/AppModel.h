@@ -62,6 +62,8 @@ public:
     const std::optional<std::string>& selection() const { return selection_; }
     bool showExport() const { return showExport_; }
     bool exporting() const { return exporting_; }
+    /// Whether the last export could not save all of its reports; false before the first.
+    bool exportFailed() const { return exportFailed_; }
     const std::optional<QString>& exportMessage() const { return exportMessage_; }
     /// A plain sentence about what could not be done, until it is dismissed or the next attempt.
     const std::optional<QString>& problem() const { return problem_; }
@@ -145,6 +147,7 @@ private:
     std::vector<int> rows_;
     bool showExport_ = false;
     bool exporting_ = false;
+    bool exportFailed_ = false;
     std::optional<QString> exportMessage_;
     std::optional<QString> problem_;
     bool includeDev_;

@@ -73,6 +73,7 @@ private Q_SLOTS:
     void messagesStayUntilDismissed();
     void everyShortcutDoesItsCommand();
     void commandsAreEnabledAsTheModelAllows();
+    void closingWaitsForASave_data();
     void closingWaitsForASave();
     void closingEndsAScan();
     void narrowWindowsPutTheDetailsBelow();
@@ -431,13 +432,20 @@ void MainWindowTest::commandsAreEnabledAsTheModelAllows() {
     QCOMPARE(checks, 1);
 }
 
+void MainWindowTest::closingWaitsForASave_data() {
+    QTest::addColumn<bool>("fails");
+    QTest::newRow("saved") << false;
+    QTest::newRow("not saved") << true;
+}
+
 void MainWindowTest::closingWaitsForASave() {
+    QFETCH(bool, fails);
     std::atomic<bool> mayEnd = false;
     WindowFixture fixture(alwaysFinding(sample()), [&](const auto&, const auto&, auto, const auto&) {
         while (!mayEnd) {
             QThread::msleep(1);
         }
-        return ScanKit::SavedReports{};
+        return fails ? ScanKit::SavedReports{.failure = "Disk full"} : ScanKit::SavedReports{};
     });
     QVERIFY(fixture.open());
     fixture.chooser.answer = fixture.project.path();
@@ -445,7 +453,12 @@ void MainWindowTest::closingWaitsForASave() {
     QVERIFY(!fixture.window.close());
     QVERIFY(fixture.window.isVisible());
     mayEnd = true;
-    QTRY_VERIFY(!fixture.window.isVisible());
+    QTRY_VERIFY(!fixture.model.exporting());
+    QCOMPARE(fixture.window.isVisible(), fails);
+    if (fails) {
+        QVERIFY(fixture.find<QWidget>("exportMessage")->isVisible());
+        QVERIFY(fixture.window.close());
+    }
 }
 
 void MainWindowTest::closingEndsAScan() {
