@@ -62,7 +62,7 @@ std::string flagLabels(const Dependency& dependency) {
 Cells cellsOf(const Dependency& dependency) {
     return {Terminal::safe(dependency.name) + (dependency.isDev ? " (dev)" : ""),
             Terminal::safe(dependency.version),
-            std::string(shortLabel(dependency.ecosystem)),
+            std::string(label(dependency.ecosystem)),
             Terminal::safe(dependency.licenseDisplay()),
             std::string(shortLabel(dependency.basis)),
             flagLabels(dependency)};
@@ -79,22 +79,31 @@ Widths naturalWidths(const std::vector<Cells>& rows) {
     return widths;
 }
 
-/// Takes from the widest column that still can give, until the table fits.
-Widths fittedWidths(Widths widths, std::size_t columns) {
+/// Takes from the widest column that is wider than its least width, until the table fits or no column can give.
+void narrow(Widths& widths, const Widths& least, std::size_t columns) {
     const std::size_t gaps = gap.size() * (columnCount - 1);
     while (std::accumulate(widths.begin(), widths.end(), gaps) > columns) {
         std::size_t widest = columnCount;
         for (std::size_t i = 0; i < columnCount; ++i) {
-            const bool canGive = widths[i] > columnRows[i].least;
+            const bool canGive = widths[i] > least[i];
             if (canGive && (widest == columnCount || widths[i] > widths[widest])) {
                 widest = i;
             }
         }
         if (widest == columnCount) {
-            break;
+            return;
         }
         --widths[widest];
     }
+}
+
+/// On a very narrow terminal no column keeps more than a character for certain.
+Widths fittedWidths(Widths widths, std::size_t columns) {
+    Widths least{};
+    std::ranges::transform(columnRows, least.begin(), &ColumnRow::least);
+    narrow(widths, least, columns);
+    least.fill(1);
+    narrow(widths, least, columns);
     return widths;
 }
 
@@ -137,8 +146,8 @@ private:
         }
         heading("Found");
         for (const ScanKit::ScanSource& source : result_.sources) {
-            text_ += fmt::format("  {:<7}  {} ({})\n", shortLabel(source.ecosystem),
-                                 Terminal::safe(source.path), Terminal::safe(source.kind));
+            text_ += fmt::format("  {:<14}  {} ({})\n", label(source.ecosystem), Terminal::safe(source.path),
+                                 Terminal::safe(source.kind));
         }
         text_ += "\n";
     }

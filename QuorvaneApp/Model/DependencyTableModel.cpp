@@ -27,7 +27,7 @@ QString cellText(const Dependency& dependency, DependencyColumn column) {
         case DependencyColumn::version:
             return Texts::oneLine(Texts::fromUtf8(dependency.version));
         case DependencyColumn::ecosystem:
-            return Texts::fromUtf8(ScanKit::shortLabel(dependency.ecosystem));
+            return Texts::fromUtf8(ScanKit::label(dependency.ecosystem));
         case DependencyColumn::license:
             return Texts::oneLine(Texts::fromUtf8(dependency.licenseDisplay()));
         case DependencyColumn::foundBy:

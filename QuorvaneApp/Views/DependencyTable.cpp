@@ -34,7 +34,7 @@ struct ColumnWidth {
 constexpr std::array<ColumnWidth, 6> columnWidths{{
     {DependencyColumn::package, 30, 14, ""},
     {DependencyColumn::version, 13, 8, ""},
-    {DependencyColumn::ecosystem, 0, 0, "Ecosystem"},
+    {DependencyColumn::ecosystem, 0, 0, "Swift packages"},
     {DependencyColumn::license, 25, 12, ""},
     {DependencyColumn::foundBy, 0, 0, "Metadata + file"},
     {DependencyColumn::flag, 32, 18, ""},

@@ -15,7 +15,7 @@ inline constexpr std::array allEcosystems{Ecosystem::swiftpm, Ecosystem::npm, Ec
 std::string_view rawValue(Ecosystem ecosystem);
 /// The name that people read: "Swift packages", "npm", "Python".
 std::string_view label(Ecosystem ecosystem);
-/// The name in a table column, one package at a time: "SwiftPM", "npm", "Python".
+/// The name in the CSV and in the PDF's list of what was read: "SwiftPM", "npm", "Python".
 std::string_view shortLabel(Ecosystem ecosystem);
 /// The ecosystem with exactly this raw value, or none.
 std::optional<Ecosystem> ecosystemFromRawValue(std::string_view rawValue);

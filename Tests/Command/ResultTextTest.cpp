@@ -65,7 +65,7 @@ TEST(ResultText, AccountsForEveryDependency) {
 }
 
 TEST(ResultText, IsCutOnlyToATerminalsWidth) {
-    for (const std::size_t columns : {200U, 100U, 80U, 72U}) {
+    for (const std::size_t columns : {200U, 100U, 80U, 72U, 60U, 40U}) {
         const std::string text = shown({.columns = columns}, true);
         for (const std::string_view line : ScanKit::Text::nonEmptyLines(text)) {
             // What names a package stands in full above its notes; everything else fits.

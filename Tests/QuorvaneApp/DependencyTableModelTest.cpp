@@ -67,7 +67,8 @@ void DependencyTableModelTest::cellsSayWhatTheyMustInOneLine() {
     odd.isDev = true;
     show({odd});
     const QString text = table_->rowText(0);
-    QCOMPARE(text, QStringLiteral("two lines and a tab\t1.0.0\tSwiftPM\tUnrecognized: ask us\tMetadata\t"));
+    QCOMPARE(text,
+             QStringLiteral("two lines and a tab\t1.0.0\tSwift packages\tUnrecognized: ask us\tMetadata\t"));
     QCOMPARE(table_->index(0, 0).data(Qt::AccessibleTextRole).toString(),
              QStringLiteral("two lines and a tab, dev-only"));
 }

@@ -228,7 +228,7 @@ void MainWindowTest::copiesTheSelectedRowsAsShown() {
     fixture.press(Qt::Key_A);
     fixture.press(Qt::Key_C);
     QCOMPARE(QApplication::clipboard()->text(),
-             QStringLiteral("anchor\t1.0.0\tSwiftPM\tMIT\tMetadata\t\n"
+             QStringLiteral("anchor\t1.0.0\tSwift packages\tMIT\tMetadata\t\n"
                             "granite\t1.0.0\tnpm\tGPL-3.0\tMetadata\tCopyleft (GPL)"));
 }
 
