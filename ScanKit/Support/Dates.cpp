@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cstdlib>
 #include <ctime>
+#include <mutex>
 
 #include <fmt/format.h>
 
@@ -79,7 +80,10 @@ std::optional<Date> fromIso8601(std::string_view text) {
 }
 
 std::string longDate(Date date) {
-    // The system's own routine understands every form of TZ; ICU reads some of them as UTC.
+    // The system's own routine understands every form of TZ; ICU reads some of them as UTC. Its zone is one for the
+    // whole program, so that one thread at a time asks it.
+    static std::mutex zone;
+    const std::lock_guard guard(zone);
     tzset();
     const std::time_t seconds = std::chrono::system_clock::to_time_t(date);
     std::tm local{};
