@@ -21,9 +21,9 @@ class Strip;
 class UpdaterController;
 class WelcomeView;
 
-/// Joins the model, the commands and the views into the program's one window; takes folders that are dropped
-/// on it. Closing it ends a running scan, and waits for reports that are
-/// being saved; when they cannot be saved it stays open and says why.
+/// Joins the model, the commands and the views into the program's one window; takes folders that are
+/// dropped on it. Closing it ends a running scan, and waits for reports that are being saved; when they
+/// cannot be saved it stays open and says why.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 

@@ -2,7 +2,6 @@
 
 #include "QuorvaneApp/Updates/FeedAddress.h"
 
-#include <memory>
 #include <utility>
 
 #include <QNetworkReply>

@@ -17,17 +17,17 @@ struct TextRow {
     Text FeedItem::*field;
 };
 
-constexpr std::array<TextRow, 7> elementRows{{
+constexpr std::array<TextRow, 6> elementRows{{
     {false, "link", &FeedItem::link},
     {false, "description", &FeedItem::description},
     {true, "shortVersionString", &FeedItem::shortVersion},
-    {true, "os", &FeedItem::system},
     {true, "minimumSystemVersion", &FeedItem::minimumSystemVersion},
     {true, "maximumSystemVersion", &FeedItem::maximumSystemVersion},
     {true, "channel", &FeedItem::channel},
 }};
 
-/// What the framework also takes from the download's attributes; the operating system stands only there.
+/// What stands in the download's attributes, the operating system there alone: the framework looks for it nowhere
+/// else, and would take an item that names its system elsewhere for one of macOS.
 constexpr std::array<TextRow, 2> enclosureRows{{
     {true, "shortVersionString", &FeedItem::shortVersion},
     {true, "os", &FeedItem::system},

@@ -183,6 +183,8 @@ void UpdateFeedTest::offersTheNewestThatSuits_data() {
     row("three versions", itemOf("1.10") + itemOf("1.11") + itemOf("1.9.5"), "1.11");
     row("two systems", itemOf("1.10") + forMac, "1.10");
     row("no mark", "<item><s:version>9</s:version></item>", "");
+    row("a mark where the framework does not look", "<item><s:version>9</s:version><s:os>linux</s:os></item>",
+        "");
     row("the running version", itemOf("1.9") + itemOf("1.9.0") + itemOf("1.8"), "");
     row("no items", "", "");
     row("another name to show", itemOf("2", "<s:shortVersionString>Two</s:shortVersionString>"), "Two");
