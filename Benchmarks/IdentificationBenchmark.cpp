@@ -20,13 +20,7 @@ std::string standard(std::string_view name) {
 /// Readable English that is no license, of the length of a long README.
 std::string prose() {
     const std::string paragraph =
-        "The library reads a table of values and keeps it in memory, so that later questions are answered "
-        "without "
-        "going back to the disk. A caller names the column it wants, and the answer comes back in the order "
-        "in which "
-        "the rows were written.\nMost programs need no more than that; those that do can walk the rows "
-        "themselves "
-        "and stop whenever they have seen enough of them for their purpose.\n\n";
+        "The library reads a table of values and keeps it in memory, so that later questions are answered without going back to the disk. A caller names the column it wants, and the answer comes back in the order in which the rows were written.\nMost programs need no more than that; those that do can walk the rows themselves and stop whenever they have seen enough of them for their purpose.\n\n";
     std::string text;
     for (int i = 0; i < 40; ++i) {
         text += paragraph;

@@ -67,9 +67,9 @@ void describe(CLI::App& app, RawOptions& raw, CommandOptions& options) {
         ->take_all();
     app.add_flag("--no-derived-data", raw.noDerivedData,
                  "Leave the development tools' build-products folder out");
-    app.add_option("--fail-on", raw.failOn,
-                   "Categories and flags by their raw names, or review for whatever needs review: "
-                   "exit with 1 when a reported dependency has one")
+    app.add_option(
+           "--fail-on", raw.failOn,
+           "Categories and flags by their raw names, or review for whatever needs review: exit with 1 when a reported dependency has one")
         ->delimiter(',')
         ->type_name("LIST");
     app.add_flag("--quiet", options.quiet, "Show no progress");

@@ -20,16 +20,11 @@ struct NotOnDiskRow {
 };
 constexpr std::array<NotOnDiskRow, 3> notOnDiskNotes{{
     {Ecosystem::swiftpm,
-     "The package isn't checked out on this Mac, so its license file couldn't be read. Build the project "
-     "once (or "
-     "add its checkouts folder) and scan again."},
+     "The package isn't checked out on this Mac, so its license file couldn't be read. Build the project once (or add its checkouts folder) and scan again."},
     {Ecosystem::npm,
-     "The package isn't in node_modules, so its license file couldn't be read. Run npm install and scan "
-     "again."},
+     "The package isn't in node_modules, so its license file couldn't be read. Run npm install and scan again."},
     {Ecosystem::python,
-     "The package isn't installed in the chosen environment, so its license couldn't be read. Choose the "
-     "virtual "
-     "environment it's installed in."},
+     "The package isn't installed in the chosen environment, so its license couldn't be read. Choose the virtual environment it's installed in."},
 }};
 
 /// A note that a license calls for by how its identifier begins.
@@ -39,53 +34,35 @@ struct WeakCopyleftRow {
 };
 constexpr std::array<WeakCopyleftRow, 3> weakCopyleftNotes{{
     {{"MPL", "MPL"},
-     "MPL: changes to this package's own files must be shared under the MPL; your own code can stay closed. "
-     "Include "
-     "the license and say where its source is available."},
+     "MPL: changes to this package's own files must be shared under the MPL; your own code can stay closed. Include the license and say where its source is available."},
     {{"LGPL", "LGPL"},
-     "LGPL: usually fine as a separate library people could replace (dynamic linking). Changes to the "
-     "library must "
-     "be shared, and static linking (common in iOS apps) has extra conditions."},
+     "LGPL: usually fine as a separate library people could replace (dynamic linking). Changes to the library must be shared, and static linking (common in iOS apps) has extra conditions."},
     {{"EPL", "CDDL"},
-     "File-level copyleft: changes to this package's files must be shared under the same license; your own "
-     "code can "
-     "stay closed."},
+     "File-level copyleft: changes to this package's files must be shared under the same license; your own code can stay closed."},
 }};
 
 constexpr std::string_view unlistedNote =
     "This license isn't in Quorvane's list. Read its text and record it by hand.";
 constexpr std::string_view networkCopyleftNote =
-    "AGPL-style license: like the GPL, and it also applies when people use the software over a network (a "
-    "web app or "
-    "API). Usually a blocker for closed-source products; get it reviewed.";
+    "AGPL-style license: like the GPL, and it also applies when people use the software over a network (a web app or API). Usually a blocker for closed-source products; get it reviewed.";
 constexpr std::string_view unversionedGplNote =
-    "GPL, version not stated: if you ship an app that includes this package, the GPL can require you to "
-    "release your "
-    "app's source code under the GPL. Get it reviewed before you ship.";
+    "GPL, version not stated: if you ship an app that includes this package, the GPL can require you to release your app's source code under the GPL. Get it reviewed before you ship.";
 constexpr std::string_view gplNote =
-    "GPL: if you ship an app that includes or links this package, the GPL can require you to release your "
-    "app's "
-    "source code under the GPL. Fine for internal tools and build-time use; get it reviewed before you ship.";
+    "GPL: if you ship an app that includes or links this package, the GPL can require you to release your app's source code under the GPL. Fine for internal tools and build-time use; get it reviewed before you ship.";
 constexpr std::string_view publicDomainNote =
-    "Says “public domain” without a license; that isn't recognized in every country. Fine for most uses; "
-    "note it.";
+    "Says “public domain” without a license; that isn't recognized in every country. Fine for most uses; note it.";
 constexpr std::string_view bareBsdNote =
     "BSD-style license without a clause count; keep the copyright notice and license text with your app.";
 constexpr std::string_view noticeOnlyNote =
     "Identified from a short license notice, not the full license text.";
 constexpr std::string_view standardTextNote =
-    "No license file in the package. The NOTICE file uses the standard license text, without the author's "
-    "copyright "
-    "line.";
+    "No license file in the package. The NOTICE file uses the standard license text, without the author's copyright line.";
 constexpr std::string_view noStandardTextNote =
-    "No license file in the package, and no standard text is bundled for this license. Add the text from the "
-    "project's website.";
+    "No license file in the package, and no standard text is bundled for this license. Add the text from the project's website.";
 constexpr std::string_view unmatchedFileNote =
     "The license file doesn't match a license Quorvane knows. Read it and record the license by hand.";
 constexpr std::string_view missingNote =
-    "No license was found. Without one, the default is “all rights reserved”: ask the author, check the "
-    "project's "
-    "website, or replace the package.";
+    "No license was found. Without one, the default is “all rights reserved”: ask the author, check the project's website, or replace the package.";
 
 /// Writes the notes of one dependency, in the order in which a reader should meet them.
 class NoteWriter {

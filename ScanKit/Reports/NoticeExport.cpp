@@ -88,13 +88,13 @@ std::string notice(const ScanResult& result, const ReportOptions& options) {
     const std::string project = Text::validUtf8(options.projectName);
     std::string output;
     output.reserve(expectedSize(dependencies));
-    fmt::format_to(std::back_inserter(output),
-                   "THIRD-PARTY SOFTWARE NOTICES\n{0}\n\n"
-                   "{0} uses the open-source software listed below. "
-                   "Each package's license and copyright notices follow.\n"
-                   "Generated {1} with {2}. {3}\n\nPackages ({4}):\n",
-                   project, Dates::longDate(result.scannedAt), Text::validUtf8(options.appName), disclaimer,
-                   dependencies.size());
+    fmt::format_to(
+        std::back_inserter(output),
+        "THIRD-PARTY SOFTWARE NOTICES\n{0}\n\n"
+        "{0} uses the open-source software listed below. Each package's license and copyright notices follow.\n"
+        "Generated {1} with {2}. {3}\n\nPackages ({4}):\n",
+        project, Dates::longDate(result.scannedAt), Text::validUtf8(options.appName), disclaimer,
+        dependencies.size());
     for (const Dependency* dependency : dependencies) {
         fmt::format_to(std::back_inserter(output), "  - {} {} ({})\n", dependency->name, dependency->version,
                        dependency->license.value_or("license unknown"));

@@ -161,9 +161,8 @@ Cell flagsAndNotesCell(const Dependency& dependency) {
 void addAttention(PDFLayout& layout, const Contents& contents) {
     layout.heading("Needs attention");
     if (contents.summary.needsReview == 0) {
-        layout.text(
-            bodyStyle("Nothing needs attention: every dependency has a recognized license that doesn't "
-                      "require sharing your code."));
+        layout.text(bodyStyle(
+            "Nothing needs attention: every dependency has a recognized license that doesn't require sharing your code."));
     }
     PDFTable table(layout, {{"Severity", 0.125},
                             {"Package", 0.195},
@@ -222,13 +221,11 @@ std::vector<PDFParagraph> filesRead(const std::vector<ScanSource>& sources) {
 }
 
 PDFParagraph disclaimer(const std::string& date) {
-    return {.string = disclaimerStyle(fmt::format(
-                "This report lists the open-source licenses found in the project's dependency files and the "
-                "packages' own license files on {}. Packages sometimes misstate their licenses, and what a "
-                "license requires depends on how you use and ship the package. Have anything marked below "
-                "reviewed before you rely on it.",
-                date)),
-            .gapAbove = sectionGap};
+    return {
+        .string = disclaimerStyle(fmt::format(
+            "This report lists the open-source licenses found in the project's dependency files and the packages' own license files on {}. Packages sometimes misstate their licenses, and what a license requires depends on how you use and ship the package. Have anything marked below reviewed before you rely on it.",
+            date)),
+        .gapAbove = sectionGap};
 }
 
 /// The disclaimer is part of the section, so that it never stands on a page by itself.

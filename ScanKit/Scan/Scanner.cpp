@@ -22,22 +22,13 @@ namespace ScanKit {
 namespace {
 
 constexpr std::string_view notCheckedOutWarning =
-    "Some Swift packages aren't checked out where Quorvane can see them, so their license files couldn't be "
-    "read. "
-    "Build the project once in Xcode, or add the checkouts folder (…/SourcePackages/checkouts) and scan "
-    "again.";
+    "Some Swift packages aren't checked out where Quorvane can see them, so their license files couldn't be read. Build the project once in Xcode, or add the checkouts folder (…/SourcePackages/checkouts) and scan again.";
 constexpr std::string_view noModulesWarning =
-    " has a lockfile but no node_modules folder: licenses come from the lockfile, without the packages' "
-    "license "
-    "files. Run npm install and scan again for a complete NOTICE file.";
+    " has a lockfile but no node_modules folder: licenses come from the lockfile, without the packages' license files. Run npm install and scan again for a complete NOTICE file.";
 constexpr std::string_view manifestOnlyWarning =
-    " has no lockfile and no node_modules folder, so its dependencies can't be listed. Run npm install and "
-    "scan "
-    "again.";
+    " has no lockfile and no node_modules folder, so its dependencies can't be listed. Run npm install and scan again.";
 constexpr std::string_view noEnvironmentWarning =
-    "No virtual environment was found, so Python licenses couldn't be read. Choose the environment the "
-    "project's "
-    "packages are installed in (a folder with pyvenv.cfg) and scan again.";
+    "No virtual environment was found, so Python licenses couldn't be read. Choose the environment the project's packages are installed in (a folder with pyvenv.cfg) and scan again.";
 
 /// One scan: runs the readers in order, and notes the sources and warnings as it goes.
 class Run {
