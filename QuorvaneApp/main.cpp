@@ -6,8 +6,8 @@
 #include "QuorvaneApp/Platform/FileRevealer.h"
 #include "QuorvaneApp/Platform/UpdaterControllers.h"
 #include "QuorvaneApp/Updates/Updater.h"
-#include "QuorvaneApp/Views/Appearance.h"
-#include "QuorvaneApp/Views/DialogUpdatePresenter.h"
+#include "QuorvaneApp/Views/Controls/Appearance.h"
+#include "QuorvaneApp/Views/Dialogs/DialogUpdatePresenter.h"
 
 #include <QAction>
 #include <QApplication>

@@ -32,7 +32,12 @@ const std::map<std::string, Layers> mayInclude{
     {"QuorvaneApp/Platform", {"QuorvaneApp/Updates"}},
     {"QuorvaneApp/Model", {"ScanKit", "QuorvaneApp/Platform"}},
     {"QuorvaneApp/Commands", {"ScanKit", "MenuKit", "QuorvaneApp/Model"}},
-    {"QuorvaneApp/Views", {"ScanKit", "QuorvaneApp/Model", "QuorvaneApp/Commands", "QuorvaneApp/Updates"}},
+    {"QuorvaneApp/Views/Controls", {"ScanKit", "QuorvaneApp/Model"}},
+    {"QuorvaneApp/Views/Welcome", {"QuorvaneApp/Model", "QuorvaneApp/Views/Controls"}},
+    {"QuorvaneApp/Views/Results",
+     {"ScanKit", "QuorvaneApp/Model", "QuorvaneApp/Commands", "QuorvaneApp/Views/Controls"}},
+    {"QuorvaneApp/Views/Dialogs",
+     {"ScanKit", "QuorvaneApp/Model", "QuorvaneApp/Updates", "QuorvaneApp/Views/Controls"}},
 };
 
 /// Libraries whose types and headers stay in one place.

@@ -1,4 +1,4 @@
-#include "QuorvaneApp/Views/ExportSheet.h"
+#include "QuorvaneApp/Views/Dialogs/ExportSheet.h"
 #include "Tests/QuorvaneApp/WindowFixture.h"
 
 #include <QAccessible>

@@ -1,8 +1,8 @@
-#include "QuorvaneApp/Views/Facts.h"
+#include "QuorvaneApp/Views/Results/Facts.h"
 
-#include "QuorvaneApp/Views/Appearance.h"
-#include "QuorvaneApp/Views/DroppedFolder.h"
-#include "QuorvaneApp/Views/HelpPage.h"
+#include "QuorvaneApp/Views/Controls/Appearance.h"
+#include "QuorvaneApp/Views/Dialogs/HelpPage.h"
+#include "QuorvaneApp/Views/Welcome/DroppedFolder.h"
 #include "Tests/QuorvaneApp/AppFixture.h"
 
 #include <QMimeData>

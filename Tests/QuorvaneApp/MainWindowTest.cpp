@@ -1,7 +1,7 @@
 #include "QuorvaneApp/MainWindow.h"
 
-#include "QuorvaneApp/Views/DependencyTable.h"
-#include "QuorvaneApp/Views/Sidebar.h"
+#include "QuorvaneApp/Views/Results/DependencyTable.h"
+#include "QuorvaneApp/Views/Results/Sidebar.h"
 #include "Tests/QuorvaneApp/WindowFixture.h"
 
 #include <QApplication>

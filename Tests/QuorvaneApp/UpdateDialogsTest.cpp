@@ -1,5 +1,5 @@
-#include "QuorvaneApp/Views/DialogUpdatePresenter.h"
-#include "QuorvaneApp/Views/SettingsDialog.h"
+#include "QuorvaneApp/Views/Dialogs/DialogUpdatePresenter.h"
+#include "QuorvaneApp/Views/Dialogs/SettingsDialog.h"
 #include "Tests/QuorvaneApp/WindowFixture.h"
 
 #include <QCheckBox>

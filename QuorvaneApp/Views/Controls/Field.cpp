@@ -1,0 +1,36 @@
+#include "QuorvaneApp/Views/Controls/Field.h"
+
+#include "QuorvaneApp/Views/Controls/Appearance.h"
+
+#include <QEvent>
+
+namespace {
+
+constexpr double leastContrast = 3.5;
+
+}  // namespace
+
+Field::Field(const QString& text, QWidget* parent) : QLineEdit(text, parent) {
+    mendPlaceholder();
+}
+
+void Field::changeEvent(QEvent* event) {
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && !isMending_) {
+        mendPlaceholder();
+    }
+}
+
+void Field::mendPlaceholder() {
+    QPalette mended = palette();
+    const QColor base = mended.color(QPalette::Base);
+    QColor placeholder = mended.color(QPalette::PlaceholderText);
+    placeholder = Appearance::mixed(base, placeholder, placeholder.alphaF());
+    if (Appearance::contrast(placeholder, base) >= leastContrast) {
+        return;
+    }
+    mended.setColor(QPalette::PlaceholderText, Appearance::mixed(mended.color(QPalette::Text), base, 0.4));
+    isMending_ = true;
+    setPalette(mended);
+    isMending_ = false;
+}

@@ -1,0 +1,18 @@
+#include "QuorvaneApp/Views/Dialogs/DevPackagesToggle.h"
+
+#include "QuorvaneApp/Model/AppModel.h"
+
+#include <QCheckBox>
+
+DevPackagesToggle::DevPackagesToggle(AppModel& model, QWidget* parent)
+    : ExplainedToggle(
+          tr("Include dev-only packages"),
+          tr("Dev-only packages (tests, build tools) usually don't ship with your app, so reports "
+             "leave them out unless this is on."),
+          parent) {
+    box().setObjectName(QStringLiteral("includeDev"));
+    box().setChecked(model.includeDev());
+    connect(&box(), &QCheckBox::toggled, &model, &AppModel::setIncludeDev);
+    connect(&model, &AppModel::reportFieldsChanged, this,
+            [this, &model] { box().setChecked(model.includeDev()); });
+}

@@ -1,0 +1,104 @@
+#include "QuorvaneApp/Views/Dialogs/ExportSheet.h"
+
+#include "QuorvaneApp/Model/AppModel.h"
+#include "QuorvaneApp/Views/Controls/Button.h"
+#include "QuorvaneApp/Views/Controls/Label.h"
+#include "QuorvaneApp/Views/Dialogs/BoundField.h"
+#include "QuorvaneApp/Views/Dialogs/DevPackagesToggle.h"
+
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QVBoxLayout>
+
+ExportSheet::ExportSheet(AppModel& model, QWidget* parent)
+    : QDialog(parent, Qt::Sheet),
+      model_(&model),
+      count_(new Label(Label::Role::caption)),
+      pdf(addFormat(QStringLiteral("pdf"), tr("PDF license report (summary, flags, every dependency)"))),
+      notice(addFormat(QStringLiteral("notice"), tr("NOTICE.txt (every package with its license text)"))),
+      csv(addFormat(QStringLiteral("csv"), tr("CSV (one row per package)"))),
+      json(addFormat(QStringLiteral("json"), tr("JSON"))),
+      export_(new Button(tr("Export…"))) {
+    setObjectName(QStringLiteral("exportSheet"));
+    setWindowTitle(tr("Export Report"));
+    count_->setWrapping(true);
+    export_->setObjectName(QStringLiteral("exportButton"));
+    auto* const buttons = new QDialogButtonBox;
+    buttons->addButton(export_, QDialogButtonBox::AcceptRole);
+    buttons->addButton(new Button(tr("Cancel")), QDialogButtonBox::RejectRole);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(22, 20, 22, 18);
+    layout->setSpacing(6);
+    layout->addWidget(new Label(Label::Role::heading, tr("Export Report")));
+    layout->addWidget(count_);
+    layout->addSpacing(10);
+    layout->addWidget(makeFields());
+    layout->addSpacing(10);
+    layout->addWidget(new DevPackagesToggle(model));
+    layout->addSpacing(10);
+    for (QCheckBox* const format : {pdf, notice, csv, json}) {
+        layout->addWidget(format);
+    }
+    layout->addSpacing(14);
+    layout->addStretch();
+    layout->addWidget(buttons);
+    export_->setDefault(true);
+
+    connect(model_, &AppModel::reportFieldsChanged, this, &ExportSheet::showCount);
+    connect(model_, &AppModel::projectChanged, this, &ExportSheet::showCount);
+    showCount();
+    setMinimumWidth(fontMetrics().averageCharWidth() * 66);
+}
+
+ScanKit::ReportFormats ExportSheet::formats() const {
+    using ScanKit::ReportFormats;
+    const auto bit = [](const QCheckBox* toggle, ReportFormats format) {
+        return toggle->isChecked() ? format : ReportFormats::none;
+    };
+    return bit(pdf, ReportFormats::pdf) | bit(notice, ReportFormats::notice) | bit(csv, ReportFormats::csv) |
+           bit(json, ReportFormats::json);
+}
+
+QCheckBox* ExportSheet::addFormat(const QString& name, const QString& text) {
+    auto* const toggle = new QCheckBox(text);
+    toggle->setObjectName(name);
+    toggle->setChecked(true);
+    connect(toggle, &QCheckBox::toggled, this, &ExportSheet::showWhetherReady);
+    return toggle;
+}
+
+QWidget* ExportSheet::makeFields() {
+    auto* const fields = new QWidget;
+    auto* const form = new QFormLayout(fields);
+    form->setContentsMargins(0, 0, 0, 0);
+    form->setHorizontalSpacing(12);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    const auto add = [&](const QString& name, const QString& title, const QString& placeholder,
+                         BoundField::Getter get, BoundField::Setter set) {
+        auto* const field = new BoundField(*model_, get, set);
+        field->setObjectName(name);
+        field->setAccessibleName(title);
+        field->setPlaceholderText(placeholder);
+        form->addRow(title, field);
+    };
+    add(QStringLiteral("reportName"), tr("Project name"), {}, &AppModel::reportName,
+        &AppModel::setReportName);
+    add(QStringLiteral("preparedFor"), tr("Prepared for"), tr("Client (optional)"), &AppModel::preparedFor,
+        &AppModel::setPreparedFor);
+    add(QStringLiteral("preparedBy"), tr("Prepared by"), tr("You or your studio (optional)"),
+        &AppModel::preparedBy, &AppModel::setPreparedBy);
+    return fields;
+}
+
+void ExportSheet::showCount() {
+    count_->setText(tr("%1 packages. Not legal advice: have anything flagged reviewed before you ship.")
+                        .arg(model_->reportRows().size()));
+}
+
+void ExportSheet::showWhetherReady() {
+    export_->setEnabled(formats() != ScanKit::ReportFormats::none);
+}

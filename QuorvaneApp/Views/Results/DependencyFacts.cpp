@@ -1,0 +1,129 @@
+#include "QuorvaneApp/Views/Results/DependencyFacts.h"
+
+#include "QuorvaneApp/Model/Texts.h"
+#include "QuorvaneApp/Views/Controls/FlagChip.h"
+#include "QuorvaneApp/Views/Controls/Label.h"
+#include "QuorvaneApp/Views/Controls/LinkButton.h"
+#include "QuorvaneApp/Views/Results/Facts.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QGridLayout>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int charactersForOneColumn = 42;
+
+Label* selectable(const QString& text, const QString& title) {
+    auto* const label = new Label(Label::Role::body, text);
+    label->setWrapping(true);
+    label->makeSelectable();
+    label->setAccessibleName(title);
+    label->setAccessibleDescription(text);
+    return label;
+}
+
+}  // namespace
+
+DependencyFacts::DependencyFacts(std::function<void(const QString&)> openLink, QWidget* parent)
+    : QScrollArea(parent), openLink_(std::move(openLink)) {
+    setObjectName(QStringLiteral("facts"));
+    setAccessibleName(tr("Facts about the package"));
+    setWidgetResizable(true);
+    setFrameShape(NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+}
+
+void DependencyFacts::show(const ScanKit::Dependency& dependency) {
+    auto* const page = new QWidget;
+    page->setAutoFillBackground(true);
+    page->setBackgroundRole(QPalette::Base);
+    auto* const column = new QVBoxLayout(page);
+    column->setContentsMargins(14, 12, 14, 14);
+    column->setSpacing(10);
+    addFlags(*column, dependency);
+    addNotes(*column, dependency);
+    titled_.clear();
+    grid_ = new QGridLayout;
+    grid_->setHorizontalSpacing(18);
+    grid_->setVerticalSpacing(10);
+    column->addLayout(grid_);
+    column->addStretch();
+    addFacts(dependency);
+    arrange();
+    setWidget(page);
+}
+
+void DependencyFacts::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    arrange();
+}
+
+/// Moves the titled lines into as many columns as the width has room for.
+void DependencyFacts::arrange() {
+    if (grid_ == nullptr) {
+        return;
+    }
+    const int columns =
+        std::clamp(viewport()->width() / (charactersForOneColumn * fontMetrics().averageCharWidth()), 1, 3);
+    for (std::size_t i = 0; i < titled_.size(); ++i) {
+        grid_->removeWidget(titled_[i]);
+        const int position = static_cast<int>(i);
+        grid_->addWidget(titled_[i], position / columns, position % columns, Qt::AlignTop);
+    }
+    for (int column = 0; column < 3; ++column) {
+        grid_->setColumnStretch(column, column < columns ? 1 : 0);
+    }
+}
+
+void DependencyFacts::addFlags(QVBoxLayout& column, const ScanKit::Dependency& dependency) {
+    if (dependency.flags.empty()) {
+        return;
+    }
+    auto* const chips = new QVBoxLayout;
+    chips->setSpacing(4);
+    for (const ScanKit::Flag flag : dependency.flags) {
+        chips->addWidget(new FlagChip(flag));
+    }
+    column.addLayout(chips);
+}
+
+void DependencyFacts::addNotes(QVBoxLayout& column, const ScanKit::Dependency& dependency) {
+    for (const std::string& note : dependency.notes) {
+        column.addWidget(selectable(Texts::fromUtf8(note), tr("Note")));
+    }
+}
+
+void DependencyFacts::addFacts(const ScanKit::Dependency& dependency) {
+    for (const Facts::Fact& fact : Facts::of(dependency)) {
+        addTitled(fact.title, selectable(fact.text, fact.title));
+    }
+    if (dependency.source && !dependency.source->empty()) {
+        addTitled(tr("Source"), makeSource(*dependency.source));
+    }
+}
+
+void DependencyFacts::addTitled(const QString& title, QWidget* content) {
+    auto* const group = new QWidget;
+    auto* const lines = new QVBoxLayout(group);
+    lines->setContentsMargins(0, 0, 0, 0);
+    lines->setSpacing(1);
+    lines->addWidget(new Label(Label::Role::caption, title));
+    lines->addWidget(content);
+    titled_.push_back(group);
+}
+
+/// Only a web address becomes a link: anything else that a package names as its source is just shown.
+QWidget* DependencyFacts::makeSource(const std::string& source) {
+    const QString shown = Texts::oneLine(Texts::fromUtf8(source));
+    const auto address = Facts::webLink(source);
+    if (!address) {
+        return selectable(shown, tr("Source"));
+    }
+    auto* const link = new LinkButton(shown);
+    link->setObjectName(QStringLiteral("sourceLink"));
+    connect(link, &QAbstractButton::clicked, this, [this, address = *address] { openLink_(address); });
+    return link;
+}

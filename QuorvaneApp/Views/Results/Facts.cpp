@@ -1,0 +1,83 @@
+#include "QuorvaneApp/Views/Results/Facts.h"
+
+#include "QuorvaneApp/Model/Texts.h"
+#include "ScanKit/Identification/LicenseExpression.h"
+#include "ScanKit/Identification/SPDX.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QStringList>
+#include <QUrl>
+
+namespace Facts {
+namespace {
+
+QString translated(const char* text) {
+    return QCoreApplication::translate("Facts", text);
+}
+
+/// A score just below the whole must not read as 100 %.
+QString percentage(double score) {
+    const int tenths = static_cast<int>(score * 1000);
+    return QStringLiteral("%1 %").arg(QLocale().toString(tenths / 10.0, 'f', tenths % 10 == 0 ? 0 : 1));
+}
+
+QString joined(const std::vector<std::string>& texts) {
+    QStringList list;
+    for (const std::string& text : texts) {
+        list.push_back(Texts::oneLine(Texts::fromUtf8(text)));
+    }
+    return list.join(QStringLiteral(", "));
+}
+
+}  // namespace
+
+std::vector<Fact> of(const ScanKit::Dependency& dependency) {
+    std::vector<Fact> facts;
+    const auto add = [&facts](const char* title, const QString& text) {
+        if (!text.isEmpty()) {
+            facts.push_back({translated(title), text});
+        }
+    };
+    add("License", Texts::oneLine(Texts::fromUtf8(dependency.licenseDisplay())));
+    add("Full name", displayNames(Texts::fromUtf8(dependency.license.value_or(""))));
+    add("Category", Texts::fromUtf8(ScanKit::label(dependency.category)));
+    add("Found by", Texts::fromUtf8(ScanKit::label(dependency.basis)));
+    if (dependency.matchScore) {
+        add("Match with the standard text", percentage(*dependency.matchScore));
+    }
+    add("Declared", Texts::fromUtf8(dependency.declared.value_or("")));
+    add("License files", joined(dependency.licenseFileNames));
+    add("Ecosystem", Texts::fromUtf8(ScanKit::label(dependency.ecosystem)));
+    add("Used for", dependency.isDev ? translated("Development only") : QString());
+    return facts;
+}
+
+QString displayNames(const QString& license) {
+    const auto expression = ScanKit::LicenseExpression::parse(Texts::toUtf8(license));
+    if (!expression) {
+        return {};
+    }
+    QStringList names;
+    for (const std::string& id : expression->licenseIDs()) {
+        const ScanKit::KnownLicense* const known = ScanKit::SPDX::lookup(id);
+        const QString name = known == nullptr ? QString() : Texts::fromUtf8(known->name);
+        if (!name.isEmpty() && !names.contains(name)) {
+            names.push_back(name);
+        }
+    }
+    const QString text = names.join(QStringLiteral(", "));
+    return text == license ? QString() : text;
+}
+
+std::optional<QString> webLink(const std::optional<std::string>& source) {
+    const QUrl url(Texts::fromUtf8(source.value_or("")), QUrl::StrictMode);
+    const bool isWeb =
+        url.scheme() == QLatin1StringView("https") || url.scheme() == QLatin1StringView("http");
+    if (!url.isValid() || !isWeb || url.host().isEmpty()) {
+        return std::nullopt;
+    }
+    return url.toString(QUrl::FullyEncoded);
+}
+
+}  // namespace Facts

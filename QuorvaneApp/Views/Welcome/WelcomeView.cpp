@@ -1,0 +1,67 @@
+#include "QuorvaneApp/Views/Welcome/WelcomeView.h"
+
+#include "QuorvaneApp/Views/Controls/Appearance.h"
+#include "QuorvaneApp/Views/Controls/Button.h"
+#include "QuorvaneApp/Views/Controls/Label.h"
+
+#include <QAction>
+#include <QPainter>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int margin = 28;
+constexpr int cornerRadius = 16;
+constexpr int iconSize = 72;
+
+Label* centered(Label::Role role, const QString& text) {
+    auto* const label = new Label(role, text);
+    label->setAlignment(Qt::AlignHCenter);
+    label->setWrapping(true);
+    return label;
+}
+
+}  // namespace
+
+WelcomeView::WelcomeView(QAction& openFolder, QWidget* parent) : QWidget(parent) {
+    setObjectName(QStringLiteral("welcome"));
+    auto* const icon = new QLabel;
+    icon->setPixmap(Appearance::applicationIcon().pixmap({iconSize, iconSize}, devicePixelRatioF()));
+    icon->setAlignment(Qt::AlignHCenter);
+
+    auto* const choose = new Button(tr("Choose Folder…"));
+    choose->setObjectName(QStringLiteral("chooseFolderButton"));
+    choose->setDefault(true);
+    connect(choose, &QPushButton::clicked, &openFolder, &QAction::trigger);
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(margin * 2, margin * 2, margin * 2, margin * 2);
+    layout->setSpacing(10);
+    layout->addStretch(3);
+    layout->addWidget(icon);
+    layout->addSpacing(6);
+    layout->addWidget(centered(Label::Role::title, tr("Drop a project folder here")));
+    layout->addWidget(centered(Label::Role::caption,
+                               tr("Quorvane lists the licenses of its Swift, npm and Python packages.")));
+    layout->addSpacing(10);
+    layout->addWidget(choose, 0, Qt::AlignHCenter);
+    layout->addSpacing(10);
+    layout->addWidget(
+        centered(Label::Role::caption,
+                 tr("Quorvane only reads the folder. Nothing in it is changed or sent anywhere.")));
+    layout->addStretch(4);
+}
+
+void WelcomeView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QColor accent = palette().color(QPalette::Highlight);
+    const QColor base = palette().color(QPalette::Base);
+    painter.setBrush(base);
+    QPen pen(Appearance::mixed(Appearance::separator(palette()), accent, 0.25), 2);
+    pen.setDashPattern({4, 4});
+    painter.setPen(pen);
+    const QRectF frame = QRectF(rect()).adjusted(margin, margin, -margin, -margin);
+    painter.drawRoundedRect(frame, cornerRadius, cornerRadius);
+}
