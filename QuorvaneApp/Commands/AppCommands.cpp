@@ -64,8 +64,8 @@ std::array<FilterRow, 4> filterRows() {
 
 }  // namespace
 
-AppCommands::AppCommands(AppModel& appModel, std::function<void()> checkForUpdates, QObject* parent)
-    : QObject(parent), model(appModel) {
+AppCommands::AppCommands(AppModel& model, std::function<void()> checkForUpdates, QObject* parent)
+    : QObject(parent), model_(&model) {
     for (const CommandRow& row : commandRows) {
         auto* const made = new QAction(tr(row.text), this);
         made->setObjectName(QLatin1StringView(row.objectName));
@@ -89,18 +89,18 @@ AppCommands::AppCommands(AppModel& appModel, std::function<void()> checkForUpdat
 
 void AppCommands::connectToModel() {
     const auto on = [this](Command command, void (AppModel::*operation)()) {
-        connect(action(command), &QAction::triggered, &model, operation);
+        connect(action(command), &QAction::triggered, model_, operation);
     };
     on(Command::openFolder, &AppModel::chooseProjectFolder);
     on(Command::rescan, &AppModel::scan);
     on(Command::cancelScan, &AppModel::cancelScan);
     on(Command::addCheckouts, &AppModel::addCheckoutsFolder);
     on(Command::choosePythonEnvironment, &AppModel::choosePythonEnvironment);
-    connect(action(Command::exportReport), &QAction::triggered, &model,
-            [this] { model.setShowExport(true); });
-    connect(&model, &AppModel::projectChanged, this, &AppCommands::refresh);
-    connect(&model, &AppModel::scanningChanged, this, &AppCommands::refresh);
-    connect(&model, &AppModel::exportingChanged, this, &AppCommands::refresh);
+    connect(action(Command::exportReport), &QAction::triggered, model_,
+            [this] { model_->setShowExport(true); });
+    connect(model_, &AppModel::projectChanged, this, &AppCommands::refresh);
+    connect(model_, &AppModel::scanningChanged, this, &AppCommands::refresh);
+    connect(model_, &AppModel::exportingChanged, this, &AppCommands::refresh);
 }
 
 void AppCommands::connectFilters() {
@@ -110,17 +110,20 @@ void AppCommands::connectFilters() {
         QAction* const show = action(row.command);
         show->setCheckable(true);
         group->addAction(show);
-        connect(show, &QAction::triggered, &model, [this, filter = row.filter] { model.setFilter(filter); });
-        const auto follow = [this, show, filter = row.filter] { show->setChecked(model.filter() == filter); };
-        connect(&model, &AppModel::rowsChanged, show, follow);
+        connect(show, &QAction::triggered, model_,
+                [this, filter = row.filter] { model_->setFilter(filter); });
+        const auto follow = [this, show, filter = row.filter] {
+            show->setChecked(model_->filter() == filter);
+        };
+        connect(model_, &AppModel::rowsChanged, show, follow);
         connect(show, &QAction::triggered, show, follow);
         follow();
     }
 }
 
 void AppCommands::refresh() {
-    const bool hasFolder = model.folder().has_value();
-    const bool hasResult = model.result() != nullptr;
+    const bool hasFolder = model_->folder().has_value();
+    const bool hasResult = model_->result() != nullptr;
     for (const Command command : {Command::rescan, Command::addCheckouts, Command::choosePythonEnvironment,
                                   Command::toggleSidebar, Command::toggleDetails}) {
         action(command)->setEnabled(hasFolder);
@@ -129,6 +132,6 @@ void AppCommands::refresh() {
                                   Command::showCopyleft, Command::showUnknown, Command::sortByResultOrder}) {
         action(command)->setEnabled(hasResult);
     }
-    action(Command::cancelScan)->setEnabled(model.scanning());
-    action(Command::exportReport)->setEnabled(hasResult && !model.exporting());
+    action(Command::cancelScan)->setEnabled(model_->scanning());
+    action(Command::exportReport)->setEnabled(hasResult && !model_->exporting());
 }

@@ -50,6 +50,6 @@ private:
     void connectFilters();
     void refresh();
 
-    AppModel& model;
+    AppModel* model_;
     std::array<QAction*, commandCount> actions_{};
 };

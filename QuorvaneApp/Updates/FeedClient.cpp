@@ -35,8 +35,8 @@ QNetworkRequest requestFor(const QUrl& address) {
 /// The status of an answer that came whole. Qt also calls a status of 400 and more an error.
 std::optional<int> statusOf(const QNetworkReply& reply) {
     const QVariant status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute);
-    const bool isHttp = status.isValid();
-    if (!isHttp || (reply.error() != QNetworkReply::NoError && status.toInt() < firstErrorStatus)) {
+    const bool isHTTP = status.isValid();
+    if (!isHTTP || (reply.error() != QNetworkReply::NoError && status.toInt() < firstErrorStatus)) {
         return std::nullopt;
     }
     return status.toInt();

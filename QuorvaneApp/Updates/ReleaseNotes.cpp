@@ -13,7 +13,7 @@ namespace {
 
 constexpr qsizetype longestNotes = 32 * 1024;
 
-bool isHtml(const FeedItem& item) {
+bool isHTML(const FeedItem& item) {
     return item.descriptionFormat != QLatin1StringView("plain-text") &&
            item.descriptionFormat != QLatin1StringView("markdown");
 }
@@ -47,6 +47,6 @@ QString withoutMarkup(const QString& html) {
 QString plainReleaseNotes(const FeedItem& item) {
     const QString whole = item.description.value_or(QString());
     const QString read = whole.left(longestNotes);
-    const QString notes = isHtml(item) ? withoutMarkup(read) : read;
+    const QString notes = isHTML(item) ? withoutMarkup(read) : read;
     return whole.size() > longestNotes ? notes + QStringLiteral("\n…") : notes;
 }

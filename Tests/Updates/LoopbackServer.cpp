@@ -35,7 +35,7 @@ QUrl LoopbackServer::url(const QByteArray& path) const {
         QStringLiteral("http://127.0.0.1:%1%2").arg(server_.serverPort()).arg(QLatin1StringView(path)));
 }
 
-QUrl LoopbackServer::outsideUrl(const QByteArray& path) const {
+QUrl LoopbackServer::outsideURL(const QByteArray& path) const {
     QUrl address = url(path);
     address.setHost(QStringLiteral("0.0.0.0"));
     return address;

@@ -37,7 +37,7 @@ public:
     }
     QUrl url(const QByteArray& path) const;
     /// The same by an address that reaches this server, too, but is not a loopback address.
-    QUrl outsideUrl(const QByteArray& path) const;
+    QUrl outsideURL(const QByteArray& path) const;
     /// The methods of the requests so far, in order: "HEAD GET".
     QByteArray methods() const;
 

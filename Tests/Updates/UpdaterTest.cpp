@@ -143,10 +143,10 @@ void UpdaterTest::plainHttpIsNeverAskedBeyondTheLoopbackAddress() {
     LoopbackServer server;
     server.answer("/feed.xml", {.body = {}});
     server.answer("/away",
-                  {.status = 302, .body = {}, .location = server.outsideUrl("/feed.xml").toEncoded()});
+                  {.status = 302, .body = {}, .location = server.outsideURL("/feed.xml").toEncoded()});
     QCOMPARE(endOf(server.url("/away")), End::failed);
     QCOMPARE(server.methods(), QByteArray("HEAD"));
-    QCOMPARE(endOf(server.outsideUrl("/feed.xml")), End::failed);
+    QCOMPARE(endOf(server.outsideURL("/feed.xml")), End::failed);
     QCOMPARE(server.methods(), QByteArray("HEAD"));
 }
 

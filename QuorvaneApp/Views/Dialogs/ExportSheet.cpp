@@ -15,10 +15,10 @@ ExportSheet::ExportSheet(AppModel& model, QWidget* parent)
     : QDialog(parent, Qt::Sheet),
       model_(&model),
       count_(new Label(Label::Role::caption)),
-      pdf(addFormat(QStringLiteral("pdf"), tr("PDF license report (summary, flags, every dependency)"))),
-      notice(addFormat(QStringLiteral("notice"), tr("NOTICE.txt (every package with its license text)"))),
-      csv(addFormat(QStringLiteral("csv"), tr("CSV (one row per package)"))),
-      json(addFormat(QStringLiteral("json"), tr("JSON"))),
+      pdf_(addFormat(QStringLiteral("pdf"), tr("PDF license report (summary, flags, every dependency)"))),
+      notice_(addFormat(QStringLiteral("notice"), tr("NOTICE.txt (every package with its license text)"))),
+      csv_(addFormat(QStringLiteral("csv"), tr("CSV (one row per package)"))),
+      json_(addFormat(QStringLiteral("json"), tr("JSON"))),
       export_(new Button(tr("Export…"))) {
     setObjectName(QStringLiteral("exportSheet"));
     setWindowTitle(tr("Export Report"));
@@ -40,7 +40,7 @@ ExportSheet::ExportSheet(AppModel& model, QWidget* parent)
     layout->addSpacing(10);
     layout->addWidget(new DevPackagesToggle(model));
     layout->addSpacing(10);
-    for (QCheckBox* const format : {pdf, notice, csv, json}) {
+    for (QCheckBox* const format : {pdf_, notice_, csv_, json_}) {
         layout->addWidget(format);
     }
     layout->addSpacing(14);
@@ -59,8 +59,8 @@ ScanKit::ReportFormats ExportSheet::formats() const {
     const auto bit = [](const QCheckBox* toggle, ReportFormats format) {
         return toggle->isChecked() ? format : ReportFormats::none;
     };
-    return bit(pdf, ReportFormats::pdf) | bit(notice, ReportFormats::notice) | bit(csv, ReportFormats::csv) |
-           bit(json, ReportFormats::json);
+    return bit(pdf_, ReportFormats::pdf) | bit(notice_, ReportFormats::notice) |
+           bit(csv_, ReportFormats::csv) | bit(json_, ReportFormats::json);
 }
 
 QCheckBox* ExportSheet::addFormat(const QString& name, const QString& text) {

@@ -27,9 +27,9 @@ private:
 
     AppModel* model_;
     Label* count_;
-    QCheckBox* pdf;
-    QCheckBox* notice;
-    QCheckBox* csv;
-    QCheckBox* json;
+    QCheckBox* pdf_;
+    QCheckBox* notice_;
+    QCheckBox* csv_;
+    QCheckBox* json_;
     QPushButton* export_;
 };
