@@ -161,7 +161,7 @@ void AppModel::restoreSelection() {
 }
 
 void AppModel::updateRows() {
-    rows_ = project_ ? project_->rows(filter_, Texts::toUtf8(search_)) : std::vector<int>{};
+    rows_ = project_ ? project_->rows(filter_, DependencySearch(Texts::toUtf8(search_))) : std::vector<int>{};
     Q_EMIT rowsChanged();
 }
 

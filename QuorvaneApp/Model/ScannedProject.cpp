@@ -1,27 +1,20 @@
 #include "QuorvaneApp/Model/ScannedProject.h"
 
-#include "ScanKit/Support/Text.h"
-
 #include <algorithm>
 #include <utility>
 
 ScannedProject::ScannedProject(ScanKit::Detection detection, ScanKit::ScanResult result)
     : detection_(std::move(detection)), result_(std::move(result)) {
-    foldedNames_.reserve(dependencies().size());
-    foldedLicenses_.reserve(dependencies().size());
+    searched_.reserve(dependencies().size());
     for (const ScanKit::Dependency& dependency : dependencies()) {
-        foldedNames_.push_back(ScanKit::Text::lowercased(dependency.name));
-        foldedLicenses_.push_back(ScanKit::Text::lowercased(dependency.license.value_or("")));
+        searched_.push_back(SearchedTexts::of(dependency));
     }
 }
 
-std::vector<int> ScannedProject::rows(const DependencyFilter& filter, std::string_view search) const {
-    const std::string query = ScanKit::Text::lowercased(ScanKit::Text::trimmedOfBlanks(search));
+std::vector<int> ScannedProject::rows(const DependencyFilter& filter, const DependencySearch& search) const {
     std::vector<int> rows;
     for (std::size_t i = 0; i < dependencies().size(); ++i) {
-        const bool found = query.empty() || foldedNames_[i].find(query) != std::string::npos ||
-                           foldedLicenses_[i].find(query) != std::string::npos;
-        if (found && filter.passes(dependencies()[i])) {
+        if (search.finds(searched_[i]) && filter.passes(dependencies()[i])) {
             rows.push_back(static_cast<int>(i));
         }
     }
