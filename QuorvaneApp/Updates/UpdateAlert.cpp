@@ -11,15 +11,19 @@ QString translated(const char* text) {
 }  // namespace
 
 UpdateAlert UpdateAlert::upToDate(const QString& name, const QString& version) {
-    return {.title = translated("You’re up to date"),
-            .text = translated("%1 %2 is the newest version. %1 checks for updates on its own and will let "
-                               "you know when there’s a new one.")
-                        .arg(name, version)};
+    return {
+        .title = translated("You’re up to date"),
+        .text =
+            translated(
+                "%1 %2 is the newest version. %1 checks for updates on its own and will let you know when there’s a new one.")
+                .arg(name, version)};
 }
 
 UpdateAlert UpdateAlert::failed(const QString& name) {
-    return {.title = translated("Couldn’t check for updates"),
-            .text = translated("Check your internet connection and try again. %1 also checks on its own "
-                               "about once a day.")
-                        .arg(name)};
+    return {
+        .title = translated("Couldn’t check for updates"),
+        .text =
+            translated(
+                "Check your internet connection and try again. %1 also checks on its own about once a day.")
+                .arg(name)};
 }

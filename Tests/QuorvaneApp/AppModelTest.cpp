@@ -104,8 +104,8 @@ void AppModelTest::panelsAskTheirQuestionsAndActOnlyWhenConfirmed() {
         {&AppModel::chooseProjectFolder, QStringLiteral("Choose a project folder. Quorvane only reads it."),
          QStringLiteral("Scan"), false},
         {&AppModel::addCheckoutsFolder,
-         QStringLiteral("Choose a folder of checked-out Swift packages, like …/SourcePackages/checkouts or "
-                        ".build/checkouts."),
+         QStringLiteral(
+             "Choose a folder of checked-out Swift packages, like …/SourcePackages/checkouts or .build/checkouts."),
          QStringLiteral("Add"), false},
         {&AppModel::choosePythonEnvironment,
          QStringLiteral(

@@ -139,9 +139,10 @@ void MainWindowTest::sidebarFiltersAndCounts() {
             entries.push_back(sidebar->item(row)->data(Qt::AccessibleTextRole).toString());
         }
     }
-    QCOMPARE(entries.join(QLatin1Char('|')),
-             QStringLiteral("All, 5 packages|Needs review, 2 packages|Copyleft, 1 package|Unknown, 1 package|"
-                            "Swift packages, 1 package|npm, 3 packages|Python, 1 package"));
+    QCOMPARE(
+        entries.join(QLatin1Char('|')),
+        QStringLiteral(
+            "All, 5 packages|Needs review, 2 packages|Copyleft, 1 package|Unknown, 1 package|Swift packages, 1 package|npm, 3 packages|Python, 1 package"));
     sidebar->setFocus();
     QTest::keyClick(sidebar, Qt::Key_Down);
     QVERIFY(fixture.model.filter() == DependencyFilter::needsReview());

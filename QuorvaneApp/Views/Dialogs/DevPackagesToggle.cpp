@@ -7,8 +7,7 @@
 DevPackagesToggle::DevPackagesToggle(AppModel& model, QWidget* parent)
     : ExplainedToggle(
           tr("Include dev-only packages"),
-          tr("Dev-only packages (tests, build tools) usually don't ship with your app, so reports "
-             "leave them out unless this is on."),
+          tr("Dev-only packages (tests, build tools) usually don't ship with your app, so reports leave them out unless this is on."),
           parent) {
     box().setObjectName(QStringLiteral("includeDev"));
     box().setChecked(model.includeDev());

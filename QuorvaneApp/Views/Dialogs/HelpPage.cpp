@@ -48,9 +48,7 @@ constexpr std::array<Meaning<Flag::Case>, 9> flagMeanings{{
      "The metadata names one license and the license file reads as another. Ask the authors."},
     {Flag::weakCopyleft, "The license has weak copyleft: usually fine, as long as you keep to its terms."},
     {Flag::notOnDisk,
-     "The package's files are not on this computer, so its license file could not be read. Install the "
-     "packages and "
-     "scan again."},
+     "The package's files are not on this computer, so its license file could not be read. Install the packages and scan again."},
     {Flag::noLicenseFile,
      "The license is known, but the package ships no text of it. This alone needs no review."},
 }};

@@ -116,11 +116,10 @@ void ResultsView::showState() {
         explain(tr("Not scanned yet"), tr("The scan was cancelled. Nothing is known about this folder yet."),
                 rescan_);
     } else if (model_->result()->dependencies.empty()) {
-        explain(tr("No dependencies found"),
-                tr("Quorvane looks for Package.resolved, package.json, requirements and Poetry files, and "
-                   "virtual "
-                   "environments, in this folder and four levels below it."),
-                openFolder_);
+        explain(
+            tr("No dependencies found"),
+            tr("Quorvane looks for Package.resolved, package.json, requirements and Poetry files, and virtual environments, in this folder and four levels below it."),
+            openFolder_);
     } else {
         explain(tr("No matching packages"), tr("No package passes the filter and the search together."),
                 showAll_);
