@@ -32,11 +32,13 @@ constexpr std::array<EditRow, 6> editRows{{
     {"selectAll", QT_TRANSLATE_NOOP("EditActions", "Select All"), QKeySequence::SelectAll, true},
 }};
 
+/// By name and not by class, so that a table that can copy its rows takes part.
 bool hasOperation(const QWidget& widget, const char* operation) {
     const QByteArray signature = QByteArray(operation) + "()";
     return widget.metaObject()->indexOfSlot(signature.constData()) >= 0;
 }
 
+/// The kinds of text fields have no common class, but all have this property.
 bool isReadOnly(const QWidget& widget) {
     return widget.property("readOnly").toBool();
 }

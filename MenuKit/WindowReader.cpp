@@ -22,6 +22,7 @@ QWidget* frontWindow() {
     if (active != nullptr && isWorkedIn(*active)) {
         return active;
     }
+    // No window is active while a menu of the desktop is open.
     for (QWidget* const window : QApplication::topLevelWidgets()) {
         if (isWorkedIn(*window)) {
             return window;

@@ -10,6 +10,7 @@
 
 namespace {
 
+/// What cannot be edited has nothing to undo, even if its document remembers how its text came.
 const QTextDocument* documentOf(const QWidget* field) {
     if (const auto* plain = qobject_cast<const QPlainTextEdit*>(field)) {
         return plain->isReadOnly() ? nullptr : plain->document();

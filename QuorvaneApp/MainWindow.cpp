@@ -62,6 +62,7 @@ MainWindow::MainWindow(AppModel& model, AppCommands& commands, UpdaterController
     guardClosing();
     showPage();
     showMessages();
+    // Room for filters, table and details beside each other.
     resize(1280, 800);
 }
 
@@ -136,6 +137,7 @@ void MainWindow::connectModel() {
         if (model_->exporting() || !std::exchange(closesWhenSaved_, false)) {
             return;
         }
+        // Otherwise the window stays, since it alone can say what went wrong.
         if (!model_->exportFailed()) {
             close();
         }
@@ -203,6 +205,7 @@ void MainWindow::showAbout() {
     about->open();
 }
 
+/// The program ends with its window and waits for its threads: a scan that is told so now is soon over.
 void MainWindow::closeEvent(QCloseEvent* event) {
     model_->cancelScan();
     QMainWindow::closeEvent(event);
@@ -211,6 +214,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 /// Everything is taken, so that what cannot be opened is refused with a sentence and not with silence.
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
     if (event->mimeData()->hasUrls()) {
+        // Never a move: a file manager that moves would delete the folder afterwards.
         event->setDropAction(Qt::CopyAction);
         event->accept();
         dropOverlay_->appear();

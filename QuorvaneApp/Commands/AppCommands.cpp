@@ -77,6 +77,7 @@ AppCommands::AppCommands(AppModel& model, std::function<void()> checkForUpdates,
          {Command::toggleSidebar, Command::toggleDetails, Command::toggleFullScreen}) {
         action(command)->setCheckable(true);
     }
+    // Shown even where it can do nothing, so that its place in the menu is the same in every build.
     action(Command::checkForUpdates)->setEnabled(static_cast<bool>(checkForUpdates));
     if (checkForUpdates) {
         connect(action(Command::checkForUpdates), &QAction::triggered, this, std::move(checkForUpdates));
@@ -105,6 +106,7 @@ void AppCommands::connectToModel() {
 
 void AppCommands::connectFilters() {
     auto* const group = new QActionGroup(this);
+    // None is checked while the sidebar shows one ecosystem, which has no command.
     group->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
     for (const FilterRow& row : filterRows()) {
         QAction* const show = action(row.command);
@@ -116,6 +118,7 @@ void AppCommands::connectFilters() {
             show->setChecked(model_->filter() == filter);
         };
         connect(model_, &AppModel::rowsChanged, show, follow);
+        // Choosing the checked one would uncheck it, and the filter stays.
         connect(show, &QAction::triggered, show, follow);
         follow();
     }

@@ -26,6 +26,7 @@ AppModel::AppModel(bool persist, Surroundings surroundings, QObject* parent)
 
 AppModel::~AppModel() = default;
 
+/// Tells of real changes alone, so that a view may write back what it was just told without an end.
 template <typename Value, typename Other>
 void AppModel::assign(Value& field, Other&& value, void (AppModel::*changed)()) {
     if (field == value) {
@@ -69,6 +70,7 @@ ScanKit::ReportOptions AppModel::reportOptions() const {
 
 void AppModel::openFolder(const std::filesystem::path& folder) {
     folder_ = ScanKit::standardized(folder);
+    // Gone before anything is told: no view may ask the new folder about the rows of the old one.
     project_.reset();
     extraCheckouts_.clear();
     pythonEnvironments_.clear();
@@ -84,6 +86,7 @@ void AppModel::openFolder(const std::filesystem::path& folder) {
     scan();
 }
 
+/// Asked in the background, since a folder on a server that is away takes its time to answer.
 void AppModel::openIfFolder(const std::filesystem::path& path) {
     background_.start([this, path](const ScanKit::StopToken&) {
         const std::optional<QString> problem = folderProblem(path);
@@ -102,6 +105,7 @@ void AppModel::chooseProjectFolder() {
                                        [this](const std::filesystem::path& folder) { openFolder(folder); });
 }
 
+/// One more beside those before, while a chosen environment takes the place of the one before.
 void AppModel::addCheckoutsFolder() {
     surroundings_.folderChooser.choose(FolderQuestions::checkouts(),
                                        [this](const std::filesystem::path& folder) {
@@ -153,6 +157,7 @@ void AppModel::finishScan(const ScanOutcome& outcome) {
     Q_EMIT selectionChanged();
 }
 
+/// By its id: another scan may find the same package at another row.
 void AppModel::restoreSelection() {
     selectedRow_ = selection_ ? project_->rowOf(*selection_) : std::nullopt;
     if (!selectedRow_) {
@@ -231,6 +236,7 @@ void AppModel::exportReports(ScanKit::ReportFormats formats) {
         [this, formats](const std::filesystem::path& folder) { save(formats, folder); });
 }
 
+/// The folder panel stays open as long as the user likes, so what was true when it opened is asked again.
 void AppModel::save(ScanKit::ReportFormats formats, const std::filesystem::path& folder) {
     if (!project_ || exporting_) {
         return;
@@ -244,6 +250,7 @@ void AppModel::save(ScanKit::ReportFormats formats, const std::filesystem::path&
 }
 
 void AppModel::finishExport(const ScanKit::SavedReports& saved) {
+    // The outcome comes before `exportingChanged`: a window that waits for it to close looks whether it may.
     exportFailed_ = saved.failure.has_value();
     setExportMessage(exportMessageFor(saved));
     assign(exporting_, false, &AppModel::exportingChanged);

@@ -7,6 +7,7 @@ Background::Background(QObject* parent) : QObject(parent) {
 }
 
 Background::~Background() {
+    // All are told before the first is waited for.
     for (Job& job : jobs_) {
         job.thread.request_stop();
     }
@@ -14,6 +15,7 @@ Background::~Background() {
 }
 
 std::stop_source Background::start(Work work) {
+    // A list never moves its jobs, so a thread may keep the address of its own.
     Job& job = jobs_.emplace_back();
     job.thread = std::jthread([this, &job, work = std::move(work)](const std::stop_token& stop) {
         Completion completion = work(stop);
@@ -49,6 +51,7 @@ void Background::collect() {
             job = next;
         }
     }
+    // Without the lock: a completion may start further work. The threads in `done` are joined at the end.
     for (const Completion& completion : arrived) {
         if (completion) {
             completion();

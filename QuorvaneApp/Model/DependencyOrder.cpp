@@ -28,6 +28,7 @@ std::string_view takeNumber(std::string_view& text) {
     return number;
 }
 
+/// Of any length: some packages number their versions by date and time, beyond what an integer holds.
 int compareNumbers(std::string_view a, std::string_view b) {
     return a.size() != b.size() ? (a.size() < b.size() ? -1 : 1) : a.compare(b);
 }

@@ -12,5 +12,6 @@ enum class DependencyColumn { package, version, ecosystem, license, foundBy, fla
 /// they do in a descending order. By flag, the most serious come first; rows without a flag come last.
 std::vector<int> sortedRows(const ScannedProject& project, DependencyColumn column, bool isDescending);
 
-/// Less than, equal to or greater than zero; runs of digits compare as numbers, so that 1.10 follows 1.9.
+/// Less than, equal to or greater than zero; runs of digits compare as numbers, so that 1.10 follows 1.9. (For
+/// the eye alone: each ecosystem has an order of its own, and so has the update framework.)
 int compareVersions(std::string_view a, std::string_view b);

@@ -39,6 +39,7 @@ QString cellText(const Dependency& dependency, DependencyColumn column) {
     return {};
 }
 
+/// All of them: the cell has room for the first.
 QString flagList(const Dependency& dependency) {
     QStringList labels;
     for (const ScanKit::Flag flag : dependency.flags) {
@@ -76,6 +77,7 @@ QVariant DependencyTableModel::data(const QModelIndex& index, int role) const {
             return Texts::toolTip(column == DependencyColumn::flag ? flagList(dependency)
                                                                    : cellText(dependency, column));
         case Qt::AccessibleTextRole:
+            // The cell draws a shape and a number, which say nothing to a screen reader.
             if (column == DependencyColumn::flag) {
                 return dependency.flags.empty() ? tr("no flag") : flagList(dependency);
             }
@@ -106,7 +108,7 @@ void DependencyTableModel::sort(int column, Qt::SortOrder order) {
     } else {
         sorting_ = Sorting{static_cast<DependencyColumn>(column), order == Qt::DescendingOrder};
     }
-    allSorted_.clear();
+    allSorted_.clear();  // made anew by whoever shows rows next
     reset();
 }
 
@@ -133,6 +135,7 @@ void DependencyTableModel::reset() {
         allSorted_.clear();
     }
     rows_ = model_->rows();
+    // Marked first, since `showSorted` asks which rows are shown; where they stand is known after it.
     tableRows_.assign(project_ ? project_->dependencies().size() : 0, -1);
     for (const int row : rows_) {
         tableRows_[static_cast<std::size_t>(row)] = 0;

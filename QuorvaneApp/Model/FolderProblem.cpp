@@ -21,6 +21,7 @@ QString reasonOf(const std::error_code& error) {
 }  // namespace
 
 std::optional<QString> folderProblem(const std::filesystem::path& folder) {
+    // Opening it is the one sure question: modes, access lists and servers each have their own say.
     std::error_code error;
     std::filesystem::directory_iterator(folder, error);
     if (!error) {

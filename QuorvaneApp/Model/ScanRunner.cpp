@@ -33,6 +33,7 @@ ScanKit::ScanControl controlOf(const ScanKit::StopToken& stop, Background& backg
                 [stop, &background, onProgress](const ScanKit::ScanProgress& progress) {
                     ScanningProgress shown{progress.done, progress.total, Texts::fromUtf8(progress.name)};
                     background.post([stop, onProgress, shown = std::move(shown)] {
+                        // Looked at on arrival, too: what is in the mailbox may come from a scan that was given up.
                         if (!stop.stop_requested()) {
                             onProgress(shown);
                         }

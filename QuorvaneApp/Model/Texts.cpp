@@ -31,6 +31,7 @@ QString fromPath(const std::filesystem::path& path) {
 }
 
 QString shown(const std::filesystem::path& path) {
+    // Relative to a folder below it, so that it is written in full.
     return fromUtf8(ScanKit::displayPath(path, path / "below"));
 }
 
@@ -60,6 +61,7 @@ QString withoutEndlessLines(const QString& text) {
     qsizetype length = 0;
     for (const QChar character : text) {
         length = character == QLatin1Char('\n') ? 0 : length + 1;
+        // Never between the two halves of one character.
         if (length > longestLine && !character.isLowSurrogate()) {
             broken += QLatin1Char('\n');
             length = 1;

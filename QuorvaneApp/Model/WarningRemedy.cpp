@@ -9,6 +9,7 @@ struct RemedyRow {
     WarningRemedy remedy;
 };
 
+/// What the library's sentences ask for. Whatever else a warning names is mended outside, and then scanned again.
 constexpr std::array<RemedyRow, 2> remedyRows{{
     {"add the checkouts folder", WarningRemedy::addCheckouts},
     {"Choose the environment", WarningRemedy::choosePythonEnvironment},

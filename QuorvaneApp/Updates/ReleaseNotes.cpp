@@ -11,6 +11,7 @@
 
 namespace {
 
+/// In characters. Each level of nested HTML takes some of the stack, and a feed has room for 100,000 levels.
 constexpr qsizetype longestNotes = 32 * 1024;
 
 bool isHTML(const FeedItem& item) {

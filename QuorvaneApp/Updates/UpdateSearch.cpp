@@ -29,6 +29,7 @@ std::optional<QUrl> pageOf(const FeedItem& item) {
 
 UpdateTarget UpdateTarget::current() {
     return {.version = QCoreApplication::applicationVersion(),
+            // The kernel's name is also the mark that feeds use.
             .system = QSysInfo::kernelType(),
             .systemVersion = QSysInfo::kernelVersion()};
 }

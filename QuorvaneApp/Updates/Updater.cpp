@@ -20,6 +20,7 @@ void Updater::checkForUpdates() {
         return;
     }
     setChecking(true);
+    // The head is enough: whether the feed holds news is for the framework to read.
     client_.send(FeedClient::Method::head, *feed, timeLimit_,
                  [this](const FeedClient::Answer& answer) { act(answer); });
 }

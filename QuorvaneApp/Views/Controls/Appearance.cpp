@@ -12,12 +12,15 @@ namespace {
 
 using Severity = ScanKit::Flag::Severity;
 
+/// What the guidelines for accessible pages ask of small text.
 constexpr double legible = 4.5;
 
+/// The light that an sRGB channel stands for: contrast is a matter of light, not of numbers in a palette.
 double linear(double channel) {
     return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
 }
 
+/// Green looks far brighter to the eye than blue of the same light.
 double luminance(const QColor& color) {
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
@@ -147,6 +150,7 @@ QPixmap severityPixmap(Severity severity, int size, double pixelRatio, const QCo
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(size / 16.0, size / 16.0);
     QPainterPath shape = shapeOf(severity);
+    // The mark is a hole in the shape, and so is the inside of the ring: whatever is behind shows through.
     shape.setFillRule(Qt::OddEvenFill);
     if (severity == Severity::low) {
         shape.addEllipse(QRectF(2.7, 2.7, 10.6, 10.6));
@@ -186,6 +190,7 @@ QPalette withSecondaryText(QPalette palette) {
 }
 
 QFont adjusted(QFont font, double points, bool isBold) {
+    // A font that was set in pixels has -1 points: it must not vanish.
     font.setPointSizeF(std::max(font.pointSizeF() + points, 6.0));
     font.setBold(isBold);
     return font;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 Button::Button(const QString& text, QWidget* parent) : QPushButton(text, parent) {
+    // In a dialog any button with the focus would take Return from the one that is meant.
     setAutoDefault(false);
 }
 

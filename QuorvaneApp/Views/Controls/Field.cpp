@@ -6,6 +6,7 @@
 
 namespace {
 
+/// Less than text needs: a hint that looks like typed text would be taken for it.
 constexpr double leastContrast = 3.5;
 
 }  // namespace
@@ -25,6 +26,7 @@ void Field::mendPlaceholder() {
     QPalette mended = palette();
     const QColor base = mended.color(QPalette::Base);
     QColor placeholder = mended.color(QPalette::PlaceholderText);
+    // Palettes give it as a veil over the text's colour: what the eye sees is both, mixed.
     placeholder = Appearance::mixed(base, placeholder, placeholder.alphaF());
     if (Appearance::contrast(placeholder, base) >= leastContrast) {
         return;

@@ -49,6 +49,7 @@ void Label::changeEvent(QEvent* event) {
 }
 
 void Label::applyPalette() {
+    // A palette that is set here comes back as a change of the palette.
     if (!rowOf(role_).isSecondary || isApplying_) {
         return;
     }
@@ -81,6 +82,7 @@ QSize ElidedLabel::sizeHint() const {
 void ElidedLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(palette().color(QPalette::WindowText));
+    // The middle goes: a path says most in its beginning and its end.
     painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter,
                      fontMetrics().elidedText(fullText_, Qt::ElideMiddle, width()));
 }

@@ -66,6 +66,7 @@ ScanKit::ReportFormats ExportSheet::formats() const {
 QCheckBox* ExportSheet::addFormat(const QString& name, const QString& text) {
     auto* const toggle = new QCheckBox(text);
     toggle->setObjectName(name);
+    // Checked before it is connected: the button that would be told is not made yet.
     toggle->setChecked(true);
     connect(toggle, &QCheckBox::toggled, this, &ExportSheet::showWhetherReady);
     return toggle;
@@ -76,6 +77,7 @@ QWidget* ExportSheet::makeFields() {
     auto* const form = new QFormLayout(fields);
     form->setContentsMargins(0, 0, 0, 0);
     form->setHorizontalSpacing(12);
+    // A Mac would leave the fields as narrow as their hint.
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     const auto add = [&](const QString& name, const QString& title, const QString& placeholder,
                          BoundField::Getter get, BoundField::Setter set) {
@@ -95,6 +97,7 @@ QWidget* ExportSheet::makeFields() {
 }
 
 void ExportSheet::showCount() {
+    // The sentence has this one form, for a single package as well.
     count_->setText(tr("%1 packages. Not legal advice: have anything flagged reviewed before you ship.")
                         .arg(model_->reportRows().size()));
 }

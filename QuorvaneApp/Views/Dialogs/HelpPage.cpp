@@ -14,6 +14,7 @@ using ScanKit::Flag;
 using ScanKit::LicenseBasis;
 using ScanKit::LicenseCategory;
 
+/// The compiler checks that each table has its whole enumeration, so no new flag goes without an explanation.
 template <typename Value>
 struct Meaning {
     Value value;
@@ -75,6 +76,7 @@ QString definitions(const std::array<Meaning<Value>, count>& meanings) {
     return html;
 }
 
+/// Without colours or sizes of its own, so that it follows light, dark and the desktop's font.
 constexpr const char* page = R"(
 <h1>Quorvane Help</h1>
 <p>Quorvane lists the open-source licenses of the packages that a project depends on, and writes the reports

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// On one line, its end left out where it is too long for the window.
+/// On one line, its end left out: a feed may call a version by a text that is wider than any screen.
 QString shortened(const QString& text, qsizetype longest) {
     const QString line = Texts::oneLine(text);
     return line.size() > longest ? line.left(longest - 1) + QStringLiteral("…") : line;
@@ -28,6 +28,7 @@ Button* makeButton(const char* objectName, const QString& text) {
 UpdateWindow::UpdateWindow(const AvailableUpdate& update, QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("updateWindow"));
     setWindowTitle(tr("Software Update"));
+    // Every way to close is one choice: Escape and the title bar leave it as it began.
     connect(this, &QDialog::finished, this, [this] { Q_EMIT chosen(choice_); });
 
     auto* const layout = new QVBoxLayout(this);
@@ -61,9 +62,7 @@ QWidget* UpdateWindow::makeHeading(const AvailableUpdate& update) {
 }
 
 QWidget* UpdateWindow::makeNotes(const AvailableUpdate& update) {
-    auto* const notes =
-        new QPlainTextEdit(update.releaseNotes.isEmpty() ? tr("There are no release notes.")
-                                                         : Texts::withoutEndlessLines(update.releaseNotes));
+    auto* const notes = new QPlainTextEdit(Texts::withoutEndlessLines(update.releaseNotes));
     notes->setObjectName(QStringLiteral("releaseNotes"));
     notes->setAccessibleName(tr("Release notes"));
     notes->setReadOnly(true);
@@ -77,6 +76,7 @@ QWidget* UpdateWindow::makeButtons(bool hasPage) {
     Button* const later = makeButton("remindLater", tr("Remind Me Later"));
     Button* const open = makeButton("openPage", tr("Open Download Page"));
     open->setEnabled(hasPage);
+    // Return never skips a version.
     (hasPage ? open : later)->setDefault(true);
     connect(skip, &QPushButton::clicked, this, [this] { choose(UpdateChoice::skipVersion); });
     connect(later, &QPushButton::clicked, this, [this] { choose(UpdateChoice::remindLater); });

@@ -13,6 +13,7 @@ using Severity = ScanKit::Flag::Severity;
 
 constexpr int padding = 9;
 
+/// A table paints its cells anew while it scrolls, and drawing the same few shapes each time is what costs.
 QPixmap cachedGlyph(Severity severity, int size, double pixelRatio, const QColor& color) {
     const QString key = QStringLiteral("severity-%1-%2-%3-%4")
                             .arg(static_cast<int>(severity))
@@ -101,6 +102,7 @@ void DependencyDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
         const int room = cell.rect.width() - devMarkWidth(cell) - padding;
         cell.text = cell.fontMetrics.elidedText(text, Qt::ElideRight, room);
     }
+    // The style paints the cell; a flag's text was taken out of it and follows in its own colour.
     const QStyle* const style = cell.widget == nullptr ? QApplication::style() : cell.widget->style();
     style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
     if (flag.isValid()) {

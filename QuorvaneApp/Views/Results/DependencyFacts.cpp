@@ -14,8 +14,10 @@
 
 namespace {
 
+/// Wide enough for most names and addresses.
 constexpr int charactersForOneColumn = 42;
 
+/// A fact is there to be copied into a letter or a ticket.
 Label* selectable(const QString& text, const QString& title) {
     auto* const label = new Label(Label::Role::body, text);
     label->setWrapping(true);

@@ -11,7 +11,7 @@
 class QGridLayout;
 class QVBoxLayout;
 
-/// The facts about one dependency flags, notes, and titled lines. All text is plain.
+/// The facts about one dependency: flags, notes, and titled lines. All text is plain.
 class DependencyFacts : public QScrollArea {
     Q_OBJECT
 

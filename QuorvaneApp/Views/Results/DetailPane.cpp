@@ -27,6 +27,7 @@ QPlainTextEdit* makeTextView(const QString& objectName, const QString& accessibl
     view->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     view->setFrameShape(QFrame::NoFrame);
     view->setFont(Appearance::adjusted(view->font(), -0.5));
+    // Nothing is typed here: the key goes on, as everywhere else.
     view->setTabChangesFocus(true);
     view->document()->setDocumentMargin(12);
     return view;

@@ -26,6 +26,7 @@ HeaderBar::HeaderBar(AppModel& model, const AppCommands& commands, QWidget* pare
     search_->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
     search_->setMaximumWidth(fontMetrics().averageCharWidth() * 44);
     search_->installEventFilter(this);
+    // Not `textEdited`: Escape empties the field, too. The model tells only of changes, so this goes round once.
     connect(search_, &QLineEdit::textChanged, model_, &AppModel::setSearch);
     connect(model_, &AppModel::rowsChanged, search_, [this] {
         if (search_->text() != model_->search()) {

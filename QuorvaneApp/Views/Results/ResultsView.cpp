@@ -67,6 +67,7 @@ ResultsView::ResultsView(AppModel& model, const AppCommands& commands,
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(outer_);
 
+    // Both at once: the user sees that nothing is left, not which of the two hides it.
     connect(showAll_, &QPushButton::clicked, model_, [this] {
         model_->setSearch({});
         model_->setFilter(DependencyFilter::all());
@@ -89,6 +90,7 @@ void ResultsView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     const bool isNarrow = width() < widthForThreeColumns * fontMetrics().averageCharWidth();
     const Qt::Orientation orientation = isNarrow ? Qt::Vertical : Qt::Horizontal;
+    // As long as the arrangement stays, so does the width that the user gave the details.
     if (isArranged_ && inner_->orientation() == orientation) {
         return;
     }
@@ -98,6 +100,7 @@ void ResultsView::resizeEvent(QResizeEvent* event) {
     inner_->setSizes({(isNarrow ? height() : width()) - details, details});
 }
 
+/// From the most to the least certain: rows, no result yet, an empty result, rows that are all hidden.
 void ResultsView::showState() {
     if (!model_->rows().empty()) {
         middle_->setCurrentWidget(table_);

@@ -26,6 +26,7 @@ QSize Sidebar::sizeHint() const {
 }
 
 void Sidebar::rebuild() {
+    // Filling the list moves its current item, which would choose a filter.
     const QSignalBlocker quiet(this);
     clear();
     filters_.clear();
@@ -54,6 +55,7 @@ void Sidebar::addFilter(const DependencyFilter& filter, const QString& text) {
     auto* const item = new QListWidgetItem(text, this);
     item->setData(SidebarDelegate::filterRole, static_cast<int>(filters_.size()));
     filters_.push_back(filter);
+    // Before the first scan there are filters, but nothing to count.
     if (!model_->project()) {
         return;
     }

@@ -27,6 +27,7 @@ void paintFilter(QPainter& painter, const QStyleOptionViewItem& option, const QM
     const bool isFocused = option.state.testFlag(QStyle::State_HasFocus);
     QColor textColor = palette.color(QPalette::WindowText);
     QColor countColor = Appearance::secondaryText(palette);
+    // The choice stays visible, paler, while the keys are in the table.
     if (isSelected) {
         const QColor accent = palette.color(QPalette::Active, QPalette::Highlight);
         painter.setPen(Qt::NoPen);

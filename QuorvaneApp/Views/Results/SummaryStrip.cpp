@@ -46,6 +46,7 @@ void SummaryStrip::showCounts() {
     if (model_->result() == nullptr) {
         return;
     }
+    // Counted as the reports count, and not as the table does, which shows dev-only packages in any case.
     const ScanKit::ReportSummary summary(model_->reportRows());
     show(total_, summary.total, tr("package"), tr("packages"));
     show(needsReview_, summary.needsReview, tr("needs review"), tr("need review"));

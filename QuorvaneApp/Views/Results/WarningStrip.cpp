@@ -15,6 +15,7 @@
 
 namespace {
 
+/// A large project may have a warning a file: they must leave the table its room.
 constexpr std::size_t shownWhenFolded = 2;
 constexpr int greatestHeight = 190;
 
@@ -62,6 +63,7 @@ void WarningStrip::rebuild() {
     }
     setWidget(page);
     setVisible(count > 0);
+    // Whoever uses the keys must be able to scroll what is longer than the strip.
     setFocusPolicy(isUnfolded_ ? Qt::StrongFocus : Qt::NoFocus);
     fitHeight();
 }
