@@ -75,6 +75,7 @@ void AppModel::openFolder(const std::filesystem::path& folder) {
     extraCheckouts_.clear();
     pythonEnvironments_.clear();
     filter_ = DependencyFilter::all();
+    search_.clear();
     reportName_ = Texts::shownName(*folder_);
     preparedFor_.clear();
     selectRow({});

@@ -83,7 +83,7 @@ public:
     const ScanKit::Dependency* selectedDependency() const;
     ScanKit::ReportOptions reportOptions() const;
 
-    /// Forgets the project before, with its choices and results, and scans this folder.
+    /// Forgets the project before, with its choices, search and results, and scans this folder.
     void openFolder(const std::filesystem::path& folder);
     /// Opens what was dropped or named on the command line once the disk says that it is a readable folder;
     /// otherwise the present project stays and `problem` says why.

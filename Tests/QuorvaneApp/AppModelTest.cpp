@@ -73,6 +73,7 @@ void AppModelTest::openingAFolderForgetsTheProjectBefore() {
     model.choosePythonEnvironment();
     QTRY_VERIFY(!model.scanning());
     model.setFilter(DependencyFilter::copyleft());
+    model.setSearch(QStringLiteral("no such package"));
     model.selectRow(0);
     model.setPreparedFor(QStringLiteral("A client"));
     model.setReportName(QStringLiteral("Renamed"));
@@ -86,6 +87,7 @@ void AppModelTest::openingAFolderForgetsTheProjectBefore() {
     QVERIFY(model.extraCheckouts().empty());
     QVERIFY(model.pythonEnvironments().empty());
     QVERIFY(model.filter() == DependencyFilter::all());
+    QCOMPARE(model.search(), QString());
     QVERIFY(!model.selection());
     QVERIFY(!model.exportMessage());
     QCOMPARE(model.reportName(), QStringLiteral("Second"));
