@@ -1,20 +1,17 @@
-#include "ScanKit/LicenseFiles/LicenseFiles.h"
-
+#include "Tests/Builders/Printers.h"
 #include "Tests/Builders/TemporaryFolder.h"
-
-#include <string>
 
 #include <sys/stat.h>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace ScanKit {
 namespace {
 
 using Names = std::vector<std::string>;
+using Paths = std::vector<std::filesystem::path>;
 
-Names namesOf(const std::vector<std::filesystem::path>& files) {
+Names namesOf(const Paths& files) {
     Names names;
     for (const auto& file : files) {
         names.push_back(file.filename().string());
@@ -22,35 +19,38 @@ Names namesOf(const std::vector<std::filesystem::path>& files) {
     return names;
 }
 
+LicenseFiles foundAmong(const Names& names) {
+    const TemporaryFolder package;
+    for (const std::string& name : names) {
+        package.write(name, "");
+    }
+    return findLicenseFiles(package.path());
+}
+
 TEST(LicenseFiles, TellsLicensesAndNoticesByTheirNames) {
-    const Names licenses{"LICENSE",          "LICENCE.rst",       "mit-license.txt", "LICENSE.apache2",
-                         "LICENSE.abcdefgh", "LICENSE.ÄBCDEFGH",  "Copying.LESSER",  "UNLICENSE",
-                         ".license",         "license-notice.txt"};
+    const Names licenses{"LICENSE",         "LICENCE.rst",      "mit-license.txt",   "our-licence",
+                         "LICENSE.apache2", "LICENSE.abcdefgh", "LICENSE.ÄBCDEFGH",  "Copying.LESSER",
+                         "UNLICENSE",       ".license",         "license-notice.txt"};
     const Names notices{"NOTICE", "notices.md", "NOTICE.something-long", "ThirdPartyNotices-more.txt",
                         "THIRD_PARTY_NOTICES"};
-    const Names neither{"LICENSE.abcdefghi", "not-copying", "license.js", "LICENSE.JSON",   "license.d",
-                        "photo.license",     "._LICENSE",   "notice.py",  "notice-file.txt"};
-    const auto expect = [](const Names& names, const Names& asLicense, const Names& asNotice) {
-        const TemporaryFolder package;
-        for (const std::string& name : names) {
-            package.write(name, "");
-        }
-        const LicenseFiles found = findLicenseFiles(package.path());
-        EXPECT_THAT(namesOf(found.licenses), testing::UnorderedElementsAreArray(asLicense));
-        EXPECT_THAT(namesOf(found.notices), testing::UnorderedElementsAreArray(asNotice));
-    };
-    expect(licenses, licenses, {});
-    expect(notices, {}, notices);
-    expect(neither, {}, {});
+    const Names neither{"LICENSE.abcdefghi", "not-copying",   "license.js", "LICENSE.JSON",
+                        "license.d",         "License.swift", "license.h",  "license.pyc",
+                        "photo.license",     "._LICENSE",     "notice.py",  "notice-file.txt"};
+    EXPECT_THAT(namesOf(foundAmong(licenses).licenses), testing::UnorderedElementsAreArray(licenses));
+    EXPECT_EQ(foundAmong(licenses).notices, Paths{});
+    EXPECT_THAT(namesOf(foundAmong(notices).notices), testing::UnorderedElementsAreArray(notices));
+    EXPECT_EQ(foundAmong(notices).licenses, Paths{});
+    EXPECT_EQ(foundAmong(neither), LicenseFiles{});
 }
 
 TEST(LicenseFiles, ReadsLicenseBeforeCopyingBeforeTheRest) {
-    const TemporaryFolder package{{"UNLICENSE", ""},      {"COPYING", ""},  {"license.txt", ""},
-                                  {"LICENSE.md", ""},     {"LICENSE", ""},  {"LICENSE-APACHE", ""},
-                                  {"copying.lesser", ""}, {"a-license", ""}};
-    EXPECT_EQ(namesOf(findLicenseFiles(package.path()).licenses),
-              (Names{"LICENSE", "LICENSE-APACHE", "LICENSE.md", "license.txt", "COPYING", "copying.lesser",
-                     "UNLICENSE", "a-license"}));
+    EXPECT_EQ(namesOf(foundAmong({"UNLICENSE", "COPYING", "license.txt", "LICENSE.md", "LICENSE",
+                                  "LICENSE-APACHE", "copying.lesser", "a-license", "licence"})
+                          .licenses),
+              (Names{"LICENSE", "LICENSE-APACHE", "LICENSE.md", "licence", "license.txt", "COPYING",
+                     "copying.lesser", "UNLICENSE", "a-license"}));
+    EXPECT_EQ(namesOf(foundAmong({"NOTICES", "NOTICE", "notice"}).notices),
+              (Names{"NOTICE", "NOTICES", "notice"}));
 }
 
 TEST(LicenseFiles, TakesOnlyRegularFilesInsideThePackage) {

@@ -1,6 +1,6 @@
 #include "ScanKit/Model/Coding.h"
 
-#include <gtest/gtest.h>
+#include "Tests/Builders/Printers.h"
 
 namespace ScanKit {
 namespace {
@@ -50,18 +50,32 @@ TEST(Coding, NamesKeysAfterFieldsAndLeavesAbsentOnesOut) {
 }
 
 TEST(Coding, RefusesWhatIsNotARecord) {
-    const std::string good = encoded(full);
-    const auto without = [&](std::string_view what, std::string_view replacement) {
+    const auto changed = [](const std::string& good, std::string_view what, std::string_view replacement) {
         std::string text = good;
         text.replace(text.find(what), what.size(), replacement);
         return text;
     };
-    EXPECT_TRUE(decodedDependency(without("\"isDev\"", "\"more\" : 1, \"isDev\"")));
-    for (const std::string& text :
-         {std::string("[]"), std::string(""), without("\"npm\"", "\"NPM\""),
-          without("\"mismatch\"", "\"odd\""), without("\"isDev\"", "\"dev\""), without("0.996", "\"0.996\""),
-          without("\"One.\"", "1"), without("\"notes\"", "\"n\"")}) {
-        EXPECT_FALSE(decodedDependency(text)) << text;
+    EXPECT_EQ(decodedDependency(changed(encoded(full), "\"isDev\"", "\"more\" : 1, \"isDev\"")), full);
+    EXPECT_EQ(decodedDependency("[]"), std::nullopt);
+    EXPECT_EQ(decodedDependency(""), std::nullopt);
+    constexpr std::pair<const char*, const char*> faults[]{
+        {"\"npm\"", "\"NPM\""},
+        {"\"mismatch\"", "\"odd\""},
+        {"\"isDev\"", "\"dev\""},
+        {"0.996", "\"0.996\""},
+        {"\"One.\"", "1"},
+        {"\"notes\"", "\"n\""},
+        {"\"GPL-2.0+\"", "null"},  // an absent text is left out, never null
+        {"[\n    \"One.\",\n    \"Two.\"\n  ]", "\"One.\""},
+    };
+    for (const auto& [what, replacement] : faults) {
+        EXPECT_EQ(decodedDependency(changed(encoded(full), what, replacement)), std::nullopt) << replacement;
+    }
+    const std::string result = encoded(ScanResult{.dependencies = {full}});
+    EXPECT_TRUE(decodedScanResult(result));
+    for (const auto& [what, replacement] :
+         {std::pair{"1970-01-01T", "1970-01-01 "}, {"\"npm\"", "\"NPM\""}}) {
+        EXPECT_EQ(decodedScanResult(changed(result, what, replacement)), std::nullopt) << replacement;
     }
 }
 

@@ -1,35 +1,26 @@
-#include "ScanKit/Model/Detection.h"
-#include "ScanKit/Model/RawDependency.h"
-#include "ScanKit/Model/ScanOptions.h"
-#include "ScanKit/Model/ScanResult.h"
+#include "Tests/Builders/Printers.h"
 
 #include <algorithm>
 #include <unordered_set>
 
-#include <gtest/gtest.h>
-
 namespace ScanKit {
 namespace {
 
-TEST(RawValues, ReadBackAndRefuseEveryOtherText) {
-    for (const Ecosystem value : allEcosystems) {
-        EXPECT_EQ(ecosystemFromRawValue(rawValue(value)), value);
-    }
-    for (const LicenseCategory value : allLicenseCategories) {
-        EXPECT_EQ(licenseCategoryFromRawValue(rawValue(value)), value);
-    }
-    for (const LicenseBasis value : allLicenseBases) {
-        EXPECT_EQ(licenseBasisFromRawValue(rawValue(value)), value);
-    }
-    for (const Flag value : allFlags) {
-        EXPECT_EQ(flagFromRawValue(rawValue(value)), value);
+template <typename Values, typename Read>
+void expectReadBack(const Values& values, Read read) {
+    for (const auto value : values) {
+        EXPECT_EQ(read(rawValue(value)), value);
     }
     for (const char* unknown : {"", "agpl", "Swift", "NPM", "weakcopyleft", "npm "}) {
-        EXPECT_FALSE(ecosystemFromRawValue(unknown)) << unknown;
-        EXPECT_FALSE(licenseCategoryFromRawValue(unknown)) << unknown;
-        EXPECT_FALSE(licenseBasisFromRawValue(unknown)) << unknown;
-        EXPECT_FALSE(flagFromRawValue(unknown)) << unknown;
+        EXPECT_EQ(read(unknown), std::nullopt) << unknown;
     }
+}
+
+TEST(RawValues, ReadBackAndRefuseEveryOtherText) {
+    expectReadBack(allEcosystems, ecosystemFromRawValue);
+    expectReadBack(allLicenseCategories, licenseCategoryFromRawValue);
+    expectReadBack(allLicenseBases, licenseBasisFromRawValue);
+    expectReadBack(allFlags, flagFromRawValue);
     EXPECT_EQ(Flag::severityFromRawValue(2), Flag::Severity::high);
     EXPECT_FALSE(Flag::severityFromRawValue(3));
     EXPECT_FALSE(Flag::severityFromRawValue(-1));
@@ -39,26 +30,19 @@ TEST(Flag, SortsTheMostSeriousFirst) {
     std::vector<Flag> flags{Flag::noLicenseFile, Flag::missing, Flag::networkCopyleft};
     std::ranges::sort(flags);
     EXPECT_EQ(flags, (std::vector<Flag>{Flag::networkCopyleft, Flag::missing, Flag::noLicenseFile}));
-    for (std::size_t i = 1; i < allFlags.size(); ++i) {
-        EXPECT_GE(severity(allFlags[i - 1]), severity(allFlags[i]));
-    }
-}
-
-TEST(Dependency, IsNamedByEcosystemNameAndVersion) {
-    const Dependency example{.name = "Example", .version = "1.0.0"};
-    EXPECT_EQ(example.id(), "swiftpm:Example@1.0.0");
-    Dependency other = example;
-    other.ecosystem = Ecosystem::npm;
-    EXPECT_NE(other.id(), example.id());
+    EXPECT_TRUE(std::ranges::is_sorted(allFlags, std::ranges::greater{}, severity));
+    EXPECT_EQ(severity(Flag::missing), Flag::Severity::high);
+    EXPECT_EQ(severity(Flag::notOnDisk), Flag::Severity::medium);
+    EXPECT_EQ(severity(Flag::noLicenseFile), Flag::Severity::low);
 }
 
 TEST(Dependency, NeedsReviewForAnyFlagButAMissingFile) {
-    Dependency dependency;
-    EXPECT_FALSE(dependency.needsReview());
-    dependency.flags = {Flag::noLicenseFile};
-    EXPECT_FALSE(dependency.needsReview());
-    dependency.flags = {Flag::notOnDisk, Flag::noLicenseFile};
-    EXPECT_TRUE(dependency.needsReview());
+    EXPECT_FALSE(Dependency{}.needsReview());
+    for (const Flag flag : allFlags) {
+        EXPECT_EQ((Dependency{.flags = {flag}}.needsReview()), flag != Flag::noLicenseFile)
+            << testing::PrintToString(flag);
+    }
+    EXPECT_TRUE((Dependency{.flags = {Flag::notOnDisk, Flag::noLicenseFile}}.needsReview()));
 }
 
 TEST(Dependency, ShowsALicenseOrWhatWasDeclared) {
@@ -82,53 +66,78 @@ TEST(Dependency, ShowsALicenseOrWhatWasDeclared) {
 }
 
 TEST(ScanResult, SelectsByDevAndEcosystem) {
-    const ScanResult result{.dependencies = {{.ecosystem = Ecosystem::swiftpm, .name = "a"},
-                                             {.ecosystem = Ecosystem::npm, .name = "b", .isDev = true},
-                                             {.ecosystem = Ecosystem::npm, .name = "c"}}};
-    const auto names = [](const std::vector<const Dependency*>& selected) {
-        std::string joined;
-        for (const Dependency* dependency : selected) {
-            joined += dependency->name;
+    const ScanResult result{
+        .dependencies = {{.name = "a"},
+                         {.ecosystem = Ecosystem::npm, .name = "b", .version = "1", .isDev = true},
+                         {.ecosystem = Ecosystem::npm, .name = "c"}}};
+    const auto ids = [&](bool includeDev, const std::optional<std::set<Ecosystem>>& ecosystems = {}) {
+        std::vector<std::string> found;
+        for (const Dependency* dependency : result.selected(includeDev, ecosystems)) {
+            found.push_back(dependency->id());
         }
-        return joined;
+        return found;
     };
-    EXPECT_EQ(names(result.selected(false)), "ac");
-    EXPECT_EQ(names(result.selected(true)), "abc");
-    EXPECT_EQ(names(result.selected(true, std::set{Ecosystem::npm})), "bc");
-    EXPECT_EQ(names(result.selected(true, std::set<Ecosystem>{})), "");
+    using Ids = std::vector<std::string>;
+    EXPECT_EQ(ids(false), (Ids{"swiftpm:a@", "npm:c@"}));
+    EXPECT_EQ(ids(true), (Ids{"swiftpm:a@", "npm:b@1", "npm:c@"}));
+    EXPECT_EQ(ids(true, std::set{Ecosystem::npm}), (Ids{"npm:b@1", "npm:c@"}));
+    EXPECT_EQ(ids(false, std::set{Ecosystem::npm}), Ids{"npm:c@"});
+    EXPECT_EQ(ids(true, std::set<Ecosystem>{}), Ids{});
 }
 
-TEST(Detection, ListsTheEcosystemsItFound) {
-    Detection detection{.checkoutFolders = {"c"}, .xcodeProjectNames = {"App"}};
-    EXPECT_TRUE(detection.ecosystems().empty());
-    detection.virtualEnvs = {"v"};
-    detection.resolvedFiles = {"r"};
-    EXPECT_EQ(detection.ecosystems(), (std::vector{Ecosystem::swiftpm, Ecosystem::python}));
-    detection.npmManifestsOnly = {"m"};
-    EXPECT_EQ(detection.ecosystems().size(), 3U);
+TEST(Detection, EachListStandsForItsEcosystem) {
+    using Ecosystems = std::vector<Ecosystem>;
+    struct Case {
+        const char* list;
+        Detection found;
+        Ecosystems ecosystems;
+    };
+    using enum Ecosystem;
+    const Case cases[]{
+        {"nothing", {}, {}},
+        {"resolvedFiles", {.resolvedFiles = {"x"}}, {swiftpm}},
+        {"checkoutFolders", {.checkoutFolders = {"x"}}, {}},
+        {"xcodeProjectNames", {.xcodeProjectNames = {"x"}}, {}},
+        {"npmLockfiles", {.npmLockfiles = {"x"}}, {npm}},
+        {"npmModulesWithoutLock", {.npmModulesWithoutLock = {"x"}}, {npm}},
+        {"npmManifestsOnly", {.npmManifestsOnly = {"x"}}, {npm}},
+        {"requirementFiles", {.requirementFiles = {"x"}}, {python}},
+        {"poetryLocks", {.poetryLocks = {"x"}}, {python}},
+        {"virtualEnvs", {.virtualEnvs = {"x"}}, {python}},
+        {"several",
+         {.resolvedFiles = {"x"}, .npmLockfiles = {"x"}, .npmManifestsOnly = {"x"}, .poetryLocks = {"x"}},
+         {swiftpm, npm, python}},
+    };
+    for (const Case& one : cases) {
+        EXPECT_EQ(one.found.ecosystems(), one.ecosystems) << one.list;
+    }
 }
 
 /// Each record hashes over all of its fields, so that a set tells apart whatever equality tells apart.
+template <typename Record>
+void expectDistinct(const std::vector<Record>& records) {
+    const std::unordered_set<Record> set(records.begin(), records.end());
+    std::unordered_set<std::size_t> hashes;
+    for (const Record& record : records) {
+        hashes.insert(std::hash<Record>{}(record));
+        EXPECT_TRUE(set.contains(record)) << testing::PrintToString(record);
+    }
+    EXPECT_EQ(set.size(), records.size()) << testing::PrintToString(records);
+    EXPECT_EQ(hashes.size(), records.size()) << testing::PrintToString(records);
+}
+
 TEST(Records, HashOverTheirFields) {
-    const Dependency dependency{.name = "a", .flags = {Flag::missing}, .notes = {"n"}};
-    Dependency flagged = dependency;
-    flagged.flags = {Flag::unknown};
-    Dependency scored = dependency;
-    scored.matchScore = 0.5;
-    EXPECT_EQ((std::unordered_set<Dependency>{dependency, dependency, flagged, scored}.size()), 3U);
-
-    const std::hash<RawDependency> hashRaw;
-    const RawDependency raw{.name = "a", .folder = "/p"};
-    RawDependency elsewhere = raw;
-    elsewhere.folder = "/q";
-    EXPECT_EQ(hashRaw(raw), hashRaw(RawDependency(raw)));
-    EXPECT_NE(hashRaw(raw), hashRaw(elsewhere));
-
-    EXPECT_NE(std::hash<ScanSource>{}({Ecosystem::npm, "a", "b"}),
-              std::hash<ScanSource>{}({Ecosystem::npm, "b", "a"}));
-    EXPECT_NE(std::hash<ScanOptions>{}({.ecosystems = {Ecosystem::npm}}), std::hash<ScanOptions>{}({}));
-    EXPECT_NE(std::hash<Detection>{}({.poetryLocks = {"p"}}), std::hash<Detection>{}({.virtualEnvs = {"p"}}));
-    EXPECT_NE(std::hash<ScanResult>{}({.projectName = "a"}), std::hash<ScanResult>{}({.rootPath = "a"}));
+    expectDistinct<Dependency>({{},
+                                {.name = "a"},
+                                {.flags = {Flag::missing}},
+                                {.flags = {Flag::unknown}},
+                                {.matchScore = 0.5},
+                                {.notes = {"n"}}});
+    expectDistinct<RawDependency>({{}, {.name = "a"}, {.declared = ""}, {.folder = "/p"}, {.folder = "/q"}});
+    expectDistinct<ScanSource>({{Ecosystem::npm, "a", "b"}, {Ecosystem::npm, "b", "a"}});
+    expectDistinct<ScanOptions>({{}, {.ecosystems = {Ecosystem::npm}}, {.useXcodeDerivedData = true}});
+    expectDistinct<Detection>({{}, {.poetryLocks = {"p"}}, {.virtualEnvs = {"p"}}});
+    expectDistinct<ScanResult>({{}, {.projectName = "a"}, {.rootPath = "a"}, {.scannedAt = Date::max()}});
 }
 
 }  // namespace

@@ -1,13 +1,10 @@
-#include "ScanKit/Support/Dates.h"
-
+#include "Tests/Builders/Printers.h"
 #include "Tests/Builders/TemporaryFolder.h"
-
-#include <gtest/gtest.h>
 
 namespace ScanKit {
 namespace {
 
-Date at(long long seconds) {
+constexpr Date at(long long seconds) {
     return Date{std::chrono::seconds{seconds}};
 }
 
@@ -16,35 +13,41 @@ TEST(Dates, WritesAndReadsIso8601) {
     for (const long long seconds : {0LL, -1LL, 951782400LL, 253402300799LL}) {
         EXPECT_EQ(Dates::fromIso8601(Dates::iso8601(at(seconds))), at(seconds));
     }
-    for (const char* text : {"", "2026-01-05", "2026-01-05 14:03:22Z", "2026-02-30T00:00:00Z",
-                             "2026-01-05T24:00:00Z", "2026-01-05T14:03:22+"}) {
-        EXPECT_FALSE(Dates::fromIso8601(text)) << text;
+    for (const char* text :
+         {"", "2026-01-05", "2026-01-05 14:03:22Z", "2026-02-30T00:00:00Z", "2026-01-05T24:00:00Z",
+          "2026-01-05T23:60:00Z", "2026-01-05T23:59:60Z", "2026-01-05T14:03:22+"}) {
+        EXPECT_EQ(Dates::fromIso8601(text), std::nullopt) << text;
     }
 }
 
 TEST(Dates, TakesTheDateOfAReproducibleBuild) {
-    {
-        const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", "1767621802");
-        EXPECT_EQ(Dates::current(), at(1767621802));
+    constexpr Date start = at(-62167219200);  // of the year 0
+    constexpr Date end = at(253402300800);    // of the year 9999
+    const std::pair<const char*, Date> taken[]{{"1767621802", at(1767621802)},
+                                               {"-62167219200", start},
+                                               {"253402300799", end - std::chrono::seconds{1}}};
+    for (const auto& [text, date] : taken) {
+        const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", text);
+        EXPECT_EQ(Dates::current(), date);
     }
-    for (const char* useless : {"", "soon", "12 ", "999999999999999999"}) {
+    for (const char* useless : {"", "soon", "12 ", "-62167219201", "253402300800", "999999999999999999"}) {
         const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", useless);
         EXPECT_GT(Dates::current(), at(1767621802)) << useless;
+        EXPECT_LT(Dates::current(), end) << useless;
     }
 }
 
 TEST(Dates, WritesLongDatesInUSEnglish) {
     EXPECT_EQ(Dates::longDate(at(1767614400)), "January 5, 2026");  // 12:00 UTC: one day in most zones
-    struct Row {
-        const char* zone;
-        const char* date;
-    };
     // Shortly after midnight in UTC. The last two forms are those that need the system's own routine.
-    for (const Row& row : {Row{"UTC", "January 5, 2026"}, Row{"America/New_York", "January 4, 2026"},
-                           Row{"Asia/Tokyo", "January 5, 2026"}, Row{"<-08>8", "January 4, 2026"},
-                           Row{"EST5EDT,M3.2.0,M11.1.0", "January 4, 2026"}}) {
-        const EnvironmentVariable zone("TZ", row.zone);
-        EXPECT_EQ(Dates::longDate(at(1767571200)), row.date) << row.zone;
+    constexpr std::pair<const char*, const char*> cases[]{{"UTC", "January 5, 2026"},
+                                                          {"America/New_York", "January 4, 2026"},
+                                                          {"Asia/Tokyo", "January 5, 2026"},
+                                                          {"<-08>8", "January 4, 2026"},
+                                                          {"EST5EDT,M3.2.0,M11.1.0", "January 4, 2026"}};
+    for (const auto& [name, date] : cases) {
+        const EnvironmentVariable zone("TZ", name);
+        EXPECT_EQ(Dates::longDate(at(1767571200)), date) << name;
     }
 }
 

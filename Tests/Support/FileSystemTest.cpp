@@ -1,38 +1,37 @@
-#include "ScanKit/Support/FileSystem.h"
-
 #include "ScanKit/Support/Paths.h"
+#include "Tests/Builders/Printers.h"
 #include "Tests/Builders/TemporaryFolder.h"
 
 #include <sys/stat.h>
-
-#include <gtest/gtest.h>
 
 namespace ScanKit {
 namespace {
 
 TEST(FolderListing, SortsByBytesAndSeesThroughLinks) {
-    const TemporaryFolder folder{{"b", ""},         {"B", ""},       {"._b", ""},
+    const TemporaryFolder folder{{"b", ""},         {"B", ""},       {"._b", ""},  {"_b", ""},
                                  {".DS_Store", ""}, {".hidden", ""}, {"sub/x", ""}};
     folder.link("to-file", "b");
     folder.link("to-folder", "sub");
     folder.link("to-nowhere", "gone");
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
-    EXPECT_EQ(listPackageFolder(folder.path()), (std::vector<FolderEntry>{
-                                                    {".hidden", EntryKind::file, false},
-                                                    {"B", EntryKind::file, false},
-                                                    {"b", EntryKind::file, false},
-                                                    {"pipe", EntryKind::other, false},
-                                                    {"sub", EntryKind::folder, false},
-                                                    {"to-file", EntryKind::file, true},
-                                                    {"to-folder", EntryKind::folder, true},
-                                                    {"to-nowhere", EntryKind::other, true},
-                                                }));
-    EXPECT_TRUE(listPackageFolder(folder / "b").empty());
-    EXPECT_TRUE(listPackageFolder(folder / "gone").empty());
+    constexpr auto file = EntryKind::file;
+    constexpr auto other = EntryKind::other;
+    EXPECT_EQ(listPackageFolder(folder.path()),
+              (std::vector<FolderEntry>{{".hidden", file},
+                                        {"B", file},
+                                        {"_b", file},
+                                        {"b", file},
+                                        {"pipe", other},
+                                        {"sub", EntryKind::folder},
+                                        {"to-file", file, true},
+                                        {"to-folder", EntryKind::folder, true},
+                                        {"to-nowhere", other, true}}));
+    EXPECT_EQ(listPackageFolder(folder / "b"), std::vector<FolderEntry>{});
+    EXPECT_EQ(listPackageFolder(folder / "gone"), std::vector<FolderEntry>{});
 }
 
 TEST(ReadFile, ReadsOnlyRegularFilesUpToItsLimit) {
-    const TemporaryFolder folder{{"ten", "0123456789"}, {"empty", ""}};
+    const TemporaryFolder folder{{"ten", "0123456789"}, {"empty", ""}, {"text", "\xEF\xBB\xBFna\xEFve"}};
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
     folder.link("loop", "loop");
     EXPECT_EQ(readFile(folder / "ten", 10), "0123456789");
@@ -40,63 +39,63 @@ TEST(ReadFile, ReadsOnlyRegularFilesUpToItsLimit) {
     EXPECT_EQ(readFile(folder / "empty", 10), "");
     EXPECT_EQ(readFileStart(folder / "ten", 4), "0123");
     EXPECT_EQ(readFileStart(folder / "ten", 400), "0123456789");
-    for (const char* name : {"pipe", "loop", "gone", "."}) {
+    EXPECT_EQ(readTextFile(folder / "text"), "na\uFFFDve");
+    for (const char* name : {"pipe", "loop", "gone", ".", "/dev/zero"}) {
         EXPECT_EQ(readFile(folder / name, 10), std::nullopt) << name;
         EXPECT_EQ(readFileStart(folder / name, 10), std::nullopt) << name;
     }
-    EXPECT_EQ(readFile("/dev/zero", 10), std::nullopt);
-}
-
-TEST(ReadFile, ReadsOnPastASizeThatTheSystemDoesNotTell) {
     // Files below /proc say that they are empty.
-    const auto text = readFileStart("/proc/self/status", 100'000);
-    ASSERT_TRUE(text);
-    EXPECT_NE(text->find("Name:"), std::string::npos);
-}
-
-TEST(ReadTextFile, SkipsAByteOrderMarkAndMendsInvalidParts) {
-    const TemporaryFolder folder{{"text", "\xEF\xBB\xBFna\xEFve"}};
-    EXPECT_EQ(readTextFile(folder / "text"), "na\uFFFDve");
+    EXPECT_EQ(readFileStart("/proc/self/status", 5), "Name:");
+    EXPECT_EQ(readFile("/proc/self/status", 5), std::nullopt);
 }
 
 TEST(IsRegularFileInside, ResolvesLinksOfBothPaths) {
-    const TemporaryFolder folder{{"package/LICENSE", "x"}, {"secret", "x"}, {"package2/LICENSE", "x"}};
-    folder.link("package/inside", "LICENSE");
-    folder.link("package/outside", "../secret");
-    folder.link("package/sibling", "../package2/LICENSE");
-    folder.link("alias", "package");
-    folder.write("package/sub/LICENSE", "x");
-    folder.link("package/sub-alias", "sub");
-    folder.link("package/above", "..");
+    const TemporaryFolder folder{
+        {"package/LICENSE", "x"}, {"package/sub/LICENSE", "x"}, {"secret", "x"}, {"package2/LICENSE", "x"}};
+    const std::pair<const char*, const char*> links[]{{"alias", "package"},
+                                                      {"package/inside", "LICENSE"},
+                                                      {"package/outside", "../secret"},
+                                                      {"package/sub-alias", "sub"},
+                                                      {"package/above", ".."},
+                                                      {"package/sibling", "../package2/LICENSE"}};
+    for (const auto& [name, target] : links) {
+        folder.link(name, target);
+    }
     const auto package = folder / "package";
-    EXPECT_TRUE(isRegularFileInside(package / "LICENSE", package));
-    EXPECT_TRUE(isRegularFileInside(package / "inside", package));
-    EXPECT_TRUE(isRegularFileInside(folder / "alias/LICENSE", package));
-    EXPECT_TRUE(isRegularFileInside(package / "LICENSE", folder / "alias"));
-    EXPECT_TRUE(isRegularFileInside(package / "sub/LICENSE", package));
-    EXPECT_TRUE(isRegularFileInside(package / "sub-alias/LICENSE", package));
-    EXPECT_TRUE(isRegularFileInside(package / "sub/../LICENSE", package));
-    EXPECT_FALSE(isRegularFileInside(package / "above/secret", package));
-    EXPECT_FALSE(isRegularFileInside(package / "LICENSE/x", package));
-    EXPECT_FALSE(isRegularFileInside(package / "sub", package));
-    EXPECT_FALSE(isRegularFileInside(package / "outside", package));
-    EXPECT_FALSE(isRegularFileInside(package / "sibling", package));
-    EXPECT_FALSE(isRegularFileInside(package / "../secret", package));
-    EXPECT_FALSE(isRegularFileInside(package, package));
+    for (const char* inside : {"package/LICENSE", "package/inside", "alias/LICENSE", "package/sub/LICENSE",
+                               "package/sub-alias/LICENSE", "package/sub/../LICENSE"}) {
+        EXPECT_TRUE(isRegularFileInside(folder / inside, package)) << inside;
+        EXPECT_TRUE(isRegularFileInside(folder / inside, folder / "alias")) << inside;
+    }
+    for (const char* outside : {"package/above/secret", "package/LICENSE/x", "package/sub", "package/outside",
+                                "package/sibling", "package/../secret", "package", "package2/LICENSE"}) {
+        EXPECT_FALSE(isRegularFileInside(folder / outside, package)) << outside;
+    }
 }
 
 TEST(Paths, ShowsPathsRelativeToTheRootOrTheHome) {
-    const EnvironmentVariable home("HOME", "/home/ada");
-    EXPECT_EQ(displayPath("/srv/app/web/x", "/srv/app/"), "web/x");
-    EXPECT_EQ(displayPath("/srv/app/./web/..", "/srv/app"), ".");
-    EXPECT_EQ(displayPath("/srv/apple", "/srv/app"), "/srv/apple");
-    EXPECT_EQ(displayPath("/home/ada/venv", "/srv/app"), "~/venv");
-    EXPECT_EQ(displayPath("/home/ada", "/srv/app"), "~");
-    EXPECT_EQ(displayPath("/home/adam", "/srv/app"), "/home/adam");
-    EXPECT_EQ(displayPath("/etc/x", "/"), "etc/x");
-    EXPECT_EQ(displayPath("/srv/app/\xFF", "/srv/app"), "\uFFFD");
+    struct Case {
+        const char *home, *path, *root, *shown;
+    };
+    constexpr Case cases[]{
+        {"/home/ada", "/srv/app/web/x", "/srv/app/", "web/x"},
+        {"/home/ada", "/srv/app/./web/..", "/srv/app", "."},
+        {"/home/ada", "/srv/apple", "/srv/app", "/srv/apple"},
+        {"/home/ada", "/home/ada/venv", "/srv/app", "~/venv"},
+        {"/home/ada", "/home/ada", "/srv/app", "~"},
+        {"/home/ada", "/home/adam", "/srv/app", "/home/adam"},
+        {"/home/ada", "/etc/x", "/", "etc/x"},
+        {"/home/ada", "/srv/app/\xFF", "/srv/app", "\uFFFD"},
+        {"/", "/etc/x", "/srv/app", "/etc/x"},  // the home of some services
+    };
+    for (const Case& one : cases) {
+        const EnvironmentVariable home("HOME", one.home);
+        EXPECT_EQ(displayPath(one.path, one.root), one.shown) << one.path;
+    }
     EXPECT_EQ(displayName("/srv/app"), "app");
     EXPECT_EQ(displayName("/"), "/");
+    const EnvironmentVariable noHome("HOME", "");
+    EXPECT_TRUE(homeFolder().is_absolute()) << "the account's own when HOME says nothing";
 }
 
 }  // namespace
