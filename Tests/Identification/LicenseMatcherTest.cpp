@@ -2,102 +2,230 @@
 
 #include "ScanKit/Licenses/StandardTexts.h"
 #include "ScanKit/Support/Text.h"
-#include "Tests/Identification/SlowMatcher.h"
+#include "Tests/Builders/Printers.h"
 
 #include <algorithm>
+#include <map>
 #include <random>
-
-#include <gtest/gtest.h>
+#include <set>
 
 namespace ScanKit {
 namespace {
 
-using Ids = std::vector<std::string>;
+using LicenseMatcher::Candidate;
+using Words = std::vector<std::string>;
 
 std::string standard(std::string_view name) {
     return std::string(standardText(name).value());
 }
 
-Ids idsOf(const std::vector<TextMatch>& matches) {
-    Ids ids;
-    for (const TextMatch& match : matches) {
-        ids.push_back(match.id);
-    }
+template <typename Found>
+Words idsOf(const std::vector<Found>& found) {
+    Words ids;
+    std::ranges::transform(found, std::back_inserter(ids), &Found::id);
     return ids;
 }
 
 TEST(LicenseMatcher, FindsEachStandardTextInItself) {
-    ASSERT_EQ(LicenseMatcher::templates().size(), 16U);
+    EXPECT_FALSE(LicenseMatcher::templates().empty());
     for (const LicenseMatcher::Template& one : LicenseMatcher::templates()) {
         const std::string text = standard(one.id);
-        const auto best = LicenseMatcher::bestMatch(text);
-        ASSERT_TRUE(best) << one.id;
-        EXPECT_EQ(*best, (TextMatch{one.id, 1.0, false})) << one.id;
-        EXPECT_EQ(LicenseMatcher::shingles(LicenseMatcher::licenseWords(text), 3), one.shingles) << one.id;
-        EXPECT_EQ(LicenseMatcher::licenseWords(text).size(), one.wordCount) << one.id;
+        EXPECT_EQ(LicenseMatcher::bestMatch(text), (TextMatch{one.id, 1.0, false}));
+        const Words words = LicenseMatcher::licenseWords(text);
+        EXPECT_EQ(LicenseMatcher::shingles(words, 3), one.shingles) << one.id;
+        EXPECT_EQ(words.size(), one.wordCount) << one.id;
     }
 }
 
 TEST(LicenseMatcher, SeesThroughLayoutAndCopyrightLines) {
-    std::string text = standard("MIT");
-    text = Text::replacingAll(text, "\n", "\r\n   ");
-    text =
-        "The Example Project\nCopyright © 1999-2026 Somebody Önderson\n(c) Nobody\nAll Rights Reserved.\n" +
-        Text::uppercased(text);
-    const auto best = LicenseMatcher::bestMatch(text);
-    ASSERT_TRUE(best);
-    EXPECT_EQ(best->id, "MIT");
-    EXPECT_GT(best->score, 0.98);
+    const std::string text = Text::uppercased(Text::replacingAll(standard("MIT"), "\n", "\r\n   "));
+    const Words expected = LicenseMatcher::licenseWords(standard("MIT"));
+    for (const char* line :
+         {"The Example Project", "one two three four five six", "Copyright © 1999-2026 Somebody Önderson",
+          "\t© 2026 by all of those who wrote some of it", "(c) a b c d e f g", "(C) license of somebody",
+          "  All Rights Reserved, and a permission is nowhere in sight.", "ALL RIGHTS RESERVED in é"}) {
+        EXPECT_EQ(LicenseMatcher::licenseWords(line + ("\n" + text)), expected) << line;
+        EXPECT_EQ(LicenseMatcher::licenseWords(text + "\u2028" + line), expected) << line;
+    }
+    for (const char* line : {"one two three four five six seven", "permission", "It is granted", "Licence",
+                             "License é", "x (c) y license"}) {
+        EXPECT_GT(LicenseMatcher::licenseWords(text + "\n" + line).size(), expected.size()) << line;
+    }
 }
 
 TEST(LicenseMatcher, FindsSeveralLicensesInTheirOrder) {
     EXPECT_EQ(idsOf(LicenseMatcher::matches(standard("MIT") + "\n\n" + standard("Apache-2.0"))),
-              (Ids{"MIT", "Apache-2.0"}));
+              (Words{"MIT", "Apache-2.0"}));
     EXPECT_EQ(idsOf(LicenseMatcher::matches(standard("Zlib") + "\n" + standard("MIT") + "\n" +
                                             standard("GPL-2.0"))),
-              (Ids{"Zlib", "MIT", "GPL-2.0"}));
+              (Words{"Zlib", "MIT", "GPL-2.0"}));
+}
+
+TEST(LicenseMatcher, AcceptsTheBetterOfTwoInOneRegionOrTheClearlyLonger) {
+    struct Case {
+        const char* about;
+        std::vector<Candidate> candidates;
+        Words accepted;
+    };
+    const Case cases[]{
+        {"a score below 0.75", {{"a", 0.75, 100, 0, 100}, {"b", 0.7499, 100, 200, 300}}, {"a"}},
+        {"the order of positions", {{"b", 0.9, 100, 200, 300}, {"a", 0.8, 100, 0, 100}}, {"a", "b"}},
+        {"half a region shared", {{"a", 0.9, 100, 0, 100}, {"b", 0.8, 100, 50, 150}}, {"a", "b"}},
+        {"more than half", {{"a", 0.9, 100, 0, 100}, {"b", 0.8, 100, 49, 149}}, {"a"}},
+        {"more than half of the shorter", {{"a", 0.9, 900, 0, 900}, {"b", 0.9, 100, 840, 940}}, {"a"}},
+        {"a longer one", {{"a", 0.89, 100, 0, 100}, {"b", 0.82, 111, 0, 100}}, {"b"}},
+        {"a longer one that scores less than 0.82",
+         {{"a", 0.85, 100, 0, 100}, {"b", 0.819, 111, 0, 100}},
+         {"a"}},
+        {"one that is not long enough", {{"a", 0.89, 100, 0, 100}, {"b", 0.82, 110, 0, 100}}, {"a"}},
+        {"one that is not near enough", {{"a", 0.91, 100, 0, 100}, {"b", 0.82, 111, 0, 100}}, {"a"}},
+        {"a single word", {{"a", 0.9, 3, 7, 7}, {"b", 0.8, 3, 7, 7}}, {"a", "b"}},
+    };
+    for (const Case& one : cases) {
+        EXPECT_EQ(idsOf(LicenseMatcher::accepted(one.candidates)), one.accepted) << one.about;
+    }
 }
 
 TEST(LicenseMatcher, ReadsNotices) {
-    const std::pair<const char*, const char*> cases[]{
+    constexpr std::pair<const char*, const char*> cases[]{
         {"Licensed under the Apache License, Version 2.0; you may not use this file except in compliance",
          "Apache-2.0"},
         {"Licensed under the GNU General Public License version 2 or (at your option) any later version",
          "GPL-2.0-or-later"},
         {"GNU General Public License, Version 3", "GPL-3.0"},
+        {"GNU General Public License, Version 3 or any later version", "GPL-3.0-or-later"},
         {"under the GNU General Public License", "GPL"},
-        {"GNU Affero General Public License", "AGPL-3.0"},
+        {"GNU Affero General Public License, not the GNU General Public License", "AGPL-3.0"},
+        {"GNU Affero General Public License, or any later version", "AGPL-3.0-or-later"},
+        {"GNU Lesser General Public License version 3 or any later version", "LGPL-3.0-or-later"},
         {"GNU Lesser General Public License version 2.1, or any later version", "LGPL-2.1-or-later"},
         {"GNU Library General Public License version 2", "LGPL-2.0"},
-        {"GNU Lesser General Public License", "LGPL"},
         {"GNU Lesser General Public Licence", "LGPL"},
         {"the Mozilla Public License, v. 2.0.", "MPL-2.0"},
+        {"the Mozilla Public License, version 2.0.", "MPL-2.0"},
         {"Boost Software License - Version 1.0", "BSL-1.0"},
         {"Eclipse Public License v 2.0", "EPL-2.0"},
+        {"Eclipse Public License version 2.0", "EPL-2.0"},
+        {"Redistribution and use in source and binary forms, with or without modification, are permitted",
+         "BSD"},
         {"This is free and unencumbered software released into the public domain.", "Unlicense"},
         {"Permission is hereby granted, free of charge, to any person\nobtaining a copy", "MIT"},
     };
     for (const auto& [text, id] : cases) {
         EXPECT_EQ(LicenseMatcher::noticeMatch(text), (TextMatch{id, 0.7, true})) << text;
+        EXPECT_EQ(LicenseMatcher::matches(text), (std::vector<TextMatch>{{id, 0.7, true}})) << text;
     }
     for (const char* text :
          {"", "MIT", "the Apache License", "Mozilla Public License 1.1", "unrelated prose of many words"}) {
-        EXPECT_FALSE(LicenseMatcher::noticeMatch(text)) << text;
-        EXPECT_TRUE(LicenseMatcher::matches(text).empty()) << text;
+        EXPECT_EQ(LicenseMatcher::matches(text), std::vector<TextMatch>{}) << text;
     }
-    EXPECT_TRUE(LicenseMatcher::candidates("MIT License").empty());
+    EXPECT_EQ(LicenseMatcher::candidates("MIT License"), std::vector<Candidate>{});
+}
+
+// The matcher's rules in their plainest form: words as strings, runs as joined text in ordered containers.
+
+Words slowWords(std::string_view text) {
+    const std::string lower = Text::lowercased(text);
+    Words found;
+    std::string word;
+    const auto endWord = [&] {
+        if (!word.empty()) {
+            found.push_back(word == "licence" ? "license" : word);
+            word.clear();
+        }
+    };
+    for (std::size_t i = 0; i < lower.size();) {
+        const std::size_t at = i;
+        if (Text::isAlphanumeric(Text::nextScalar(lower, i))) {
+            word += lower.substr(at, i - at);
+        } else {
+            endWord();
+        }
+    }
+    endWord();
+    return found;
+}
+
+Words slowLicenseWords(std::string_view text) {
+    Words kept;
+    for (const std::string_view line : Text::nonEmptyLines(text)) {
+        const std::string lower = Text::lowercased(Text::trimmed(line));
+        const bool isCopyright = lower.starts_with("copyright") || lower.starts_with("(c)") ||
+                                 lower.starts_with("©") || lower.starts_with("all rights reserved");
+        const Words words = slowWords(lower);
+        const bool grants = std::ranges::any_of(words, [](const std::string& word) {
+            return word == "license" || word == "permission" || word == "granted";
+        });
+        if (!isCopyright && (words.size() > 6 || grants)) {
+            kept.insert(kept.end(), words.begin(), words.end());
+        }
+    }
+    return kept;
+}
+
+/// Each run of three words with the position at which it stands first.
+std::map<std::string, std::size_t> slowRuns(const Words& words) {
+    std::map<std::string, std::size_t> found;
+    for (std::size_t i = 0; i + 3 <= words.size(); ++i) {
+        found.emplace(words[i] + " " + words[i + 1] + " " + words[i + 2], i);
+    }
+    return found;
+}
+
+Candidate slowCandidate(const std::string& id, const std::map<std::string, std::size_t>& text) {
+    static std::map<std::string, Words> words;
+    if (words[id].empty()) {
+        words[id] = slowLicenseWords(standard(id));
+    }
+    const auto wanted = slowRuns(words[id]);
+    std::set<std::size_t> positions;
+    for (const auto& [run, position] : wanted) {
+        if (const auto found = text.find(run); found != text.end()) {
+            positions.insert(found->second);
+        }
+    }
+    Candidate candidate{.id = id, .wordCount = words[id].size()};
+    candidate.score = static_cast<double>(positions.size()) / static_cast<double>(wanted.size());
+    if (!positions.empty()) {
+        const std::vector<std::size_t> sorted(positions.begin(), positions.end());
+        candidate.start = sorted[sorted.size() / 10];
+        candidate.end = sorted[9 * sorted.size() / 10];
+    }
+    return candidate;
+}
+
+std::vector<Candidate> slowCandidates(std::string_view text) {
+    const Words ofText = slowLicenseWords(text);
+    std::vector<Candidate> sorted;
+    if (ofText.size() < 3) {
+        return sorted;
+    }
+    const auto runs = slowRuns(ofText);
+    for (const LicenseMatcher::Template& one : LicenseMatcher::templates()) {
+        const Candidate next = slowCandidate(one.id, runs);
+        auto place = sorted.end();
+        while (place != sorted.begin()) {
+            const Candidate& before = *std::prev(place);
+            const bool near = std::abs(next.score - before.score) <= 0.005;
+            if (near ? next.wordCount <= before.wordCount : next.score < before.score) {
+                break;
+            }
+            --place;
+        }
+        sorted.insert(place, next);
+    }
+    return sorted;
 }
 
 /// Texts as they come in packages, and worse ones: cut, mixed, shuffled, in other scripts, without any sense.
-std::vector<std::string> variedTexts() {
+Words variedTexts() {
     std::mt19937 random(20261121);
-    std::vector<std::string> texts{"", "license", "a license b", "\xFF\xFE license \xC3",
-                                   "ΑΣ license İ permission granted ﬁle"};
+    Words texts{"", "license", "a license b", "\xFF\xFE license \xC3", "ΑΣ license İ permission granted ﬁle"};
     const auto below = [&](std::size_t limit) {
         return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random);
     };
     const auto& templates = LicenseMatcher::templates();
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < 40; ++round) {
         std::string text = standard(templates[below(templates.size())].id);
         if (below(2) == 0) {
             text += "\n" + standard(templates[below(templates.size())].id);
@@ -116,9 +244,8 @@ std::vector<std::string> variedTexts() {
 TEST(LicenseMatcher, AgreesWithTheSlowOne) {
     for (const std::string& text : variedTexts()) {
         SCOPED_TRACE(text.substr(0, 200));
-        ASSERT_EQ(LicenseMatcher::licenseWords(text), SlowMatcher::licenseWords(text));
-        ASSERT_EQ(LicenseMatcher::candidates(text), SlowMatcher::candidates(text));
-        ASSERT_EQ(LicenseMatcher::matches(text), SlowMatcher::matches(text));
+        ASSERT_EQ(LicenseMatcher::licenseWords(text), slowLicenseWords(text));
+        ASSERT_EQ(LicenseMatcher::candidates(text), slowCandidates(text));
     }
 }
 

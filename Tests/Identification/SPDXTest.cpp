@@ -1,43 +1,31 @@
 #include "ScanKit/Identification/SPDX.h"
 
 #include "ScanKit/Support/Text.h"
+#include "Tests/Builders/Printers.h"
 
-#include <set>
 #include <unordered_set>
-
-#include <gtest/gtest.h>
 
 namespace ScanKit {
 namespace {
 
 using Id = std::optional<std::string_view>;
 
-TEST(KnownLicenses, AreSixtyTwoRowsThatNameEachOther) {
-    EXPECT_EQ(knownLicenses().size(), 62U);
-    std::set<std::string> ids;
+TEST(KnownLicenses, AreFoundByAnIdOfTheirOwn) {
     std::unordered_set<KnownLicense> distinct;
     for (const KnownLicense& row : knownLicenses()) {
-        ids.insert(Text::lowercased(row.id));
+        EXPECT_EQ(SPDX::lookup(Text::uppercased(row.id)), &row) << row.id;
+        EXPECT_TRUE(!row.text || SPDX::builtInText(*row.text))
+            << row.id << " has no text under " << *row.text;
         distinct.insert(row);
-        EXPECT_EQ(SPDX::lookup(row.id), &row);
-        if (row.text) {
-            EXPECT_TRUE(SPDX::builtInText(*row.text)) << row.id;
-        }
     }
-    EXPECT_EQ(ids.size(), 62U) << "two rows share an id, letter case aside";
-    EXPECT_EQ(distinct.size(), 62U);
-    const std::set<std::string_view> ours{"BSD", "PublicDomain", "LGPL", "GPL", "UNLICENSED"};
-    for (const KnownLicense& row : knownLicenses()) {
-        EXPECT_EQ(row.isSPDX, !ours.contains(row.id)) << row.id;
-    }
-    EXPECT_FALSE(SPDX::builtInText("LGPL-2.0"));
+    EXPECT_EQ(distinct.size(), knownLicenses().size());
+    EXPECT_EQ(SPDX::builtInText("LGPL-2.0"), std::nullopt);
 }
 
+/// An alias that is an identifier itself is found by the identifier; both must mean the same.
 TEST(Aliases, AllLeadToTheirLicense) {
-    EXPECT_EQ(SPDX::aliases().size(), 136U);
     for (const auto& [alias, id] : SPDX::aliases()) {
         EXPECT_TRUE(SPDX::lookup(id)) << alias;
-        // An alias that is an identifier itself is found by the identifier; both must mean the same.
         EXPECT_EQ(SPDX::normalize(alias), id) << alias;
     }
 }
@@ -110,6 +98,8 @@ TEST(SPDX, ReadsClassifiers) {
          "LGPL-3.0-or-later"},
         {"License :: Public Domain", "PublicDomain"},
         {"License :: Other/Proprietary License", "UNLICENSED"},
+        {"License :: Other/Proprietary License :: OSI Approved", "UNLICENSED"},
+        {"License :: Free :: Other/Proprietary License", {}},
         {"License :: OSI Approved", {}},
         {"License :: OSI Approved :: Foo", {}},
         {"License ::", {}},

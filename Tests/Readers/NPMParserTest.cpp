@@ -1,12 +1,11 @@
 #include "ScanKit/Readers/NPMParser.h"
 
+#include "Tests/Builders/Printers.h"
 #include "Tests/Builders/TemporaryFolder.h"
 
 #include <atomic>
 
 #include <sys/stat.h>
-
-#include <gtest/gtest.h>
 
 namespace ScanKit::NPMParser {
 namespace {
@@ -46,12 +45,10 @@ Names identities(const std::vector<RawDependency>& dependencies) {
     return names;
 }
 
-template <typename Result>
-Result ofJson(std::string_view text, Result (*read)(const JsonValue&)) {
+std::optional<std::string> ofJson(std::string_view text,
+                                  std::optional<std::string> (*read)(const JsonValue&)) {
     JsonReader reader;
-    const auto top = reader.read(text);
-    EXPECT_TRUE(top) << text;
-    return top ? read(*top) : Result{};
+    return read(reader.read(text).value());
 }
 
 TEST(NpmLockfile, ReadsBothShapesInTheOrderOfInstallPaths) {
@@ -89,48 +86,54 @@ TEST(NpmLockfile, TellsWhatAnEntryStates) {
 }
 
 TEST(NpmLockfile, LeavesOutLinksLocalPackagesAndRepeats) {
-    const auto found = NpmProject().locked(R"({"packages": {
+    EXPECT_EQ(NpmProject().locked(R"({"packages": {
         "node_modules/link": {"link": true}, "node_modules/notlink": {"link": "true", "version": "1"},
         "node_modules/f": {"version": "file:../lib"}, "node_modules/l": {"version": "link:../lib"},
         "node_modules/z/node_modules/twice": {"version": "1", "license": "later"},
-        "node_modules/a/node_modules/twice": {"version": "1", "license": "first"}}})");
-    EXPECT_EQ(identities(found), (Names{"twice@1", "notlink@1"}));
-    EXPECT_EQ(found[0].declared, "first");
+        "node_modules/a/node_modules/twice": {"version": "1", "license": "first"}}})"),
+              (std::vector<RawDependency>{
+                  {.ecosystem = Ecosystem::npm, .name = "twice", .version = "1", .declared = "first"},
+                  {.ecosystem = Ecosystem::npm, .name = "notlink", .version = "1"}}));
 }
 
 TEST(NpmLockfile, LeavesOutAMissingOptionalPackageOnlyWhereOthersAreInstalled) {
     constexpr std::string_view lockfile = R"({"packages": {
-        "node_modules/here": {"version": "1", "license": "MIT"},
+        "node_modules/blank": {"version": "1"}, "node_modules/here": {"version": "1", "license": "MIT"},
         "node_modules/optional": {"version": "1", "optional": true},
         "node_modules/gone": {"version": "1", "license": "ISC"}}})";
     const NpmProject project;
-    EXPECT_EQ(identities(project.locked(lockfile)), (Names{"gone@1", "here@1", "optional@1"}));
+    EXPECT_EQ(identities(project.locked(lockfile)), (Names{"blank@1", "gone@1", "here@1", "optional@1"}));
+    const auto blank = project.describe("blank", R"({"name": "", "version": ""})");
     const auto here = project.describe(
         "here", R"({"version": "1.1", "license": "", "repository": "https://a:b@host/o/n.git"})");
     project.folder.write("node_modules/here/LICENSE", "");
-    const auto found = project.locked(lockfile);
-    EXPECT_EQ(identities(found), (Names{"gone@1", "here@1.1"}));
-    EXPECT_EQ(found[0].folder, std::nullopt);
-    EXPECT_EQ(found[0].declared, "ISC");
-    EXPECT_EQ(found[1].folder, here);
-    EXPECT_EQ(found[1].declared, "MIT");
-    EXPECT_EQ(found[1].source, "https://host/o/n");
-    EXPECT_EQ(found[1].licenseFiles, Paths{here / "LICENSE"});
+    project.folder.write("node_modules/here/NOTICE", "");
+    EXPECT_EQ(project.locked(lockfile),
+              (std::vector<RawDependency>{
+                  {.ecosystem = Ecosystem::npm, .name = "blank", .version = "1", .folder = blank},
+                  {.ecosystem = Ecosystem::npm, .name = "gone", .version = "1", .declared = "ISC"},
+                  {.ecosystem = Ecosystem::npm,
+                   .name = "here",
+                   .version = "1.1",
+                   .source = "https://host/o/n",
+                   .declared = "MIT",
+                   .folder = here,
+                   .licenseFiles = {here / "LICENSE"},
+                   .noticeFiles = {here / "NOTICE"}}}));
 }
 
 TEST(NpmLockfile, OpensNothingOutsideTheProject) {
     const NpmProject project;
     project.install("a", "a");
     const TemporaryFolder outside{{"node_modules/x/package.json", R"({"license": "private"})"}};
-    const std::string key = outside.path().string() + "/node_modules/x";
-    const auto found = project.locked(R"({"packages": {")" + key + R"(": {"version": "1"},
-        "../)" + outside.path().filename().string() +
-                                      R"(/node_modules/x": {"version": "2"},
-        "node_modules/../node_modules/a": {"version": "3"}, "node_modules/a\u0000": {"version": "4"}}})");
-    ASSERT_EQ(found.size(), 4U);
-    for (const RawDependency& dependency : found) {
-        EXPECT_EQ(dependency.folder, std::nullopt) << dependency.version;
-        EXPECT_EQ(dependency.declared, std::nullopt) << dependency.version;
+    for (const std::string& key :
+         {outside.path().string() + "/node_modules/x",
+          "../" + outside.path().filename().string() + "/node_modules/x",
+          std::string("node_modules/../node_modules/a"), std::string(R"(node_modules/a\u0000)")}) {
+        const auto found = project.locked(R"({"packages": {")" + key + R"(": {"version": "1"}}})");
+        ASSERT_EQ(found.size(), 1U) << key;
+        EXPECT_EQ(found[0].folder, std::nullopt) << key;
+        EXPECT_EQ(found[0].declared, std::nullopt) << key;
     }
 }
 
@@ -140,12 +143,12 @@ TEST(NpmLockfile, SurvivesWhatIsNoLockfile) {
     for (int i = 0; i < 450; ++i) {
         deep = R"({"dependencies": {"a-name-of-some-length": )" + deep + "}}";
     }
-    EXPECT_GT(project.locked(deep).size(), 0U);
-    for (const std::string& text :
-         {std::string(), std::string("[]"), std::string("\"x\""), std::string(R"({"packages": []})"),
-          std::string(R"({"dependencies": [{}]})"), R"({"dependencies": {"a": )" + std::string(5000, '[')}) {
-        EXPECT_TRUE(project.locked(text).empty()) << text.substr(0, 60);
+    EXPECT_EQ(identities(project.locked(deep)), Names{"a-name-of-some-length@"});
+    for (const std::string_view text :
+         {"", "[]", "\"x\"", R"({"packages": []})", R"({"dependencies": [{}]})"}) {
+        EXPECT_EQ(identities(project.locked(text)), Names{}) << text;
     }
+    EXPECT_EQ(identities(project.locked(R"({"dependencies": {"a": )" + std::string(5000, '['))), Names{});
 }
 
 TEST(NpmWalk, FindsPackagesInTheOrderOfTheTree) {
@@ -171,13 +174,12 @@ TEST(NpmWalk, StopsSevenLevelsDown) {
         project.install(below, "p" + std::to_string(level));
         below += "/node_modules/p" + std::to_string(level + 1);
     }
-    const auto found = project.walk();
-    ASSERT_EQ(found.size(), 8U);
-    EXPECT_EQ(found.back().name, "p7");
+    EXPECT_EQ(identities(project.walk()), (Names{"p0@1.0.0", "p1@1.0.0", "p2@1.0.0", "p3@1.0.0", "p4@1.0.0",
+                                                 "p5@1.0.0", "p6@1.0.0", "p7@1.0.0"}));
     Seen seen;
     std::vector<RawDependency> nothing;
     NPMParser::walk(project.folder / "node_modules", 8, seen, nothing);
-    EXPECT_TRUE(nothing.empty());
+    EXPECT_EQ(identities(nothing), Names{});
     visit(project.folder / "node_modules/p0", 6, seen, nothing);
     EXPECT_EQ(identities(nothing), (Names{"p0@1.0.0", "p1@1.0.0"}));
 }
@@ -199,26 +201,46 @@ TEST(NpmWalk, ReadsEachRealFolderOnceAndEndsInALoop) {
     const auto found = project.walk({.packageRead = [&](std::string_view) { ++reads; }});
     EXPECT_EQ(identities(found), (Names{"a@1.0.0", "b@1.0.0", "x@1", "y@1"}));
     EXPECT_EQ(reads, 4);
-    EXPECT_EQ(found[3].folder, project.folder / "node_modules/x/node_modules/y");
+    EXPECT_EQ(found.back().folder, project.folder / "node_modules/x/node_modules/y");
+}
+
+/// A node_modules that is itself a link, full of links into a store: what lies behind each is listed, and read once.
+TEST(NpmWalk, ListsEveryLinkOfALinkedFolder) {
+    const NpmProject project;
+    for (const char* name : {"one", "two", "three"}) {
+        project.folder.write(std::string("store/") + name + "/package.json",
+                             R"({"version": "1", "name": ")" + std::string(name) + "\"}");
+        project.folder.link(std::string("shared/") + name, "../store/" + std::string(name));
+    }
+    project.folder.link("shared/@s/three", "../../store/three");
+    project.folder.link("shared/@s/back", "../../shared/own");
+    project.folder.write("shared/own/package.json", R"({"version": "1", "name": "own"})");
+    project.folder.link("node_modules", "shared");
+    std::vector<std::string> reads;
+    const auto found = project.walk(
+        {.threadLimit = 1, .packageRead = [&](std::string_view name) { reads.emplace_back(name); }});
+    EXPECT_EQ(identities(found), (Names{"own@1", "three@1", "one@1", "two@1"}));
+    EXPECT_EQ(reads, (Names{"own", "three", "one", "two"}));
+    EXPECT_EQ(found.at(1).folder, project.folder / "node_modules/@s/three");
 }
 
 TEST(NpmWalk, ALongWayOfLinksHidesNothing) {
     // Packages of one workspace that depend on each other in a chain, the last one with a package of its own.
     const NpmProject project;
+    Names expected;
     for (int i = 0; i < 10; ++i) {
-        project.install("w" + std::to_string(i), "w" + std::to_string(i));
-    }
-    for (int i = 0; i < 9; ++i) {
+        const std::string name = "w" + std::to_string(i);
         const std::string next = "w" + std::to_string(i + 1);
-        project.folder.link("node_modules/w" + std::to_string(i) + "/node_modules/" + next, "../../" + next);
+        project.install(name, name);
+        project.folder.link("node_modules/" + name + "/node_modules/" + next, "../../" + next);
+        expected.push_back(name + "@1.0.0");
     }
     project.install("w9/node_modules/own", "own");
-    const auto found = project.walk();
-    ASSERT_EQ(found.size(), 11U);
-    EXPECT_EQ(found.back().name, "own");
+    expected.push_back("own@1.0.0");
+    EXPECT_EQ(identities(project.walk()), expected);
 }
 
-TEST(NpmWalk, IsTheSameOnAnyNumberOfThreads) {
+TEST(NpmWalk, IsTheSameOnAnyNumberOfThreadsAndEndsSoonOnceStopped) {
     const NpmProject project;
     for (int i = 0; i < 60; ++i) {
         const std::string name = "p" + std::to_string(i);
@@ -230,16 +252,11 @@ TEST(NpmWalk, IsTheSameOnAnyNumberOfThreads) {
     for (const unsigned threads : {2U, 8U}) {
         EXPECT_EQ(project.walk({.threadLimit = threads}), alone) << threads;
     }
-}
-
-TEST(NpmWalk, EndsSoonOnceStopped) {
-    const NpmProject project;
-    project.install("a", "a");
     std::stop_source source;
     source.request_stop();
-    EXPECT_TRUE(project.walk({.stop = source.get_token()}).empty());
-    EXPECT_TRUE(
-        project.locked(R"({"packages": {"node_modules/a": {}}})", {.stop = source.get_token()}).empty());
+    const ReadControl stopped{.stop = source.get_token()};
+    EXPECT_EQ(identities(project.walk(stopped)), Names{});
+    EXPECT_EQ(identities(project.locked(R"({"packages": {"node_modules/a": {}}})", stopped)), Names{});
 }
 
 TEST(NpmWalk, PassesOverWhatIsNoPackageDescription) {
@@ -256,10 +273,14 @@ TEST(NpmWalk, PassesOverWhatIsNoPackageDescription) {
     project.folder.write("node_modules/broken/LICENSE", "");
     const auto found = project.walk();
     EXPECT_EQ(identities(found), (Names{"broken@", "deep@", "list@", "marked@", "wrong@", "\uFFFD@"}));
-    EXPECT_EQ(found[0].licenseFiles.size(), 1U);
-    EXPECT_EQ(found[3].declared, "MIT");
-    EXPECT_EQ(found[4].declared, std::nullopt);
-    EXPECT_EQ(found[5].folder, project.folder / "node_modules/\xFF");
+    const auto broken = project.folder / "node_modules/broken";
+    EXPECT_EQ(found.at(0), (RawDependency{.ecosystem = Ecosystem::npm,
+                                          .name = "broken",
+                                          .folder = broken,
+                                          .licenseFiles = {broken / "LICENSE"}}));
+    EXPECT_EQ(found.at(3).declared, "MIT");
+    EXPECT_EQ(found.at(4).declared, std::nullopt);
+    EXPECT_EQ(found.at(5).folder, project.folder / "node_modules/\xFF");
 }
 
 TEST(NpmEnrich, PutsTheFileThatThePackageNamesFirst) {
@@ -311,6 +332,7 @@ TEST(NpmDescription, FindsTheRepositoryElseTheHomepage) {
         {R"({"repository": {"url": ""}, "homepage": "h"})", "h"},
         {R"({"repository": 1, "homepage": "h"})", "h"},
         {R"({"repository": "git+", "homepage": "h"})", "h"},
+        {R"({"homepage": "git+"})", std::nullopt},
         {R"({"homepage": " "})", std::nullopt},
         {"{}", std::nullopt},
     };
@@ -323,7 +345,9 @@ TEST(NpmDescription, TurnsEverySpellingOfARepositoryIntoAWebLink) {
     constexpr std::pair<const char*, const char*> cases[] = {
         {"owner/name", "https://github.com/owner/name"},
         {"github:owner/name", "https://github.com/owner/name"},
+        {"git+github:owner/name", "https://github.com/owner/name"},
         {"owner/name.git", "https://github.com/owner/name"},
+        {"owner/name/", "https://github.com/owner/name/"},
         {"a/b/c", "a/b/c"},
         {"name", "name"},
         {"gist:123", "gist:123"},

@@ -1,10 +1,7 @@
-#include "ScanKit/Readers/PythonParser.h"
-
+#include "Tests/Builders/Printers.h"
 #include "Tests/Builders/TemporaryFolder.h"
 
 #include <sys/stat.h>
-
-#include <gtest/gtest.h>
 
 namespace ScanKit::PythonParser {
 namespace {
@@ -36,6 +33,14 @@ public:
     TemporaryFolder site;
 };
 
+Names identities(const std::vector<RawDependency>& dependencies) {
+    Names names;
+    for (const RawDependency& dependency : dependencies) {
+        names.push_back(dependency.name + "@" + dependency.version);
+    }
+    return names;
+}
+
 TEST(PythonRequirements, ReadsNameAndExactVersionOfALine) {
     const std::pair<const char*, Requirement> cases[] = {
         {"requests==2.31.0", {"requests", "2.31.0"}},
@@ -59,7 +64,7 @@ TEST(PythonRequirements, ReadsNameAndExactVersionOfALine) {
 TEST(PythonRequirements, PassesOverALineThatNamesNoPackage) {
     for (const char* line : {"# comment", "-r other.txt", "--hash=sha256:0", "./local/pkg", "/local/pkg",
                              "pkg @ https://host/pkg.whl", ";x", "\xC3\xA9t\xC3\xA9", " \t"}) {
-        EXPECT_TRUE(requirementsFromText(line, false).empty()) << line;
+        EXPECT_EQ(requirementsFromText(line, false), std::vector<Requirement>{}) << line;
     }
 }
 
@@ -122,6 +127,7 @@ TEST(PythonDistribution, ReadsHeadersUpToTheFirstEmptyLine) {
         "METADATA",
         "\xEF\xBB\xBFmetadata-version: 2.1\r\nNAME:  My.Pkg \r\nVersion: 1:2\r\nno colon\r\n"
         "License: first\r\n        |second\r\n\tthird\r\n   \r\n"
+        "License: fourth\r\nName: Other\r\nVersion: 2\r\n"
         "Classifier: License :: OSI Approved :: MIT License\r\nClassifier: Topic :: X\r\n"
         "Summary: na\xEFve\r\n\r\nLicense-Expression: MIT\r\n");
     EXPECT_EQ(package.read(),
@@ -133,21 +139,21 @@ TEST(PythonDistribution, ReadsHeadersUpToTheFirstEmptyLine) {
 }
 
 TEST(PythonDistribution, IsNoneWithoutReadableNameAndVersion) {
-    EXPECT_FALSE(Distribution("METADATA", "Name: a\n").read());
-    EXPECT_FALSE(Distribution("METADATA", "Version: 1\n\nName: a\n").read());
-    EXPECT_FALSE(Distribution("METADATA", "Name:  \nVersion: 1\n").read());
-    EXPECT_FALSE(Distribution("METADATA", "").read());
-    EXPECT_FALSE(Distribution("PKG-INFO", "Name: a\nVersion: 1\n").read());  // METADATA is what counts here
+    for (const char* metadata : {"Name: a\n", "Version: 1\n\nName: a\n", "Name:  \nVersion: 1\n", ""}) {
+        EXPECT_EQ(Distribution("METADATA", metadata).read(), std::nullopt) << metadata;
+    }
+    EXPECT_EQ(Distribution("PKG-INFO", "Name: a\nVersion: 1\n").read(), std::nullopt)
+        << "METADATA counts here";
     const TemporaryFolder site{{"a.egg-info/PKG-INFO", "Name: a\nVersion: 1\n"}};
     EXPECT_TRUE(distribution(site / "a.egg-info"));
     ASSERT_EQ(mkfifo((site.makeFolder("p.dist-info") / "METADATA").c_str(), 0600), 0);
-    EXPECT_FALSE(distribution(site / "p.dist-info"));
+    EXPECT_EQ(distribution(site / "p.dist-info"), std::nullopt);
 }
 
 TEST(PythonDistribution, TakesNothingFromAHeaderThatSaysNothing) {
-    for (const char* license : {"UNKNOWN", "none", "Unknown", " ", ""}) {
+    for (const std::string license : {"UNKNOWN", "none", "Unknown", " ", ""}) {
         const auto read =
-            Distribution(std::string("License: ") + license + "\nLicense-Expression:  \n").read();
+            Distribution("License: " + license + "\nLicense-Expression:  \nLicense: MIT\n").read();
         EXPECT_EQ(read.value().license, std::nullopt) << license;
         EXPECT_EQ(read.value().licenseExpression, std::nullopt);
     }
@@ -159,6 +165,9 @@ TEST(PythonDistribution, LinksToTheHomePageElseToTheSource) {
         {"Home-page: UNKNOWN\nProject-URL: Docs, https://docs\nProject-URL: Source Code, https://source,x\n",
          "https://source,x"},
         {"Home-page:\nProject-URL: Homepage,\nProject-URL: REPOSITORY, https://repo\n", "https://repo"},
+        {"Project-URL: Home, https://no\nProject-URL: homepage, https://home\nProject-URL: Source, "
+         "https://s\n",
+         "https://home"},
         {"Project-URL: homepage https://no-comma\n", std::nullopt},
         {"Project-URL: Open source, https://other\n", std::nullopt},
     };
@@ -219,6 +228,7 @@ TEST(PythonDependencies, JoinsWhatIsDeclaredWithWhatIsInstalled) {
     const InstalledPackages packages{
         {"pip", {.name = "pip", .version = "24"}},
         {"setuptools", {.name = "setuptools", .version = "69"}},
+        {"wheel", {.name = "wheel", .version = "1"}},
         {"my-lib",
          {.name = "My_Lib",
           .version = "1.5",
@@ -231,11 +241,7 @@ TEST(PythonDependencies, JoinsWhatIsDeclaredWithWhatIsInstalled) {
         {"extra", {.name = "extra", .version = "2", .license = "BSD"}}};
     const auto found =
         dependencies({{"my.lib", "1.0", true}, {"SetupTools"}, {"absent"}, {"Pinned", "3"}}, packages);
-    Names identities;
-    for (const RawDependency& dependency : found) {
-        identities.push_back(dependency.name + "@" + dependency.version);
-    }
-    EXPECT_EQ(identities, (Names{"extra@2", "My_Lib@1.5", "setuptools@69", "absent@any", "Pinned@3"}));
+    EXPECT_EQ(identities(found), (Names{"extra@2", "My_Lib@1.5", "setuptools@69", "absent@any", "Pinned@3"}));
     EXPECT_EQ(found.at(0).declared, "BSD");
     EXPECT_EQ(found.at(1), (RawDependency{.ecosystem = Ecosystem::python,
                                           .name = "My_Lib",
@@ -246,18 +252,16 @@ TEST(PythonDependencies, JoinsWhatIsDeclaredWithWhatIsInstalled) {
                                           .classifiers = {"License :: OSI Approved"},
                                           .folder = "/env/My_Lib.dist-info",
                                           .licenseFiles = {"/env/My_Lib.dist-info/LICENSE"}}));
-    EXPECT_EQ(found.at(3).folder, std::nullopt);
+    EXPECT_EQ(found.at(3),
+              (RawDependency{.ecosystem = Ecosystem::python, .name = "absent", .version = "any"}));
 }
 
 TEST(PythonDependencies, ALaterRequirementCountsUnlessItForgetsTheVersion) {
-    const std::vector<Requirement> requirements{{"a", "1"}, {"A", {}, true}, {"b", "1"},
-                                                {"B", "2"}, {"c"},           {"C"}};
-    const auto found = dependencies(requirements, {});
-    ASSERT_EQ(found.size(), 3U);
-    EXPECT_EQ(found[0].version, "1");
-    EXPECT_FALSE(found[0].isDev);
-    EXPECT_EQ(found[1].version, "2");
-    EXPECT_EQ(found[2].name, "C");
+    const auto found =
+        dependencies({{"a", "1"}, {"A", {}, true}, {"b", "1"}, {"B", "2", true}, {"c"}, {"C"}}, {});
+    EXPECT_EQ(identities(found), (Names{"a@1", "B@2", "C@any"}));
+    EXPECT_FALSE(found.at(0).isDev);
+    EXPECT_TRUE(found.at(1).isDev);
 }
 
 }  // namespace

@@ -1,11 +1,7 @@
 #include "ScanKit/Scan/ProjectDetection.h"
 
+#include "Tests/Builders/Printers.h"
 #include "Tests/Builders/TemporaryFolder.h"
-
-#include <string>
-#include <vector>
-
-#include <gtest/gtest.h>
 
 namespace ScanKit {
 namespace {
@@ -87,7 +83,7 @@ TEST(ProjectDetection, TestsALinkedFolderWithoutEnteringIt) {
     project.link("Linked.xcodeproj", outside / "App.xcodeproj");
     project.link("loop", ".");
     const Detection found = detect(project.path());
-    EXPECT_TRUE(found.requirementFiles.empty());
+    EXPECT_EQ(below(project, found.requirementFiles), Names{});
     EXPECT_EQ(below(project, found.poetryLocks), Names{"poetry.lock"});
     EXPECT_EQ(below(project, found.virtualEnvs), Names{"env"});
     EXPECT_EQ(found.xcodeProjectNames, Names{"Linked"});

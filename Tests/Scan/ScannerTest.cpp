@@ -2,13 +2,12 @@
 
 #include "ScanKit/Licenses/StandardTexts.h"
 #include "ScanKit/Scan/ProjectDetection.h"
+#include "Tests/Builders/Printers.h"
 #include "Tests/Builders/TemporaryFolder.h"
 
 #include <algorithm>
-#include <atomic>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace ScanKit {
 namespace {
@@ -56,7 +55,8 @@ TEST(Scanner, JoinsEverythingAProjectHolds) {
         {"web/package.json", "{}"},
         {"web/node_modules/B/package.json", R"({"name": "B", "version": "0.9", "license": "MIT"})"},
         {"requirements.txt", "six==1.16\n"},
-        {"requirements-dev.txt", "lint==2.0\n"},
+        {"Requirements-DEV.txt", "lint==2.0\n"},
+        {"requirements-test.txt", "check==2.0\n"},
         {"poetry.lock", "[[package]]\nname = \"poet\"\nversion = \"3.0\"\n"},
         {".venv/pyvenv.cfg", ""},
         {".venv/lib/python3.12/site-packages/six-1.16.dist-info/METADATA",
@@ -68,16 +68,17 @@ TEST(Scanner, JoinsEverythingAProjectHolds) {
     EXPECT_EQ(result.rootPath, project.path());
     EXPECT_EQ(result.scannedAt, Date{std::chrono::seconds{1767621802}});
     EXPECT_THAT(rows(result), ElementsAre("swiftpm:alpha@1.0 MIT", "swiftpm:Zeta@2.0 Apache-2.0",
-                                          "npm:B@0.9 MIT", "npm:b@1.0 ISC", "python:lint@2.0 dev",
-                                          "python:poet@3.0", "python:six@1.16 MIT"));
-    EXPECT_THAT(sources(result),
-                ElementsAre("swiftpm Package.resolved: Package.resolved",
-                            "swiftpm .build/checkouts: Checked-out packages",
-                            "npm package-lock.json: npm lockfile", "npm node_modules: Installed packages",
-                            "npm web/node_modules: Installed packages (no lockfile)",
-                            "python requirements-dev.txt: requirements",
-                            "python requirements.txt: requirements", "python poetry.lock: Poetry lockfile",
-                            "python .venv/lib/python3.12/site-packages: Installed packages"));
+                                          "npm:B@0.9 MIT", "npm:b@1.0 ISC", "python:check@2.0 dev",
+                                          "python:lint@2.0 dev", "python:poet@3.0", "python:six@1.16 MIT"));
+    EXPECT_THAT(
+        sources(result),
+        ElementsAre("swiftpm Package.resolved: Package.resolved",
+                    "swiftpm .build/checkouts: Checked-out packages", "npm package-lock.json: npm lockfile",
+                    "npm node_modules: Installed packages",
+                    "npm web/node_modules: Installed packages (no lockfile)",
+                    "python Requirements-DEV.txt: requirements", "python requirements-test.txt: requirements",
+                    "python requirements.txt: requirements", "python poetry.lock: Poetry lockfile",
+                    "python .venv/lib/python3.12/site-packages: Installed packages"));
     EXPECT_THAT(result.warnings, IsEmpty());
 }
 
@@ -87,8 +88,9 @@ TEST(Scanner, WarnsOfWhatTheUserCanMend) {
         std::vector<const char*> starts;
     };
     const Case cases[]{
-        {{{"Package.resolved", pins}},
+        {{{"Package.resolved", pins}, {".build/checkouts/zeta/LICENSE", ""}},
          {"Some Swift packages aren't checked out where Quorvane can see them"}},
+        {{{"SourcePackages/checkouts/zeta/LICENSE", ""}}, {}},
         {{{"package.json", "{}"}, {"package-lock.json", "{}"}},
          {"The project has a lockfile but no node_modules folder: "}},
         {{{"web/package.json", "{}"},
@@ -109,12 +111,11 @@ TEST(Scanner, WarnsOfWhatTheUserCanMend) {
         for (const auto& [name, content] : one.files) {
             project.write(name, content);
         }
-        SCOPED_TRACE(one.files.front().first);
-        const ScanResult result = scanned(project);
-        ASSERT_EQ(result.warnings.size(), one.starts.size());
-        for (std::size_t i = 0; i < one.starts.size(); ++i) {
-            EXPECT_THAT(result.warnings[i], StartsWith(one.starts[i]));
+        std::vector<testing::Matcher<std::string>> starts;
+        for (const char* start : one.starts) {
+            starts.push_back(StartsWith(std::string(start)));
         }
+        EXPECT_THAT(scanned(project).warnings, testing::ElementsAreArray(starts)) << one.files.front().first;
     }
 }
 
@@ -129,16 +130,57 @@ TEST(Scanner, ReadsOnlyWhatItIsAskedFor) {
         << "a detection that is passed is not made again";
 }
 
-TEST(Scanner, TakesAChosenEnvironmentInPlaceOfTheDetectedOnes) {
+TEST(Scanner, TakesChosenEnvironmentsInPlaceOfTheDetectedOnes) {
     const TemporaryFolder project{
         {".venv/pyvenv.cfg", ""},
         {".venv/lib/python3.12/site-packages/own-1.0.dist-info/METADATA", "Name: own\nVersion: 1.0\n"},
         {"chosen/site-packages/other-1.0.dist-info/METADATA", "Name: other\nVersion: 1.0\n"},
+        {"second/site-packages/other-2.0.dist-info/METADATA", "Name: other\nVersion: 2.0\n"},
     };
-    EXPECT_THAT(rows(scanned(project)), ElementsAre("python:own@1.0"));
-    EXPECT_THAT(rows(scanned(project, {.ecosystems = everything,
-                                       .pythonEnvironments = {project / "chosen/site-packages"}})),
-                ElementsAre("python:other@1.0"));
+    const auto found = [&](const std::vector<std::filesystem::path>& environments) {
+        return rows(scanned(project, {.ecosystems = everything, .pythonEnvironments = environments}));
+    };
+    const auto chosen = project / "chosen/site-packages";
+    EXPECT_THAT(found({}), ElementsAre("python:own@1.0"));
+    EXPECT_THAT(found({chosen}), ElementsAre("python:other@1.0"));
+    EXPECT_THAT(found({project / "second/site-packages", chosen}), ElementsAre("python:other@2.0"));
+}
+
+/// The project's own checkouts come first, then the user's, then those of the development tools, when asked for.
+TEST(Scanner, SearchesCheckoutsWhereItIsTold) {
+    const TemporaryFolder home;
+    const EnvironmentVariable variable("HOME", home.path().string());
+    const std::string derived = "Library/Developer/Xcode/DerivedData/App-1/SourcePackages/checkouts";
+    const TemporaryFolder project{{"Package.resolved", R"({"pins": [{"identity": "a"}, {"identity": "b"},
+                                      {"identity": "c"}, {"identity": "d"}]})"},
+                                  {"App.xcodeproj/x", ""},
+                                  {".build/checkouts/a/LICENSE", *standardText("MIT")},
+                                  {"chosen/a/LICENSE", *standardText("ISC")},
+                                  {"chosen/b/LICENSE", *standardText("ISC")},
+                                  {"second/b/LICENSE", *standardText("0BSD")},
+                                  {"second/c/LICENSE", *standardText("0BSD")}};
+    for (const char* name : {"a", "b", "c", "d"}) {
+        home.write(derived + "/" + name + "/LICENSE", *standardText("Zlib"));
+    }
+    ScanOptions options{.ecosystems = everything,
+                        .checkoutFolders = {project / "chosen", project / "second"}};
+    const auto licenses = [&] {
+        std::vector<std::string> found;
+        for (const Dependency& dependency : scanned(project, options).dependencies) {
+            found.push_back(dependency.license.value_or("none"));
+        }
+        return found;
+    };
+    EXPECT_THAT(licenses(), ElementsAre("MIT", "ISC", "0BSD", "none"));
+    options.useXcodeDerivedData = true;
+    EXPECT_THAT(licenses(), ElementsAre("MIT", "ISC", "0BSD", "Zlib"));
+    EXPECT_THAT(sources(scanned(project, options)),
+                ElementsAre("swiftpm Package.resolved: Package.resolved",
+                            "swiftpm .build/checkouts: Checked-out packages",
+                            "swiftpm chosen: Checked-out packages", "swiftpm second: Checked-out packages",
+                            "swiftpm ~/" + derived + ": Checked-out packages"));
+    options.checkoutFolders.clear();
+    EXPECT_THAT(licenses(), ElementsAre("MIT", "Zlib", "Zlib", "Zlib"));
 }
 
 TEST(Scanner, PassesOverFilesThatCannotBeRead) {
@@ -148,7 +190,7 @@ TEST(Scanner, PassesOverFilesThatCannotBeRead) {
     project.link("requirements.txt", "gone");
     const ScanResult result = scanned(project);
     EXPECT_THAT(sources(result), ElementsAre("swiftpm a/Package.resolved: Package.resolved"));
-    EXPECT_EQ(result.dependencies.size(), 2U);
+    EXPECT_THAT(rows(result), ElementsAre("swiftpm:alpha@1.0", "swiftpm:Zeta@2.0"));
 }
 
 /// A project with packages that share texts, link to each other and lack parts.
