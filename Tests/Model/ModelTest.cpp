@@ -1,3 +1,4 @@
+#include "ScanKit/Model/Coding.h"
 #include "Tests/Builders/Printers.h"
 
 #include <algorithm>
@@ -85,16 +86,16 @@ TEST(ScanResult, SelectsByDevAndEcosystem) {
     EXPECT_EQ(ids(true, std::set<Ecosystem>{}), Ids{});
 }
 
+/// One row a list, so that a list that stands for nothing goes red under its own name.
 TEST(Detection, EachListStandsForItsEcosystem) {
-    using Ecosystems = std::vector<Ecosystem>;
-    struct Case {
-        const char* list;
-        Detection found;
-        Ecosystems ecosystems;
-    };
     using enum Ecosystem;
+    struct Case {
+        const char* lists;
+        Detection found;
+        std::vector<Ecosystem> ecosystems;
+    };
     const Case cases[]{
-        {"nothing", {}, {}},
+        {"none", {}, {}},
         {"resolvedFiles", {.resolvedFiles = {"x"}}, {swiftpm}},
         {"checkoutFolders", {.checkoutFolders = {"x"}}, {}},
         {"xcodeProjectNames", {.xcodeProjectNames = {"x"}}, {}},
@@ -105,39 +106,102 @@ TEST(Detection, EachListStandsForItsEcosystem) {
         {"poetryLocks", {.poetryLocks = {"x"}}, {python}},
         {"virtualEnvs", {.virtualEnvs = {"x"}}, {python}},
         {"several",
-         {.resolvedFiles = {"x"}, .npmLockfiles = {"x"}, .npmManifestsOnly = {"x"}, .poetryLocks = {"x"}},
+         {.resolvedFiles = {"x"}, .npmLockfiles = {"x"}, .poetryLocks = {"x"}},
          {swiftpm, npm, python}},
     };
     for (const Case& one : cases) {
-        EXPECT_EQ(one.found.ecosystems(), one.ecosystems) << one.list;
+        EXPECT_EQ(one.found.ecosystems(), one.ecosystems) << one.lists;
     }
 }
 
 /// Each record hashes over all of its fields, so that a set tells apart whatever equality tells apart.
 template <typename Record>
 void expectDistinct(const std::vector<Record>& records) {
-    const std::unordered_set<Record> set(records.begin(), records.end());
     std::unordered_set<std::size_t> hashes;
-    for (const Record& record : records) {
-        hashes.insert(std::hash<Record>{}(record));
-        EXPECT_TRUE(set.contains(record)) << testing::PrintToString(record);
-    }
-    EXPECT_EQ(set.size(), records.size()) << testing::PrintToString(records);
+    std::ranges::transform(records, std::inserter(hashes, hashes.end()), std::hash<Record>{});
     EXPECT_EQ(hashes.size(), records.size()) << testing::PrintToString(records);
+    EXPECT_EQ(std::hash<Record>{}(records.back()), std::hash<Record>{}(Record(records.back())));
 }
 
 TEST(Records, HashOverTheirFields) {
-    expectDistinct<Dependency>({{},
-                                {.name = "a"},
-                                {.flags = {Flag::missing}},
-                                {.flags = {Flag::unknown}},
-                                {.matchScore = 0.5},
-                                {.notes = {"n"}}});
+    expectDistinct<Dependency>(
+        {{}, {.name = "a"}, {.flags = {Flag::unknown}}, {.matchScore = 0.5}, {.notes = {"n"}}});
     expectDistinct<RawDependency>({{}, {.name = "a"}, {.declared = ""}, {.folder = "/p"}, {.folder = "/q"}});
     expectDistinct<ScanSource>({{Ecosystem::npm, "a", "b"}, {Ecosystem::npm, "b", "a"}});
     expectDistinct<ScanOptions>({{}, {.ecosystems = {Ecosystem::npm}}, {.useXcodeDerivedData = true}});
     expectDistinct<Detection>({{}, {.poetryLocks = {"p"}}, {.virtualEnvs = {"p"}}});
     expectDistinct<ScanResult>({{}, {.projectName = "a"}, {.rootPath = "a"}, {.scannedAt = Date::max()}});
+}
+
+const Dependency full{
+    .ecosystem = Ecosystem::npm,
+    .name = "@scope/\"näme\"",
+    .version = "1.0.0",
+    .source = "https://example.com",
+    .isDev = true,
+    .declared = "GPL-2.0+",
+    .license = "GPL-2.0-or-later",
+    .category = LicenseCategory::strongCopyleft,
+    .basis = LicenseBasis::metadataAndText,
+    .matchScore = 0.996,
+    .licenseFileNames = {"LICENSE", "COPYING"},
+    .licenseText = "line\nline\n",
+    .noticeText = "notice",
+    .flags = {Flag::strongCopyleft, Flag::mismatch},
+    .notes = {"One.", "Two."},
+};
+
+TEST(Coding, ReadsBackWhatItWrote) {
+    const Dependency bare{.name = "bare"};
+    const ScanSource source{Ecosystem::python, ".venv", "Installed packages"};
+    const ScanResult result{"p", "/p", Date{std::chrono::seconds{1767621802}}, {source}, {full, bare}, {"w"}};
+    EXPECT_EQ(decodedDependency(encoded(full)), full);
+    EXPECT_EQ(decodedDependency(encoded(bare)), bare);
+    EXPECT_EQ(decodedScanSource(encoded(source)), source);
+    EXPECT_EQ(decodedScanResult(encoded(result)), result);
+}
+
+TEST(Coding, NamesKeysAfterFieldsAndLeavesAbsentOnesOut) {
+    std::string json =
+        encoded(ScanResult{.sources = {{Ecosystem::npm, "p", "k"}}, .dependencies = {{.name = "bare"}}});
+    std::erase_if(json, [](char c) { return c == ' ' || c == '\n'; });
+    EXPECT_EQ(json, R"({"projectName":"","rootPath":"","scannedAt":"1970-01-01T00:00:00Z",)"
+                    R"("sources":[{"ecosystem":"npm","path":"p","kind":"k"}],)"
+                    R"("dependencies":[{"ecosystem":"swiftpm","name":"bare","version":"","isDev":false,)"
+                    R"("category":"unknown","basis":"none","licenseFileNames":[],"flags":[],"notes":[]}],)"
+                    R"("warnings":[]})");
+    EXPECT_EQ(encoded(ScanSource{.path = "p"}),
+              "{\n  \"ecosystem\" : \"swiftpm\",\n  \"path\" : \"p\",\n  \"kind\" : \"\"\n}");
+}
+
+TEST(Coding, RefusesWhatIsNotARecord) {
+    const auto changed = [](const std::string& good, std::string_view what, std::string_view replacement) {
+        std::string text = good;
+        text.replace(text.find(what), what.size(), replacement);
+        return text;
+    };
+    EXPECT_EQ(decodedDependency(changed(encoded(full), "\"isDev\"", "\"more\" : 1, \"isDev\"")), full);
+    EXPECT_EQ(decodedDependency("[]"), std::nullopt);
+    EXPECT_EQ(decodedDependency(""), std::nullopt);
+    constexpr std::pair<const char*, const char*> faults[]{
+        {"\"npm\"", "\"NPM\""},
+        {"\"mismatch\"", "\"odd\""},
+        {"\"isDev\"", "\"dev\""},
+        {"0.996", "\"0.996\""},
+        {"\"One.\"", "1"},
+        {"\"notes\"", "\"n\""},
+        {"\"GPL-2.0+\"", "null"},  // an absent text is left out
+        {"[\n    \"One.\",\n    \"Two.\"\n  ]", "\"One.\""},
+    };
+    for (const auto& [what, replacement] : faults) {
+        EXPECT_EQ(decodedDependency(changed(encoded(full), what, replacement)), std::nullopt) << replacement;
+    }
+    const std::string result = encoded(ScanResult{.dependencies = {full}});
+    EXPECT_TRUE(decodedScanResult(result));
+    for (const auto& [what, replacement] :
+         {std::pair{"1970-01-01T", "1970-01-01 "}, {"\"npm\"", "\"NPM\""}}) {
+        EXPECT_EQ(decodedScanResult(changed(result, what, replacement)), std::nullopt) << replacement;
+    }
 }
 
 }  // namespace

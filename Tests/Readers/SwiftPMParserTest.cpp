@@ -4,56 +4,48 @@
 namespace ScanKit::SwiftPMParser {
 namespace {
 
-TEST(SwiftPins, ReadsEveryFormatVersionAlike) {
-    const auto first = pins(R"({"object": {"pins": [
+TEST(SwiftPins, ReadsEveryFormatVersionAlikeAndDropsLocalOnes) {
+    const Pin example{.identity = "example",
+                      .name = "Example",
+                      .location = "https://host/o/Example.git",
+                      .version = "1.2.3",
+                      .revision = "0123456789"};
+    EXPECT_EQ(pins(R"({"object": {"pins": [
         {"package": "Example", "repositoryURL": "https://host/o/Example.git",
-         "state": {"branch": null, "revision": "0123456789", "version": "1.2.3"}}]}, "version": 1})");
-    const auto second = pins(R"({"pins": [
+         "state": {"branch": null, "revision": "0123456789", "version": "1.2.3"}}]}, "version": 1})"),
+              std::vector{example});
+    EXPECT_EQ(pins(R"({"pins": [
         {"identity": "example", "kind": "remoteSourceControl", "location": "https://host/o/Example.git",
-         "repositoryURL": "https://host/o/Old.git", "state": {"revision": "0123456789", "version": "1.2.3"}}], "version": 2})");
-    EXPECT_EQ(first, (std::vector<Pin>{{.identity = "example",
-                                        .name = "Example",
-                                        .location = "https://host/o/Example.git",
-                                        .version = "1.2.3",
-                                        .revision = "0123456789"}}));
-    EXPECT_EQ(second, first);
-}
-
-TEST(SwiftPins, CompletesWhatAPinLacksAndDropsLocalOnes) {
-    const auto read = pins(R"({"pins": [
+         "repositoryURL": "https://host/o/Old.git", "state": {"revision": "0123456789", "version": "1.2.3"}},
         {"location": 7, "repositoryURL": "git@host:Repo.git", "identity": false, "state": []},
         {"identity": "AsWritten", "package": "", "kind": "registry"},
         {"kind": "remoteSourceControl", "location": "/"},
         {"identity": "local", "kind": "fileSystem"},
-        {"identity": "local", "kind": "localSourceControl"}]})");
-    EXPECT_EQ(read, (std::vector<Pin>{{.identity = "repo", .name = "Repo", .location = "git@host:Repo.git"},
-                                      {.identity = "AsWritten", .name = ""}}));
-}
-
-TEST(SwiftPins, ReadsNothingFromWhatIsNoResolvedFile) {
-    const std::string deep = std::string(100'000, '[') + std::string(100'000, ']');
-    for (const std::string& text :
-         {std::string(), std::string("[]"), std::string("{"), R"({"pins": )" + deep + "}",
-          std::string(R"({"pins": {}})"), std::string(R"({"pins": [{"identity": "a"}, 1]})"),
-          std::string(R"({"object": {"pins": [null]}})"),
-          std::string("{\"pins\": [{\"identity\": \"\xFF\"}]}")}) {
-        EXPECT_EQ(pins(text), std::vector<Pin>{}) << text.substr(0, 60);
-    }
+        {"identity": "local", "kind": "localSourceControl"}], "version": 2})"),
+              (std::vector<Pin>{example,
+                                {.identity = "repo", .name = "Repo", .location = "git@host:Repo.git"},
+                                {.identity = "AsWritten", .name = ""}}));
     // A list that does not count leaves the other one to be read.
     EXPECT_EQ(pins(R"({"object": {"pins": [1]}, "pins": [{"identity": "a"}]})"),
               (std::vector<Pin>{{.identity = "a", .name = "a"}}));
+    EXPECT_EQ(pins("{\"pins\": " + std::string(100'000, '[') + std::string(100'000, ']') + "}"),
+              std::vector<Pin>{});
+    for (const char* text : {"", "[]", "{", R"({"pins": {}})", R"({"pins": [{"identity": "a"}, 1]})",
+                             R"({"object": {"pins": [null]}})", "{\"pins\": [{\"identity\": \"\xFF\"}]}"}) {
+        EXPECT_EQ(pins(text), std::vector<Pin>{}) << text;
+    }
 }
 
 TEST(SwiftPins, NamesAPackageAfterItsLocation) {
-    constexpr std::pair<const char*, const char*> cases[] = {{"https://host/owner/Repo.git", "Repo"},
-                                                             {"git@host:Repo.git", "Repo"},
-                                                             {"git@host:owner/Repo", "Repo"},
-                                                             {"https://host/owner/Repo//", "Repo"},
-                                                             {"Repo.GIT", "Repo.GIT"},
-                                                             {"https://host/.git", ""},
-                                                             {"ssh://git@host:22/Repo.git", "Repo"},
-                                                             {"///", ""},
-                                                             {"", ""}};
+    constexpr std::pair<const char*, const char*> cases[]{{"https://host/owner/Repo.git", "Repo"},
+                                                          {"git@host:Repo.git", "Repo"},
+                                                          {"git@host:owner/Repo", "Repo"},
+                                                          {"https://host/owner/Repo//", "Repo"},
+                                                          {"Repo.GIT", "Repo.GIT"},
+                                                          {"https://host/.git", ""},
+                                                          {"ssh://git@host:22/Repo.git", "Repo"},
+                                                          {"///", ""},
+                                                          {"", ""}};
     for (const auto& [location, name] : cases) {
         EXPECT_EQ(packageName(location), name) << location;
     }

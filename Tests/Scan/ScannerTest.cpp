@@ -1,7 +1,7 @@
 #include "ScanKit/Scan/Scanner.h"
 
 #include "ScanKit/Licenses/StandardTexts.h"
-#include "ScanKit/Scan/ProjectDetection.h"
+#include "ScanKit/Scan/DerivedData.h"
 #include "Tests/Builders/Printers.h"
 #include "Tests/Builders/TemporaryFolder.h"
 
@@ -121,13 +121,14 @@ TEST(Scanner, WarnsOfWhatTheUserCanMend) {
 
 TEST(Scanner, ReadsOnlyWhatItIsAskedFor) {
     const TemporaryFolder project{{"requirements.txt", "six==1.16\n"}, {"Package.resolved", pins}};
-    const ScanResult nothing = scanned(project, {.ecosystems = {Ecosystem::npm}});
-    EXPECT_THAT(nothing.dependencies, IsEmpty());
-    EXPECT_THAT(nothing.warnings, IsEmpty());
-    EXPECT_THAT(nothing.sources, IsEmpty());
-    Detection empty;
-    EXPECT_THAT(Scanner::scan(project.path(), {.ecosystems = everything}, empty).dependencies, IsEmpty())
-        << "a detection that is passed is not made again";
+    for (const ScanResult& nothing :
+         {scanned(project, {.ecosystems = {Ecosystem::npm}}),
+          // A detection that is passed is not made again.
+          Scanner::scan(project.path(), {.ecosystems = everything}, Detection{})}) {
+        EXPECT_THAT(nothing.dependencies, IsEmpty());
+        EXPECT_THAT(nothing.warnings, IsEmpty());
+        EXPECT_THAT(nothing.sources, IsEmpty());
+    }
 }
 
 TEST(Scanner, TakesChosenEnvironmentsInPlaceOfTheDetectedOnes) {
@@ -146,11 +147,12 @@ TEST(Scanner, TakesChosenEnvironmentsInPlaceOfTheDetectedOnes) {
     EXPECT_THAT(found({project / "second/site-packages", chosen}), ElementsAre("python:other@2.0"));
 }
 
+constexpr const char* derivedData = "Library/Developer/Xcode/DerivedData/";
+
 /// The project's own checkouts come first, then the user's, then those of the development tools, when asked for.
 TEST(Scanner, SearchesCheckoutsWhereItIsTold) {
     const TemporaryFolder home;
     const EnvironmentVariable variable("HOME", home.path().string());
-    const std::string derived = "Library/Developer/Xcode/DerivedData/App-1/SourcePackages/checkouts";
     const TemporaryFolder project{{"Package.resolved", R"({"pins": [{"identity": "a"}, {"identity": "b"},
                                       {"identity": "c"}, {"identity": "d"}]})"},
                                   {"App.xcodeproj/x", ""},
@@ -159,28 +161,44 @@ TEST(Scanner, SearchesCheckoutsWhereItIsTold) {
                                   {"chosen/b/LICENSE", *standardText("ISC")},
                                   {"second/b/LICENSE", *standardText("0BSD")},
                                   {"second/c/LICENSE", *standardText("0BSD")}};
-    for (const char* name : {"a", "b", "c", "d"}) {
-        home.write(derived + "/" + name + "/LICENSE", *standardText("Zlib"));
+    const std::string derived = derivedData + std::string("App-1/SourcePackages/checkouts");
+    for (const char* name : {"/a", "/b", "/c", "/d"}) {
+        home.write(derived + name + "/LICENSE", *standardText("Zlib"));
     }
     ScanOptions options{.ecosystems = everything,
                         .checkoutFolders = {project / "chosen", project / "second"}};
-    const auto licenses = [&] {
-        std::vector<std::string> found;
-        for (const Dependency& dependency : scanned(project, options).dependencies) {
-            found.push_back(dependency.license.value_or("none"));
-        }
-        return found;
-    };
-    EXPECT_THAT(licenses(), ElementsAre("MIT", "ISC", "0BSD", "none"));
+    const auto found = [&] { return rows(scanned(project, options)); };
+    EXPECT_THAT(found(), ElementsAre("swiftpm:a@unversioned MIT", "swiftpm:b@unversioned ISC",
+                                     "swiftpm:c@unversioned 0BSD", "swiftpm:d@unversioned"));
     options.useXcodeDerivedData = true;
-    EXPECT_THAT(licenses(), ElementsAre("MIT", "ISC", "0BSD", "Zlib"));
+    EXPECT_THAT(found(), ElementsAre("swiftpm:a@unversioned MIT", "swiftpm:b@unversioned ISC",
+                                     "swiftpm:c@unversioned 0BSD", "swiftpm:d@unversioned Zlib"));
     EXPECT_THAT(sources(scanned(project, options)),
                 ElementsAre("swiftpm Package.resolved: Package.resolved",
                             "swiftpm .build/checkouts: Checked-out packages",
                             "swiftpm chosen: Checked-out packages", "swiftpm second: Checked-out packages",
                             "swiftpm ~/" + derived + ": Checked-out packages"));
-    options.checkoutFolders.clear();
-    EXPECT_THAT(licenses(), ElementsAre("MIT", "Zlib", "Zlib", "Zlib"));
+}
+
+TEST(DerivedDataCheckouts, AreAProjectsFoldersNewestFirst) {
+    const TemporaryFolder home{{derivedData + std::string("MyApp-ddd/info.plist"), ""}};
+    const EnvironmentVariable variable("HOME", home.path().string());
+    const auto now = std::filesystem::file_time_type::clock::now();
+    const auto checkouts = [&](const std::string& name, int hoursAgo) {
+        const auto folder = home.makeFolder(derivedData + name + "/SourcePackages/checkouts");
+        std::filesystem::last_write_time(folder, now - std::chrono::hours(hoursAgo));
+        return folder;
+    };
+    const auto old = checkouts("MyApp-aaa", 3), newest = checkouts("MyApp-bbb", 1),
+               alsoOld = checkouts("MyApp-ccc", 3);
+    const auto other = checkouts("Other-1", 2);
+    for (const char* name : {"MyAppTests-1", "myapp-1", "MyApp"}) {
+        checkouts(name, 0);
+    }
+    EXPECT_THAT(Scanner::derivedDataCheckouts({"MyApp"}), ElementsAre(newest, old, alsoOld));
+    EXPECT_THAT(Scanner::derivedDataCheckouts({"Other", "MyApp"}), ElementsAre(newest, other, old, alsoOld));
+    EXPECT_THAT(Scanner::derivedDataCheckouts({}), IsEmpty());
+    EXPECT_THAT(Scanner::derivedDataCheckouts({"My*"}), IsEmpty());
 }
 
 TEST(Scanner, PassesOverFilesThatCannotBeRead) {
@@ -204,8 +222,8 @@ void fill(const TemporaryFolder& project) {
                                                     "\"}");
         project.write(folder + "/LICENSE", std::string(standardText(i % 3 == 0 ? "MIT" : "Zlib").value()) +
                                                std::to_string(i % 10));
-        project.write(folder + "/node_modules/n" + std::to_string(i % 9) + "/package.json",
-                      R"({"version": "2"})");
+        const std::string nested = folder + "/node_modules/n" + std::to_string(i % 9);
+        project.write(nested + "/package.json", R"({"version": "2"})");
     }
     project.link("node_modules/linked", "p7");
     project.link("node_modules/p1/node_modules/up", "../..");
@@ -215,11 +233,13 @@ TEST(Scanner, GivesTheSameWhateverTheNumberOfThreads) {
     const EnvironmentVariable date("SOURCE_DATE_EPOCH", "1767621802");
     const TemporaryFolder project;
     fill(project);
-    const ScanOptions options{.ecosystems = everything};
-    const ScanResult alone = Scanner::scan(project.path(), options, {}, {.threadLimit = 1});
+    const auto scan = [&](unsigned threads) {
+        return Scanner::scan(project.path(), {.ecosystems = everything}, {}, {.threadLimit = threads});
+    };
+    const ScanResult alone = scan(1);
     EXPECT_GT(alone.dependencies.size(), 50U);
     for (int round = 0; round < 5; ++round) {
-        EXPECT_EQ(Scanner::scan(project.path(), options, {}, {.threadLimit = 8}), alone);
+        EXPECT_EQ(scan(8), alone);
     }
 }
 
@@ -230,33 +250,26 @@ TEST(Scanner, SortsByNameWhateverItsCaseThenByVersion) {
     EXPECT_THAT(rows(scanned(project)), ElementsAre("npm:A@0.9", "npm:a@1.0", "npm:a@1.0-b", "npm:B@2"));
 }
 
-/// How many packages a scan identifies when it is stopped at the first word of its progress that `isMoment` picks.
-std::size_t identifiedWhenStopped(const TemporaryFolder& project, bool (*isMoment)(const ScanProgress&)) {
-    std::stop_source source;
-    bool wasTold = false;
-    const auto progress = [&](const ScanProgress& now) {
-        EXPECT_FALSE(now.name.empty());
-        EXPECT_TRUE(now.total == 0 || now.done <= now.total);
-        if (isMoment(now)) {
-            wasTold = true;
-            source.request_stop();
-        }
-    };
-    const ScanResult result =
-        Scanner::scan(project.path(), {.ecosystems = everything}, {},
-                      {.progress = progress, .stop = source.get_token(), .threadLimit = 1});
-    EXPECT_TRUE(wasTold);
-    const auto isIdentified = [](const Dependency& dependency) { return !dependency.name.empty(); };
-    return static_cast<std::size_t>(std::ranges::count_if(result.dependencies, isIdentified));
-}
-
 TEST(Scanner, TellsItsProgressAndStopsWhenAsked) {
     const TemporaryFolder project;
     fill(project);
-    EXPECT_EQ(identifiedWhenStopped(project, [](const ScanProgress& now) { return now.total == 0; }), 0U)
-        << "stopped while reading, nothing is identified";
-    EXPECT_EQ(identifiedWhenStopped(project, [](const ScanProgress& now) { return now.total > 0; }), 1U)
-        << "stopped at the first license, no further one is identified";
+    // Stopped while reading, nothing is identified; stopped at the first license, no further one is.
+    for (const bool isReading : {true, false}) {
+        std::stop_source source;
+        const auto progress = [&](const ScanProgress& now) {
+            EXPECT_FALSE(now.name.empty());
+            EXPECT_TRUE(now.total == 0 || now.done <= now.total) << now.done << " of " << now.total;
+            if ((now.total == 0) == isReading) {
+                source.request_stop();
+            }
+        };
+        const ScanResult result =
+            Scanner::scan(project.path(), {.ecosystems = everything}, {},
+                          {.progress = progress, .stop = source.get_token(), .threadLimit = 1});
+        EXPECT_TRUE(source.stop_requested());
+        EXPECT_EQ(std::ranges::count(result.dependencies, "", &Dependency::name) + (isReading ? 0 : 1),
+                  std::ssize(result.dependencies));
+    }
 }
 
 }  // namespace

@@ -21,30 +21,24 @@ TEST(Dates, WritesAndReadsIso8601) {
 }
 
 TEST(Dates, TakesTheDateOfAReproducibleBuild) {
-    constexpr Date start = at(-62167219200);  // of the year 0
-    constexpr Date end = at(253402300800);    // of the year 9999
-    const std::pair<const char*, Date> taken[]{{"1767621802", at(1767621802)},
-                                               {"-62167219200", start},
-                                               {"253402300799", end - std::chrono::seconds{1}}};
-    for (const auto& [text, date] : taken) {
-        const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", text);
-        EXPECT_EQ(Dates::current(), date);
+    // The first and the last second of the years 0 to 9999, and those beside them.
+    for (const long long seconds : {1767621802LL, -62167219200LL, 253402300799LL}) {
+        const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", std::to_string(seconds));
+        EXPECT_EQ(Dates::current(), at(seconds));
     }
     for (const char* useless : {"", "soon", "12 ", "-62167219201", "253402300800", "999999999999999999"}) {
         const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", useless);
         EXPECT_GT(Dates::current(), at(1767621802)) << useless;
-        EXPECT_LT(Dates::current(), end) << useless;
+        EXPECT_LT(Dates::current(), at(253402300799)) << useless;
     }
 }
 
 TEST(Dates, WritesLongDatesInUSEnglish) {
     EXPECT_EQ(Dates::longDate(at(1767614400)), "January 5, 2026");  // 12:00 UTC: one day in most zones
-    // Shortly after midnight in UTC. The last two forms are those that need the system's own routine.
-    constexpr std::pair<const char*, const char*> cases[]{{"UTC", "January 5, 2026"},
-                                                          {"America/New_York", "January 4, 2026"},
+    // Shortly after midnight in UTC. The last form is one that needs the system's own routine.
+    constexpr std::pair<const char*, const char*> cases[]{{"America/New_York", "January 4, 2026"},
                                                           {"Asia/Tokyo", "January 5, 2026"},
-                                                          {"<-08>8", "January 4, 2026"},
-                                                          {"EST5EDT,M3.2.0,M11.1.0", "January 4, 2026"}};
+                                                          {"<-08>8", "January 4, 2026"}};
     for (const auto& [name, date] : cases) {
         const EnvironmentVariable zone("TZ", name);
         EXPECT_EQ(Dates::longDate(at(1767571200)), date) << name;

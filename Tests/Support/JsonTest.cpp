@@ -2,20 +2,13 @@
 
 #include "ScanKit/Support/JsonWriter.h"
 
-#include <string>
-
 #include <gtest/gtest.h>
 
 namespace ScanKit {
 namespace {
 
 bool isDocument(std::string_view text) {
-    JsonReader reader;
-    return reader.read(text).has_value();
-}
-
-std::string nested(std::size_t levels) {
-    return std::string(levels, '[') + std::string(levels, ']');
+    return JsonReader().read(text).has_value();
 }
 
 TEST(JsonReader, RefusesWhatIsNoWholeDocument) {
@@ -31,9 +24,9 @@ TEST(JsonReader, RefusesWhatIsNoWholeDocument) {
 }
 
 TEST(JsonReader, TakesAThousandLevelsAndNoMore) {
-    EXPECT_TRUE(isDocument(nested(1000)));
-    EXPECT_FALSE(isDocument(nested(1001)));
-    EXPECT_FALSE(isDocument(nested(200'000)));
+    for (const std::size_t levels : {1000U, 1001U, 200'000U}) {
+        EXPECT_EQ(isDocument(std::string(levels, '[') + std::string(levels, ']')), levels == 1000) << levels;
+    }
     EXPECT_FALSE(isDocument(std::string(400'000, '{')));
 }
 
@@ -48,61 +41,36 @@ TEST(JsonReader, TakesIntegersThatOnlyADoubleCanHold) {
     EXPECT_FALSE(isDocument("[123456789012345678901234567890, 1e400]"));
 }
 
-TEST(JsonReader, LastOfEqualKeysCounts) {
+TEST(JsonReader, LastOfEqualKeysCountsAndNothingIsConverted) {
     JsonReader reader;
-    const auto top = reader.read(R"({"a": 1, "b": true, "a": "two"})");
+    const auto top = reader.read(R"({"a": 1, "yes": true, "text": "true", "list": [1, "x"], "a": "two"})");
     ASSERT_TRUE(top);
     EXPECT_EQ(top->stringMember("a"), "two");
+    EXPECT_EQ(top->booleanMember("yes"), true);
+    EXPECT_EQ(top->booleanMember("text"), std::nullopt);
+    EXPECT_EQ(top->stringMember("yes"), std::nullopt);
+    const std::vector<JsonValue> list = top->member("list")->elements();
+    ASSERT_EQ(list.size(), 2U);
+    EXPECT_EQ(list[0].boolean(), std::nullopt);
+    EXPECT_EQ(list[1].string(), "x");
+    EXPECT_FALSE(list[1].member("x"));
+    EXPECT_TRUE(top->elements().empty() && list[0].members().empty());
     std::vector<std::string_view> keys;
     for (const auto& [key, value] : top->members()) {
         keys.push_back(key);
     }
-    EXPECT_EQ(keys, (std::vector<std::string_view>{"b", "a"}));
+    EXPECT_EQ(keys, (std::vector<std::string_view>{"yes", "text", "list", "a"}));
     EXPECT_EQ(top->members().back().second.string(), "two");
-}
-
-TEST(JsonReader, ConvertsNothing) {
-    JsonReader reader;
-    const auto top = reader.read(R"({"one": 1, "text": "true", "yes": true, "list": [1, "x"]})");
-    ASSERT_TRUE(top);
-    EXPECT_FALSE(top->booleanMember("one"));
-    EXPECT_FALSE(top->booleanMember("text"));
-    EXPECT_EQ(top->booleanMember("yes"), true);
-    EXPECT_FALSE(top->stringMember("yes"));
-    EXPECT_FALSE(top->member("list")->member("x"));
-    EXPECT_EQ(top->member("list")->elements().size(), 2U);
-    EXPECT_TRUE(top->elements().empty());
-    EXPECT_TRUE(top->member("yes")->members().empty());
-}
-
-TEST(JsonReader, ReadsAgainAfterAFault) {
-    JsonReader reader;
+    // A reader is used again, after a fault too.
     EXPECT_FALSE(reader.read("{"));
-    EXPECT_EQ(reader.read("\"x\"")->string(), "x");
     EXPECT_EQ(reader.read("\"" + std::string(200'000, 'y') + "\"")->string()->size(), 200'000U);
 }
 
-TEST(JsonWriter, WritesGroupsEscapesAndNumbers) {
+TEST(JsonWriter, EscapesWhatItMust) {
     JsonWriter json;
-    json.beginObject();
-    json.key("empty");
-    json.beginArray();
-    json.endArray();
-    json.key("list");
-    json.beginArray();
     json.string("a/\"b\"\\\b\t\n\f\r\x01\x1f é\x7f");
-    json.number(1.0);
-    json.number(0.996);
-    json.integer(-3);
-    json.boolean(true);
-    json.beginObject();
-    json.endObject();
-    json.endArray();
-    json.endObject();
-    EXPECT_EQ(json.take(),
-              "{\n  \"empty\" : [],\n  \"list\" : [\n    "
-              "\"a/\\\"b\\\"\\\\\\b\\t\\n\\f\\r\\u0001\\u001f é\x7f\",\n    1,\n    0.996,\n    -3,\n    "
-              "true,\n    {}\n  ]\n}");
+    EXPECT_EQ(json.take(), R"("a/\"b\"\\\b\t\n\f\r\u0001\u001f é)"
+                           "\x7f\"");
 }
 
 }  // namespace

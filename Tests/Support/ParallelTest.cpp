@@ -1,5 +1,6 @@
 #include "ScanKit/Support/Parallel.h"
 
+#include <algorithm>
 #include <atomic>
 #include <vector>
 
@@ -8,28 +9,18 @@
 namespace ScanKit {
 namespace {
 
-TEST(Parallel, VisitsEveryIndexOnce) {
+TEST(Parallel, VisitsEveryIndexOnceAndNoFurtherOneOnceStopped) {
     for (const unsigned threads : {1U, 2U, 8U}) {
         std::vector<std::atomic<int>> visits(10'000);
-        forEachIndex(
-            visits.size(), [&](std::size_t i) { ++visits[i]; }, {}, threads);
-        for (const auto& count : visits) {
-            ASSERT_EQ(count, 1) << threads << " threads";
-        }
-    }
-}
+        const auto visit = [&](std::size_t i) { ++visits[i]; };
+        forEachIndex(visits.size(), visit, {}, threads);
+        EXPECT_TRUE(std::ranges::all_of(visits, [](const auto& count) { return count == 1; })) << threads;
 
-TEST(Parallel, BeginsNoFurtherBodyOnceStopped) {
-    for (const unsigned threads : {1U, 4U}) {
         std::stop_source source;
         std::atomic<int> begun = 0;
-        const auto body = [&](std::size_t) {
-            if (++begun == 100) {
-                source.request_stop();
-            }
-        };
-        forEachIndex(1'000'000, body, source.get_token(), threads);
-        EXPECT_LT(begun, 100 + 8);
+        const auto stopAtTheHundredth = [&](std::size_t) { return ++begun == 100 && source.request_stop(); };
+        forEachIndex(1'000'000, stopAtTheHundredth, source.get_token(), threads);
+        EXPECT_LT(begun, 100 + 8) << threads;
     }
 }
 
