@@ -346,11 +346,5 @@ TEST(Identify, ReadsTheFirst400000BytesAndSaysSo) {
     EXPECT_EQ(InstalledPackage().license("LICENSE", whole).identified().licenseText, whole);
 }
 
-TEST(TextReadings, ReadEachTextOnce) {
-    TextReadings readings;
-    EXPECT_EQ(readings.of(standard("MIT")), readings.of(standard("MIT")));
-    EXPECT_NE(readings.of(standard("MIT")), readings.of(standard("ISC")));
-}
-
 }  // namespace
 }  // namespace ScanKit

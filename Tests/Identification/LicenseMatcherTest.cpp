@@ -1,5 +1,3 @@
-#include "ScanKit/Identification/LicenseMatcher.h"
-
 #include "ScanKit/Licenses/StandardTexts.h"
 #include "ScanKit/Support/Text.h"
 #include "Tests/Builders/Printers.h"
@@ -187,6 +185,83 @@ TEST(LicenseMatcher, AgreesWithThePlainRulesOnTextsOfEveryKind) {
         // A blank beyond ASCII at its end has a line read by Unicode's rules; plain lines must read the same.
         ASSERT_EQ(LicenseMatcher::licenseWords(Text::replacingAll(text, "\n", "\u00A0\n")), words);
     }
+}
+
+TEST(LookAlikes, ReadAsTheLicenseThatTheyAre) {
+    struct Case {
+        const char *base, *words, *id;  // a base of "" for one that is known by a notice
+    };
+    constexpr Case cases[]{
+        {"GPL-3.0", "\"This License\" refers to version 3 of the GNU Affero General Public License",
+         "AGPL-3.0"},
+        {"GPL-3.0", "Server Side Public License", "SSPL-1.0"},
+        {"LGPL-2.1", "terms of this Library General Public License", "LGPL-2.0"},
+        {"BSD-3-Clause", "OpenSSL Toolkit", "OpenSSL"},
+        {"BSD-2-Clause", "All advertising materials mentioning features or use of this software",
+         "BSD-4-Clause"},
+        {"MIT", "the Linux Consortium and the X Consortium", "X11"},
+        {"",
+         "SIL Open Font License, Version 1.1: permission is hereby granted, free of charge, to any person "
+         "obtaining a copy",
+         "OFL-1.1"},
+        {"", "the Eclipse Public License v. 2.0, or the GNU General Public License, version 2", "EPL-2.0"},
+    };
+    for (const auto& [base, words, id] : cases) {
+        const std::string text = *base != '\0' ? standard(base) : "";
+        for (const std::string& one : {text + "\n" + words, words + ("\n" + text)}) {
+            SCOPED_TRACE(one.substr(0, 60) + " -> " + id);
+            const TextReading reading = readLicenseText(one);
+            ASSERT_EQ(reading.matches.size(), 1U);
+            // No template stands for a look-alike: it has no score.
+            EXPECT_EQ(reading.matches[0],
+                      (TextReading::Match{id, text.empty(), std::nullopt, reading.matches[0].region}));
+            EXPECT_FALSE(!text.empty() && reading.holdsStandardText(base));
+        }
+    }
+}
+
+/// Whole words count: once, every owner whose name ends in "x Consortium" turned the MIT license into another one.
+TEST(LookAlikes, AreFoundOnlyAsWholeWordsOfATextWithOneLicense) {
+    for (const std::string owner :
+         {"\nThe Linux Consortium", "\nThe X Consortiums", "\nMatrix Consortium, Inc."}) {
+        const TextReading reading = readLicenseText(standard("MIT") + owner);
+        EXPECT_EQ(idsOf(reading.matches), Words{"MIT"}) << owner;
+        EXPECT_TRUE(reading.holdsStandardText("MIT")) << owner;
+    }
+    const TextReading two = readLicenseText(standard("MIT") + standard("Apache-2.0") + "\nthe X Consortium");
+    EXPECT_EQ(idsOf(two.matches), (Words{"MIT", "Apache-2.0"}));
+    EXPECT_TRUE(two.holdsStandardText("MIT"));
+    const TextReading notice = readLicenseText(
+        "Permission is hereby granted, free of charge, to any person obtaining a copy, by the X Consortium");
+    EXPECT_EQ(notice.matches, (std::vector<TextReading::Match>{{"MIT", true, 0.7, std::nullopt}}));
+}
+
+TEST(TextReading, IsUsableWhenItsMatchesAccountForIt) {
+    const auto words = [](std::size_t count) {
+        std::string text;
+        for (std::size_t i = 1; i <= count; ++i) {
+            text += i % 10 == 0 ? "own\n" : "own ";
+        }
+        return text + "\n";
+    };
+    const std::string notice = "Licensed under the Apache License, Version 2.0";  // eight words
+    const std::string license = standard("MPL-2.0");
+    const std::size_t covered = LicenseMatcher::licenseWords(license).size();
+    const std::pair<std::string, bool> cases[]{
+        {standard("GPL-3.0"), true},
+        {words(492) + notice, true},
+        {words(493) + notice, false},
+        {"unrelated", false},
+        {license + words(covered - 10), true},  // the full text covers half of it
+        {license + words(covered + 10), false},
+    };
+    for (const auto& [text, isUsable] : cases) {
+        EXPECT_EQ(readLicenseText(text).isUsable(), isUsable)
+            << text.substr(0, 60) << "… of " << text.size() << " bytes";
+    }
+    TextReadings readings;
+    EXPECT_EQ(readings.of(notice), readings.of(notice)) << "each text is read once";
+    EXPECT_NE(readings.of(notice), readings.of(license));
 }
 
 }  // namespace
