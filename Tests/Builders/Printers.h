@@ -13,7 +13,7 @@
 #include "ScanKit/Support/FileSystem.h"
 #include "ScanKit/Support/Regex.h"
 
-#include <concepts>
+#include <array>
 #include <ostream>
 #include <string_view>
 #include <tuple>
@@ -23,83 +23,78 @@
 
 /// Says in a failing test what a record holds, field by field in declared order, where Google Test would print its
 /// bytes. A test program that compares records includes this; what it does not print, it need not link.
-namespace Printers {
+namespace ScanKit {
 
-template <typename... Field>
-void print(std::ostream* out, const Field&... fields) {
-    std::string_view separator = "{";
-    ((*out << std::exchange(separator, ", "), testing::internal::UniversalPrint(fields, out)), ...);
-    *out << "}";
+struct Printed {
+    static std::string_view of(Flag flag) { return rawValue(flag); }
+    static std::string_view of(Flag::Severity value) {
+        return std::array{"low", "medium", "high"}[static_cast<std::size_t>(value)];
+    }
+    static std::string_view of(Ecosystem value) { return rawValue(value); }
+    static std::string_view of(LicenseBasis value) { return rawValue(value); }
+    static std::string_view of(LicenseCategory value) { return rawValue(value); }
+    static std::string of(const LicenseExpression& one) { return one.description(); }
+    static auto of(const HasFields auto& record) { return record.fields(); }
+    static auto of(const KnownLicense& one) {
+        return std::tie(one.id, one.name, one.category, one.text, one.isSPDX);
+    }
+    static auto of(const TextMatch& one) { return std::tie(one.id, one.score, one.byNotice); }
+    static auto of(const LicenseMatcher::Candidate& one) {
+        return std::tie(one.id, one.score, one.wordCount, one.start, one.end);
+    }
+    static auto of(const TextReading::Match& one) {
+        return std::tie(one.id, one.byNotice, one.score, one.region);
+    }
+    static auto of(const Regex::Match& one) { return std::tie(one.begin, one.end); }
+    static auto of(const LicenseFiles& one) { return std::tie(one.licenses, one.notices); }
+    static auto of(const FolderEntry& one) {
+        constexpr std::string_view kinds[]{"file", "folder", "other"};
+        return std::tuple(one.name, kinds[static_cast<std::size_t>(one.kind)], one.isLink);
+    }
+    static auto of(const SwiftPMParser::Pin& one) {
+        return std::tie(one.identity, one.name, one.location, one.version, one.branch, one.revision);
+    }
+    static auto of(const PythonParser::Requirement& one) {
+        return std::tie(one.name, one.version, one.isDev);
+    }
+    static auto of(const PythonParser::Installed& one) {
+        return std::tie(one.name, one.version, one.license, one.licenseExpression, one.classifiers,
+                        one.homepage, one.folder, one.licenseFiles);
+    }
+};
+
+template <typename Value>
+requires requires(const Value& value) {
+    Printed::of(value);
+}
+void PrintTo(const Value& value, std::ostream* out) {
+    if constexpr (requires { *out << Printed::of(value); }) {
+        *out << Printed::of(value);
+    } else {
+        const auto print = [&](const auto&... fields) {
+            const char* before = "{";
+            ((*out << std::exchange(before, ", "), testing::internal::UniversalPrint(fields, out)), ...);
+        };
+        std::apply(print, Printed::of(value));
+        *out << "}";
+    }
 }
 
-}  // namespace Printers
+namespace LicenseMatcher {
+using ScanKit::PrintTo;
+}
+namespace SwiftPMParser {
+using ScanKit::PrintTo;
+}
+namespace PythonParser {
+using ScanKit::PrintTo;
+}
 
+}  // namespace ScanKit
+
+/// A date prints like this inside any other value, too.
 template <>
 class testing::internal::UniversalPrinter<ScanKit::Date> {
 public:
     static void Print(const ScanKit::Date& date, std::ostream* out) { *out << ScanKit::Dates::iso8601(date); }
 };
-
-namespace ScanKit {
-
-template <typename Value>
-concept HasRawValue = requires(const Value& value) {
-    { rawValue(value) } -> std::same_as<std::string_view>;
-};
-
-template <HasRawValue Value>
-void PrintTo(const Value& value, std::ostream* out) {
-    *out << rawValue(value);
-}
-template <HasFields Record>
-void PrintTo(const Record& record, std::ostream* out) {
-    std::apply([&](const auto&... fields) { Printers::print(out, fields...); }, record.fields());
-}
-
-inline void PrintTo(const LicenseExpression& expression, std::ostream* out) {
-    *out << expression.description();
-}
-inline void PrintTo(const KnownLicense& row, std::ostream* out) {
-    Printers::print(out, row.id, row.name, row.category, row.text, row.isSPDX);
-}
-inline void PrintTo(const TextMatch& match, std::ostream* out) {
-    Printers::print(out, match.id, match.score, match.byNotice);
-}
-inline void PrintTo(const TextReading::Match& match, std::ostream* out) {
-    Printers::print(out, match.id, match.byNotice, match.score, match.region);
-}
-inline void PrintTo(const LicenseFiles& files, std::ostream* out) {
-    Printers::print(out, files.licenses, files.notices);
-}
-inline void PrintTo(const FolderEntry& entry, std::ostream* out) {
-    constexpr std::string_view kinds[]{"file", "folder", "other"};
-    *out << entry.name << (entry.isLink ? " -> " : " ") << kinds[static_cast<std::size_t>(entry.kind)];
-}
-
-inline void PrintTo(const Regex::Match& match, std::ostream* out) {
-    Printers::print(out, match.begin, match.end);
-}
-
-namespace LicenseMatcher {
-inline void PrintTo(const Candidate& one, std::ostream* out) {
-    Printers::print(out, one.id, one.score, one.wordCount, one.start, one.end);
-}
-}  // namespace LicenseMatcher
-
-namespace SwiftPMParser {
-inline void PrintTo(const Pin& pin, std::ostream* out) {
-    Printers::print(out, pin.identity, pin.name, pin.location, pin.version, pin.branch, pin.revision);
-}
-}  // namespace SwiftPMParser
-
-namespace PythonParser {
-inline void PrintTo(const Requirement& requirement, std::ostream* out) {
-    Printers::print(out, requirement.name, requirement.version, requirement.isDev);
-}
-inline void PrintTo(const Installed& one, std::ostream* out) {
-    Printers::print(out, one.name, one.version, one.license, one.licenseExpression, one.classifiers,
-                    one.homepage, one.folder, one.licenseFiles);
-}
-}  // namespace PythonParser
-
-}  // namespace ScanKit

@@ -55,22 +55,15 @@ TEST(LicenseExpression, RefusesWhatIsNoExpressionOverKnownLicenses) {
 }
 
 TEST(LicenseExpression, StaysCheapHoweverDeeplyItNests) {
-    const auto nested = [](std::size_t depth) {
-        std::string text(depth, '(');
-        text += "MIT";
-        for (std::size_t i = 0; i < depth; ++i) {
-            text += " OR ISC)";
-        }
-        return text;
-    };
-    const auto deep = LicenseExpression::parse(nested(1000));
+    std::string nested = "MIT";
+    for (int i = 0; i < 1000; ++i) {
+        nested = "(" + nested + " OR ISC)";
+    }
+    const auto deep = LicenseExpression::parse(nested);
     ASSERT_TRUE(deep);
     EXPECT_EQ(deep->category(), permissive);
-    EXPECT_FALSE(LicenseExpression::parse(nested(1001)));
+    EXPECT_FALSE(LicenseExpression::parse("(" + nested + ")"));
     EXPECT_FALSE(LicenseExpression::parse(std::string(200'000, '(')));
-}
-
-TEST(LicenseExpression, ListsItsLicenses) {
     EXPECT_EQ(LicenseExpression::parse("MIT OR (MIT AND Zlib)")->licenseIDs(),
               (std::vector<std::string>{"MIT", "MIT", "Zlib"}));
     EXPECT_EQ(LicenseExpression::allOf({}).category(), unknown);
@@ -82,15 +75,12 @@ TEST(LicenseExpression, ReadsSeparatedNamesAsAChoice) {
         {"MIT/Apache-2.0", "MIT OR Apache-2.0"},
         {"BSD-3-Clause | GPL-2.0+", "BSD-3-Clause OR GPL-2.0-or-later"},
         {"Apache License 2.0, MIT License", "Apache-2.0 OR MIT"},
-        {"MIT,,MIT", "MIT OR MIT"},
-    };
+        {"MIT,,MIT", "MIT OR MIT"}};
     for (const auto& [text, printed] : cases) {
-        const auto choice = LicenseExpression::fromSeparatedNames(text);
-        ASSERT_TRUE(choice) << text;
-        EXPECT_EQ(choice->description(), printed);
+        EXPECT_EQ(LicenseExpression::fromSeparatedNames(text), LicenseExpression::parse(printed)) << text;
     }
     for (const char* text : {"MIT/Foo", "MIT", "MIT/", "/", ""}) {
-        EXPECT_FALSE(LicenseExpression::fromSeparatedNames(text)) << text;
+        EXPECT_EQ(LicenseExpression::fromSeparatedNames(text), std::nullopt) << text;
     }
 }
 

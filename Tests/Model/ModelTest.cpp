@@ -7,24 +7,22 @@
 namespace ScanKit {
 namespace {
 
-template <typename Values, typename Read>
-void expectReadBack(const Values& values, Read read) {
-    for (const auto value : values) {
-        EXPECT_EQ(read(rawValue(value)), value);
-    }
-    for (const char* unknown : {"", "agpl", "Swift", "NPM", "weakcopyleft", "npm "}) {
-        EXPECT_EQ(read(unknown), std::nullopt) << unknown;
-    }
-}
-
 TEST(RawValues, ReadBackAndRefuseEveryOtherText) {
+    const auto expectReadBack = [](const auto& values, auto read) {
+        for (const auto value : values) {
+            EXPECT_EQ(read(rawValue(value)), value);
+        }
+        for (const char* unknown : {"", "agpl", "Swift", "NPM", "weakcopyleft", "npm "}) {
+            EXPECT_EQ(read(unknown), std::nullopt) << unknown;
+        }
+    };
     expectReadBack(allEcosystems, ecosystemFromRawValue);
     expectReadBack(allLicenseCategories, licenseCategoryFromRawValue);
     expectReadBack(allLicenseBases, licenseBasisFromRawValue);
     expectReadBack(allFlags, flagFromRawValue);
     EXPECT_EQ(Flag::severityFromRawValue(2), Flag::Severity::high);
-    EXPECT_FALSE(Flag::severityFromRawValue(3));
-    EXPECT_FALSE(Flag::severityFromRawValue(-1));
+    EXPECT_EQ(Flag::severityFromRawValue(3), std::nullopt);
+    EXPECT_EQ(Flag::severityFromRawValue(-1), std::nullopt);
 }
 
 TEST(Flag, SortsTheMostSeriousFirst) {
@@ -47,22 +45,14 @@ TEST(Dependency, NeedsReviewForAnyFlagButAMissingFile) {
 }
 
 TEST(Dependency, ShowsALicenseOrWhatWasDeclared) {
-    Dependency dependency{.license = "MIT"};
-    EXPECT_EQ(dependency.licenseDisplay(), "MIT");
-    dependency.license.reset();
-    EXPECT_EQ(dependency.licenseDisplay(), "None found");
-    const std::string forty(40, 'x');
+    EXPECT_EQ((Dependency{.declared = "x", .license = "MIT"}.licenseDisplay()), "MIT");
+    EXPECT_EQ(Dependency{}.licenseDisplay(), "None found");
+    const std::string most(39, 'x');
     const std::pair<std::string, std::string> cases[]{
-        {"Custom\nsecond line", "Custom"},
-        {"Custom\u2028second line", "Custom"},
-        {forty, forty},
-        {forty + "x", std::string(39, 'x') + "…"},
-        {std::string(39, 'x') + "e\u0301", std::string(39, 'x') + "e\u0301"},
-        {"", ""},
-    };
+        {"Custom\nsecond line", "Custom"}, {"Custom\u2028second line", "Custom"}, {most + "x", most + "x"},
+        {most + "xx", most + "…"},         {most + "e\u0301", most + "e\u0301"},  {"", ""}};
     for (const auto& [declared, shown] : cases) {
-        dependency.declared = declared;
-        EXPECT_EQ(dependency.licenseDisplay(), "Unrecognized: " + shown) << declared;
+        EXPECT_EQ(Dependency{.declared = declared}.licenseDisplay(), "Unrecognized: " + shown);
     }
 }
 
