@@ -145,14 +145,20 @@ TEST(Identify, NamesFurtherLicensesOnlyWhereMetadataAndFilesAgree) {
                                                   "usually for code bundled inside the package."));
     EXPECT_THAT(notes("MIT AND Zlib AND Apache-2.0", bundle), IsEmpty());
     // About two thirds of another license, and half of one, can neither be placed nor passed over.
-    const std::string parts = "\n" + startOf("CC0-1.0", 0.56) + "\n" + startOf("MPL-2.0", 0.65);
+    const std::string parts = "\n" + startOf("CC0-1.0", 0.54) + "\n" + startOf("MPL-2.0", 0.65);
     EXPECT_THAT(notes("MIT", standard("MIT") + "\n" + standard("Zlib") + parts, standard("MIT") + parts),
                 ElementsAre("The license file also contains Zlib text, usually for code bundled inside the "
                             "package. Check what the CC0-1.0, MPL-2.0 part covers."));
-    // The text of the one holds most of the other and stands in for it: it is nothing further.
+    // A text that holds most of another one may stand in for it, and is then nothing further.
     EXPECT_THAT(notes("MIT-0", standard("MIT")), testing::Each(testing::Not(HasSubstr("also contains"))));
     EXPECT_THAT(notes("MIT-0", standard("MIT") + "\n" + standard("Zlib")),
                 testing::Contains(HasSubstr("contains Zlib text")));
+    // The LGPL 2.1 resembles the GPL 2.0, by too little to be it or to leave a part of its own.
+    EXPECT_THAT(notes("MIT", standard("MIT") + "\n" + standard("LGPL-2.1")),
+                ElementsAre(testing::AllOf(HasSubstr("contains LGPL-2.1 text"),
+                                           testing::EndsWith("inside the package."))));
+    EXPECT_THAT(notes("GPL-2.0-only", standard("LGPL-2.1"), standard("GPL-2.0")),
+                startingWith({"The license file also contains LGPL-2.1 text", "GPL: "}));
 }
 
 TEST(Identify, ExplainsEachCategory) {

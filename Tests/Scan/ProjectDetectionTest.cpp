@@ -58,8 +58,10 @@ TEST(ProjectDetection, KnowsPythonFilesInAnyCaseAndEnvironments) {
                                   {".venv/pyvenv.cfg", ""},     {".venv/requirements.txt", ""},
                                   {"build/pyvenv.cfg", ""},     {"x/requirements.txt/inner", ""},
                                   {"y/pyvenv.cfg/inner", ""},   {"y/poetry.lock", ""}};
+    project.link("requirements-lost.txt", "gone");
     const Detection found = detect(project.path());
-    EXPECT_EQ(below(project, found.requirementFiles), (Names{"Requirements-Dev.TXT", "requirements.txt"}));
+    EXPECT_EQ(below(project, found.requirementFiles),
+              (Names{"Requirements-Dev.TXT", "requirements-lost.txt", "requirements.txt"}));
     EXPECT_EQ(below(project, found.poetryLocks), (Names{"POETRY.LOCK", "y/poetry.lock"}));
     EXPECT_EQ(below(project, found.virtualEnvs), (Names{".", ".venv", "build"}));
 }

@@ -90,7 +90,6 @@ TEST(Scanner, WarnsOfWhatTheUserCanMend) {
     const Case cases[]{
         {{{"Package.resolved", pins}, {".build/checkouts/zeta/LICENSE", ""}},
          {"Some Swift packages aren't checked out where Quorvane can see them"}},
-        {{{"SourcePackages/checkouts/zeta/LICENSE", ""}}, {}},
         {{{"package.json", "{}"}, {"package-lock.json", "{}"}},
          {"The project has a lockfile but no node_modules folder: "}},
         {{{"web/package.json", "{}"},
@@ -184,19 +183,19 @@ TEST(DerivedDataCheckouts, AreAProjectsFoldersNewestFirst) {
     const TemporaryFolder home{{derivedData + std::string("MyApp-ddd/info.plist"), ""}};
     const EnvironmentVariable variable("HOME", home.path().string());
     const auto now = std::filesystem::file_time_type::clock::now();
-    const auto checkouts = [&](const std::string& name, int hoursAgo) {
+    const auto checkouts = [&](const std::string& name, int millisecondsAgo) {
         const auto folder = home.makeFolder(derivedData + name + "/SourcePackages/checkouts");
-        std::filesystem::last_write_time(folder, now - std::chrono::hours(hoursAgo));
+        std::filesystem::last_write_time(folder, now - std::chrono::milliseconds(millisecondsAgo));
         return folder;
     };
-    const auto old = checkouts("MyApp-aaa", 3), newest = checkouts("MyApp-bbb", 1),
-               alsoOld = checkouts("MyApp-ccc", 3);
-    const auto other = checkouts("Other-1", 2);
+    const auto old = checkouts("MyApp-aaa", 9000), late = checkouts("MyApp-bbb", 6000),
+               alsoOld = checkouts("MyApp-ccc", 9000);
+    const auto other = checkouts("Other-1", 5999);
     for (const char* name : {"MyAppTests-1", "myapp-1", "MyApp"}) {
         checkouts(name, 0);
     }
-    EXPECT_THAT(Scanner::derivedDataCheckouts({"MyApp"}), ElementsAre(newest, old, alsoOld));
-    EXPECT_THAT(Scanner::derivedDataCheckouts({"Other", "MyApp"}), ElementsAre(newest, other, old, alsoOld));
+    EXPECT_THAT(Scanner::derivedDataCheckouts({"MyApp"}), ElementsAre(late, old, alsoOld));
+    EXPECT_THAT(Scanner::derivedDataCheckouts({"Other", "MyApp"}), ElementsAre(other, late, old, alsoOld));
     EXPECT_THAT(Scanner::derivedDataCheckouts({}), IsEmpty());
     EXPECT_THAT(Scanner::derivedDataCheckouts({"My*"}), IsEmpty());
 }

@@ -66,11 +66,14 @@ TEST(JsonReader, LastOfEqualKeysCountsAndNothingIsConverted) {
     EXPECT_EQ(reader.read("\"" + std::string(200'000, 'y') + "\"")->string()->size(), 200'000U);
 }
 
-TEST(JsonWriter, EscapesWhatItMust) {
+TEST(JsonWriter, EscapesWhatItMustAndKeepsEmptyGroupsShort) {
     JsonWriter json;
+    json.beginArray();
+    json.beginObject();
+    json.endObject();
     json.string("a/\"b\"\\\b\t\n\f\r\x01\x1f é\x7f");
-    EXPECT_EQ(json.take(), R"("a/\"b\"\\\b\t\n\f\r\u0001\u001f é)"
-                           "\x7f\"");
+    json.endArray();
+    EXPECT_EQ(json.take(), "[\n  {},\n  \"a/\\\"b\\\"\\\\\\b\\t\\n\\f\\r\\u0001\\u001f é\x7f\"\n]");
 }
 
 }  // namespace
