@@ -1,0 +1,262 @@
+#include "ScanKit/Reports/PDFCanvas.h"
+
+#include "Tests/Builders/TemporaryFolder.h"
+#include "Tests/Reports/SampleResult.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <sstream>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace ScanKit {
+namespace {
+
+using ::testing::ContainsRegex;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using String = PDFReport::AttributedString;
+
+/// What a command writes; a test failure unless it ends well.
+std::string outputOf(const std::string& command) {
+    std::string output;
+    FILE* pipe = popen(command.c_str(), "r");
+    std::array<char, 4096> part{};
+    while (const std::size_t count = std::fread(part.data(), 1, part.size(), pipe)) {
+        output.append(part.data(), count);
+    }
+    EXPECT_EQ(pclose(pipe), 0) << command << "\n" << output;
+    return output;
+}
+
+constexpr const char* sound = "No syntax or stream encoding errors found";
+
+/// A document in a file, looked at with the tools that its readers may use.
+class Document {
+public:
+    explicit Document(const std::string& bytes) { folder_.write("report.pdf", bytes); }
+
+    std::string text() const { return outputOf(QUORVANE_PDFTOTEXT " -layout " + file() + " -"); }
+    std::string words() const { return outputOf(QUORVANE_PDFTOTEXT " -bbox " + file() + " -"); }
+    std::string fonts() const { return outputOf(QUORVANE_PDFFONTS " " + file()); }
+    std::string links() const { return outputOf(QUORVANE_PDFINFO " -url " + file()); }
+    std::string info() const { return outputOf("TZ=UTC " QUORVANE_PDFINFO " " + file() + " | tr -s ' '"); }
+    std::string outline() const {
+        return outputOf(QUORVANE_QPDF " --json --json-key=outlines " + file() + " | tr -d ' \\n'");
+    }
+    std::string faults() const { return outputOf(QUORVANE_QPDF " --check " + file() + " 2>&1"); }
+    /// The first page with four pixels to a point, in grey.
+    std::string picture() const { return outputOf(QUORVANE_PDFTOPPM " -r 288 -gray -l 1 " + file()); }
+
+private:
+    std::string file() const { return (folder_ / "report.pdf").string(); }
+    TemporaryFolder folder_;
+};
+
+/// What an operation leaves on a page: the edges of everything dark, in points, and the grey in its middle.
+struct Ink {
+    double left = 1'000, top = 1'000, right = 0, bottom = 0;
+    int grey = 255;
+};
+
+Ink inkOf(const PDFReport::Op& op) {
+    const std::string picture = Document(PDFCanvas().draw({.pages = {{op}}})).picture();
+    std::istringstream header(picture);
+    std::string kind;
+    std::size_t width = 0, height = 0, most = 0;
+    header >> kind >> width >> height >> most;
+    const std::string_view pixels = std::string_view(picture).substr(picture.size() - width * height);
+    Ink ink;
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        if (static_cast<unsigned char>(pixels[i]) < 224) {
+            const double x = static_cast<double>(i % width) / 4, y = static_cast<double>(i / width) / 4;
+            ink = {std::min(ink.left, x), std::min(ink.top, y), std::max(ink.right, x + 0.25),
+                   std::max(ink.bottom, y + 0.25)};
+        }
+    }
+    const auto middleOf = [](double from, double to) { return static_cast<std::size_t>((from + to) * 2); };
+    const std::size_t middle = middleOf(ink.top, ink.bottom) * width + middleOf(ink.left, ink.right);
+    ink.grey = ink.right > 0 ? static_cast<unsigned char>(pixels[middle]) : 255;
+    return ink;
+}
+
+TEST(PDFCanvas, DrawsShapesInTheirPlacesAndColours) {
+    const PDFReport::Rectangle place{100, 200, 80, 10};
+    const PDFReport::Colour grey{0.5, 0.5, 0.5};
+    struct Case {
+        std::string what;
+        PDFReport::Op op;
+        Ink ink;
+    };
+    for (const auto& [what, op, ink] : {
+             Case{"a filled square", PDFReport::Fill{place, grey}, {100, 200, 180, 210, 128}},
+             Case{"a box, its line inside", PDFReport::Stroke{place, grey}, {100, 200, 180, 210, 255}},
+             Case{"a line", PDFReport::Line{{100, 200}, {180, 200}, grey}, {100, 199.6, 180, 200.4, 128}},
+         }) {
+        const Ink drawn = inkOf(op);
+        EXPECT_TRUE(std::abs(drawn.left - ink.left) < 0.3 && std::abs(drawn.top - ink.top) < 0.3 &&
+                    std::abs(drawn.right - ink.right) < 0.3 && std::abs(drawn.bottom - ink.bottom) < 0.3 &&
+                    std::abs(drawn.grey - ink.grey) < 3)
+            << what << " is drawn from " << drawn.left << ", " << drawn.top << " to " << drawn.right << ", "
+            << drawn.bottom << " in grey " << drawn.grey;
+    }
+}
+
+TEST(PDFCanvas, DrawsTextInsideItsRectangle) {
+    std::string marks = "x";
+    for (int i = 0; i < 60; ++i) {
+        marks += i % 2 == 0 ? "\u0301" : "\u0323";
+    }
+    PDFCanvas canvas;
+    for (const auto& [string, isRight] : {std::pair{String{"Hxxxxp"}, false},
+                                          {String{"Hxxxxp"}, true},
+                                          {String{.text = "Hxxxxp", .letterSpacing = 3}, false},
+                                          {String{"שלום Hx"}, false},  // text runs from the left all the same
+                                          {String{marks}, false}}) {
+        const double width = canvas.width(string), height = canvas.lines(string, 300).front().height;
+        const Ink ink = inkOf(PDFReport::Text{string, {100, 200, 300, height}, isRight});
+        const double left = isRight ? 400 - width : 100;
+        EXPECT_TRUE(std::abs(ink.left - left) < 2 && std::abs(ink.right - left - width) < 4 &&
+                    ink.top > 200 - 2 && ink.bottom < 200 + height + 2)
+            << string.text << " of " << width << " points is drawn from " << ink.left << ", " << ink.top
+            << " to " << ink.right << ", " << ink.bottom;
+    }
+}
+
+TEST(PDFCanvas, MeasuresSizeWeightAndSpacing) {
+    PDFCanvas canvas;
+    const std::string text = "Licenses";
+    const double plain = canvas.width({text});
+    EXPECT_NEAR(canvas.width({text, {.size = 18}}), 2 * plain, 0.1);
+    EXPECT_GT(canvas.width({text, {.bold = true}}), plain + 1);
+    EXPECT_NEAR(canvas.width({.text = text, .letterSpacing = 2}), plain + 8 * 2, 2.1);
+    EXPECT_GT(canvas.lines({text}, 100).front().height, 9 * 1.2);
+    const std::string ten = "WWWWWWWWWW";
+    EXPECT_EQ(canvas.lines({.text = ten, .letterSpacing = 9}, canvas.width({ten}) * 1.2).size(), 2U);
+}
+
+TEST(PDFCanvas, FillsEachLineToTheWidthAndNoFurther) {
+    PDFCanvas canvas;
+    const std::string words = "ä wörd after another-one/and@so on: 1234567890. ";
+    for (const std::string& once :
+         {words, std::string("plain wörds"), std::string("plain words, wide: WWWW "),
+          std::string("nobreakatall"), std::string("名前"), std::string("кит")}) {
+        String all;
+        while (all.text.size() < (once == words ? 25'000 : 500)) {
+            all.text += once;
+        }
+        SCOPED_TRACE(all.text.substr(0, 30));
+        const auto lines = canvas.lines(all, 120);
+        ASSERT_EQ(lines.back().end, all.text.size());
+        for (std::size_t i = 0, begin = 0; i + 1 < lines.size(); begin = lines[i++].end) {
+            const String line{all.text.substr(begin, lines[i].end - begin)};
+            EXPECT_LE(canvas.width({line.text.substr(0, line.text.find_last_not_of(' ') + 1)}), 120.01)
+                << line.text;
+            // What comes next does not fit.
+            const String both{all.text.substr(begin, lines[i + 1].end - begin)};
+            ASSERT_EQ(canvas.lines(both, 120).front().end, line.text.size()) << both.text;
+        }
+    }
+}
+
+TEST(PDFCanvas, MeasuresPlainTextAsItLaysItOut) {
+    PDFCanvas canvas;
+    for (const std::string text : {"AVAVAVAVAVAV", "fi ffl WAWA", "iiiiiiiiiiiiiiii", "wide WWWWWWWW"}) {
+        const double width = canvas.width({text});
+        // A letter outside of plain text makes the canvas lay the whole text out.
+        const auto plain = canvas.lines({text}, width * 1.2), full = canvas.lines({text + "ı"}, width * 2);
+        ASSERT_EQ(plain.size(), 1U) << text;
+        EXPECT_NEAR(plain.front().height, full.front().height, 0.002);
+        EXPECT_NEAR(plain.front().baseline, full.front().baseline, 0.002);
+        EXPECT_EQ(canvas.lines({text}, width + 0.1).size(), 1U) << text;
+        EXPECT_GT(canvas.lines({text}, width * 0.9).size(), 1U) << text;
+    }
+}
+
+TEST(PDFDocument, IsSoundAndCarriesItsTextFontsLinksAndProperties) {
+    const Document document(PDFReport::document(sampleResult(), sampleOptions()));
+    EXPECT_THAT(document.faults(), HasSubstr(sound));
+    for (const std::string text : {"THIRD-PARTY LICENSE REPORT", "@acme/übersicht", "-кит", "Page 2 of 2"}) {
+        EXPECT_THAT(document.text(), HasSubstr(text));
+    }
+    for (const std::string line :
+         {"Title: Démo: A/B License Report\n", "Author: Studio Nord\n", "Creator: Quorvane\n",
+          "CreationDate: Mon Jan 5 14:03:22 2026 UTC\n", "ModDate: Mon Jan 5 14:03:22 2026 UTC\n",
+          "Page size: 612 x 792 pts", "Tagged: yes\n"}) {
+        EXPECT_THAT(document.info(), HasSubstr(line));
+    }
+    EXPECT_THAT(document.links(), HasSubstr("https://example.com/a/b?c=%22d%22&e=f\n"));
+    // Where an entry leads, and in the end which it is.
+    EXPECT_THAT(document.outline(),
+                ContainsRegex("\"destpageposfrom1\":1,[^}]*Licenses.*:2,[^}]*Aboutthisscan\""));
+    // Below two lines of titles: name, type, encoding, then whether the font is embedded and a subset.
+    std::istringstream fonts(document.fonts());
+    std::size_t count = 0;
+    for (std::string line; std::getline(fonts, line); ++count) {
+        EXPECT_TRUE(count < 2 || line.find(" yes yes ") != std::string::npos) << line;
+    }
+    EXPECT_GT(count, 3U);
+
+    const Document empty(PDFReport::document(resultOf({}), {}));
+    EXPECT_THAT(empty.faults(), HasSubstr(sound)) << "without a single link";
+    EXPECT_THAT(empty.info(), Not(HasSubstr("Author")));
+}
+
+TEST(PDFDocument, DrawsNoWordOutsideTheMargins) {
+    ScanResult result = sampleResult();
+    result.dependencies.push_back(
+        {.name = std::string(10'000, 'w'),
+         .version = "עברית mixed עם English",
+         .source = "https://example.com/" + std::string(3'000, '\''),
+         .license = std::string(700, 'L'),
+         .flags = {Flag::unknown},
+         .notes = {std::string(200, '\x01') + std::string(4'000, 'n'), "\xF0\x9F"}});
+    result.sources.insert(result.sources.end(), 2'000,
+                          {Ecosystem::npm, "a/package-lock.json", "npm lockfile"});
+    const Document document(PDFReport::document(result, {.projectName = std::string(10'000, 'P')}));
+    EXPECT_THAT(document.faults(), HasSubstr(sound));
+    std::istringstream words(document.words());
+    std::size_t count = 0;
+    for (std::string line; std::getline(words, line);) {
+        double left = 0, top = 0, right = 0, bottom = 0;
+        if (std::sscanf(line.c_str(), R"( <word xMin="%lf" yMin="%lf" xMax="%lf" yMax="%lf")", &left, &top,
+                        &right, &bottom) == 4) {
+            ++count;
+            EXPECT_TRUE(left > 49.9 && top > 49 && right < 562.1 && bottom < 792 - 36) << line;
+        }
+    }
+    EXPECT_GT(count, 4'000U);
+}
+
+TEST(PDFDocument, IsTheSameByteForByteOnAnyThread) {
+    std::array<std::string, 3> documents;
+    std::vector<std::thread> threads;
+    for (std::string& document : documents) {
+        threads.emplace_back([&] { document = PDFReport::document(sampleResult(), sampleOptions()); });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_TRUE(documents[0] == documents[1] && documents[1] == documents[2]);
+}
+
+bool isSoundWithoutFonts() {
+    const TemporaryFolder folder{{"fonts.conf", "<?xml version=\"1.0\"?><fontconfig></fontconfig>"}};
+    const EnvironmentVariable fonts("FONTCONFIG_FILE", (folder / "fonts.conf").string());
+    const Document document(PDFReport::document(sampleResult(), sampleOptions()));
+    return document.faults().find(sound) != std::string::npos &&
+           document.fonts().find("Nimbus") == std::string::npos;
+}
+
+TEST(PDFDocument, IsSoundWithoutFonts) {
+    // In a program of its own: the list of fonts is read once.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(std::exit(isSoundWithoutFonts() ? 0 : 1), ::testing::ExitedWithCode(0), "");
+}
+
+}  // namespace
+}  // namespace ScanKit
