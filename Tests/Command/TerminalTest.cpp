@@ -3,47 +3,30 @@
 #include "QuorvaneCLI/ProgressLine.h"
 #include "Tests/Builders/TemporaryFolder.h"
 
-#include <array>
 #include <cstdlib>
 #include <thread>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/ioctl.h>
-#include <termios.h>
 #include <unistd.h>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace {
 
-/// A terminal of so many columns, and what has been sent to it.
-class PretendedTerminal {
-public:
-    explicit PretendedTerminal(unsigned short columns) : master_(posix_openpt(O_RDWR | O_NOCTTY)) {
-        EXPECT_TRUE(grantpt(master_) == 0 && unlockpt(master_) == 0);
-        descriptor = open(ptsname(master_), O_RDWR | O_NOCTTY);
-        const winsize size{.ws_row = 24, .ws_col = columns, .ws_xpixel = 0, .ws_ypixel = 0};
-        EXPECT_EQ(ioctl(descriptor, TIOCSWINSZ, &size), 0);
-    }
-    ~PretendedTerminal() {
-        close(descriptor);
-        close(master_);
-    }
-    PretendedTerminal(const PretendedTerminal&) = delete;
-    PretendedTerminal& operator=(const PretendedTerminal&) = delete;
-
-    std::string sent() const {
-        std::array<char, 4096> bytes{};
-        fcntl(master_, F_SETFL, O_NONBLOCK);
-        const ssize_t count = read(master_, bytes.data(), bytes.size());
-        return {bytes.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0))};
-    }
-    int descriptor = -1;
-
-private:
-    int master_;
+/// The two ends of a terminal of so many columns: what is written to one is read at the other. Both stay open.
+struct Ends {
+    int here = -1, there = -1;
 };
+Ends terminalOf(unsigned short columns) {
+    Ends ends{.here = posix_openpt(O_RDWR | O_NOCTTY)};
+    EXPECT_TRUE(grantpt(ends.here) == 0 && unlockpt(ends.here) == 0);
+    ends.there = open(ptsname(ends.here), O_RDWR | O_NOCTTY);
+    const winsize size{.ws_row = 24, .ws_col = columns};
+    EXPECT_EQ(ioctl(ends.there, TIOCSWINSZ, &size), 0);
+    return ends;
+}
 
 TEST(Terminal, ShowsControlCharactersInPlaceOfSendingThem) {
     const std::pair<const char*, const char*> cases[]{
@@ -73,28 +56,24 @@ TEST(Terminal, FitsTextIntoColumns) {
 }
 
 TEST(Terminal, TellsATerminalFromAFile) {
-    const PretendedTerminal wide(137), unknown(0);
-    EXPECT_EQ(Terminal::columns(wide.descriptor), 137U);
-    EXPECT_EQ(Terminal::columns(unknown.descriptor), 80U);
-    const TemporaryFolder folder;
-    const int file = open((folder / "file").c_str(), O_CREAT | O_RDWR, 0600);
-    EXPECT_EQ(Terminal::columns(file), std::nullopt);
-    const EnvironmentVariable none("NO_COLOR", ""), kind("TERM", "xterm");
-    EXPECT_TRUE(Terminal::takesColour(wide.descriptor));
-    EXPECT_FALSE(Terminal::takesColour(file));
-    close(file);
-    {
-        const EnvironmentVariable dumb("TERM", "dumb");
-        EXPECT_FALSE(Terminal::takesColour(wide.descriptor));
+    const int terminal = terminalOf(137).there;
+    EXPECT_EQ(Terminal::columns(terminal), 137U);
+    EXPECT_EQ(Terminal::columns(terminalOf(0).there), 80U) << "a terminal that does not say";
+    int pipeEnds[2];
+    ASSERT_EQ(pipe(pipeEnds), 0);
+    EXPECT_EQ(Terminal::columns(pipeEnds[1]), std::nullopt);
+    for (const auto& [noColour, kind, takesIt] :
+         {std::tuple{"", "xterm", true}, {"1", "xterm", false}, {"", "dumb", false}}) {
+        const EnvironmentVariable first("NO_COLOR", noColour), second("TERM", kind);
+        EXPECT_EQ(Terminal::takesColour(terminal), takesIt) << "NO_COLOR=" << noColour << " TERM=" << kind;
+        EXPECT_FALSE(Terminal::takesColour(pipeEnds[1]));
     }
-    const EnvironmentVariable noColour("NO_COLOR", "1");
-    EXPECT_FALSE(Terminal::takesColour(wide.descriptor));
 }
 
 TEST(ProgressLine, IsOneLineThatIsClearedInTheEnd) {
-    const PretendedTerminal terminal(40);
+    const Ends terminal = terminalOf(40);
     const int before = dup(STDERR_FILENO);
-    dup2(terminal.descriptor, STDERR_FILENO);
+    dup2(terminal.there, STDERR_FILENO);
     {
         ProgressLine line(true), quiet(false);
         line.show({.done = 1, .total = 0, .name = "too soon"});
@@ -104,10 +83,13 @@ TEST(ProgressLine, IsOneLineThatIsClearedInTheEnd) {
         line.show({.done = 3, .total = 9, .name = "a-package-of-many-letters"});
     }
     dup2(before, STDERR_FILENO);
-    close(before);
-    EXPECT_EQ(terminal.sent(),
-              "\r\x1b[KReading packages: 2  coral␊"
-              "\r\x1b[KIdentifying licenses: 3 of 9  a-packag…\r\x1b[K");
+    std::string sent;
+    pollfd waiting{.fd = terminal.here, .events = POLLIN, .revents = 0};
+    for (char c = 0; poll(&waiting, 1, 200) == 1 && read(terminal.here, &c, 1) == 1;) {
+        sent += c;
+    }
+    EXPECT_EQ(sent,
+              "\r\x1b[KReading packages: 2  coral␊\r\x1b[KIdentifying licenses: 3 of 9  a-packag…\r\x1b[K");
 }
 
 }  // namespace

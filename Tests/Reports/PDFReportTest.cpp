@@ -1,9 +1,8 @@
 #include "ScanKit/Reports/PDFReport.h"
 
 #include "ScanKit/Reports/PDFCanvas.h"
-#include "ScanKit/Reports/PDFTable.h"
+#include "ScanKit/Reports/PDFText.h"
 #include "Tests/Builders/TemporaryFolder.h"
-#include "Tests/Reports/Golden.h"
 #include "Tests/Reports/SampleResult.h"
 
 #include <algorithm>
@@ -11,16 +10,12 @@
 #include <map>
 #include <sstream>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace ScanKit {
 namespace {
 
-using ::testing::ElementsAre;
-
 using Texts = std::vector<PDFReport::Text>;
-using Strings = std::vector<std::string>;
 
 PDFReport laidOut(const ScanResult& result, const ReportOptions& options = sampleOptions()) {
     PDFCanvas canvas;
@@ -46,29 +41,16 @@ bool isColumnTitle(const PDFReport::Text& text) {
     return text.string.font == PDFReport::Font{.size = 7.5, .bold = true};
 }
 
-struct Place {
-    std::size_t page = 0;
-    double y = 0;
-};
-
-/// Where the body shows each text, page after page.
-std::multimap<std::string, Place> placesIn(const PDFReport& report) {
-    std::multimap<std::string, Place> places;
-    for (std::size_t page = 0; page < report.pages.size(); ++page) {
-        for (const PDFReport::Text& text : textsOf(report.pages[page])) {
-            places.emplace(text.string.text, Place{page, text.rectangle.y});
-        }
-    }
-    return places;
-}
-
-/// Writes down one operation after the other, leaving out what depends on the fonts of the machine: the heights,
-/// and the rows of titles where tables go on.
+/// Writes down a report, one line for each operation, and leaves out what depends on the fonts of the machine:
+/// heights, the number of pages, and what their ends repeat.
 class Description {
 public:
     std::string of(const PDFReport& report) {
+        const auto& [title, author, creator, created] = report.properties;
+        lines_ << title << ", " << author << ", " << creator << ", " << Dates::iso8601(created) << "\n";
         for (const PDFReport::Page& page : report.pages) {
-            goesOn_ = &page != &report.pages.front();
+            repeatsTitles_ = &page != &report.pages.front();
+            isLast_ = &page == &report.pages.back();
             for (const PDFReport::Op& op : page) {
                 std::visit(*this, op);
             }
@@ -77,46 +59,48 @@ public:
     }
 
     void operator()(const PDFReport::Text& text) {
-        goesOn_ = goesOn_ && isColumnTitle(text);
-        if (!goesOn_ && text.rectangle.y < PDFReport::footerRule) {
-            const auto& [string, font, colour, letterSpacing, link] = text.string;
-            add(text.rectangle, colour)
-                << (text.right ? " right " : " ") << font.size << (font.bold ? " bold" : "");
-            lines_ << (letterSpacing > 0 ? " spaced " : " ") << string << (link ? " -> " + *link : "")
-                   << "\n";
-        }
+        const auto& [string, font, colour, letterSpacing, link] = text.string;
+        repeatsTitles_ = repeatsTitles_ && isColumnTitle(text);
+        std::ostringstream what;
+        what << (text.right ? "right " : "") << font.size << (font.bold ? " bold" : "")
+             << (letterSpacing > 0 ? " spaced " : " ") << (string.starts_with("Page ") ? "Page" : string)
+             << (link ? " -> " + *link : "");
+        add(text.rectangle, colour, what.str());
     }
-    void operator()(const PDFReport::Fill& fill) { add(fill.rectangle, fill.colour) << " filled\n"; }
-    void operator()(const PDFReport::Stroke& box) { add(box.rectangle, box.colour) << " box\n"; }
+    void operator()(const PDFReport::Fill& fill) { add(fill.rectangle, fill.colour, "filled"); }
+    void operator()(const PDFReport::Stroke& box) { add(box.rectangle, box.colour, "box"); }
     void operator()(const PDFReport::Line& line) {
         EXPECT_EQ(line.from.y, line.to.y);
-        if (!goesOn_ && line.from.y < PDFReport::footerRule) {
-            add({.x = line.from.x, .width = line.to.x - line.from.x}, line.colour) << " line\n";
-        }
+        add({line.from.x, line.from.y, line.to.x - line.from.x, 0}, line.colour, "line");
     }
 
 private:
-    std::ostream& add(const PDFReport::Rectangle& place, const PDFReport::Colour& colour) {
-        lines_ << place.x << "+" << place.width << " ";
+    void add(const PDFReport::Rectangle& place, const PDFReport::Colour& colour, const std::string& what) {
         const auto percent = [](double part) { return std::lround(part * 100); };
-        lines_ << percent(colour.red) << "/" << percent(colour.green) << "/" << percent(colour.blue);
-        return lines_;
+        if (place.y >= PDFReport::footerRule ? isLast_ : !repeatsTitles_) {
+            lines_ << place.x << "+" << place.width << " " << percent(colour.red) << "/"
+                   << percent(colour.green) << "/" << percent(colour.blue) << " " << what << "\n";
+        }
     }
     std::ostringstream lines_;
-    bool goesOn_ = false;
+    bool repeatsTitles_ = false, isLast_ = false;
 };
 
 TEST(PDFReport, SaysEverythingInItsOrderPlaceAndLook) {
     const EnvironmentVariable zone{"TZ", "UTC"};
-    ReportOptions withDev = sampleOptions();
-    withDev.includeDev = true;
-    withDev.preparedFor = "X\tY";
+    const ReportOptions withDev{
+        .projectName = "a\nb", .preparedBy = "\xFF", .includeDev = true, .appName = "App"};
+    ScanResult unremarkable = resultOf({});
+    for (const std::string license :
+         {"mit", "Unknown", "MIT", "", "ÄPL", "Zlib"}) {  // shown by count, then by code
+        unremarkable.dependencies.push_back({.license = license, .flags = {Flag::noLicenseFile}});
+    }
+    unremarkable.dependencies[1].category = LicenseCategory::proprietary;
+    unremarkable.dependencies[3].license.reset();
     expectGolden("sample-report.txt", Description().of(laidOut(sampleResult())));
     expectGolden("sample-report-with-dev.txt", Description().of(laidOut(sampleResult(), withDev)));
-    expectGolden("empty-report.txt", Description().of(laidOut(resultOf({}), {.projectName = "p"})));
-    const ScanResult unremarkable =
-        resultOf({{.name = "p", .license = "MIT", .flags = {Flag::noLicenseFile}}});
-    expectGolden("unremarkable-report.txt", Description().of(laidOut(unremarkable, {.preparedBy = "Y"})));
+    expectGolden("empty-report.txt", Description().of(laidOut(resultOf({}), {})));
+    expectGolden("unremarkable-report.txt", Description().of(laidOut(unremarkable, {.preparedFor = "X\tY"})));
 }
 
 /// Rows of one to many lines, some flagged, so that tables end and begin at every height of a page.
@@ -124,208 +108,172 @@ ScanResult longResult(std::size_t count) {
     ScanResult result = resultOf({});
     for (std::size_t i = 0; i < count; ++i) {
         const std::string number = std::to_string(i);
-        Dependency dependency{.name = "package-" + number + std::string(i % 7 * 20, 'x'),
-                              .version = "v" + number,
-                              .isDev = i % 5 == 0,
-                              .license = "License-" + std::to_string(i % 40),
-                              .category = LicenseCategory::permissive};
+        result.dependencies.push_back({.name = "package-" + number + std::string(i % 7 * 20, 'x'),
+                                       .version = "v" + number,
+                                       .isDev = i % 5 == 0,
+                                       .license = "License-" + std::to_string(i % 40)});
         if (i % 3 == 0) {
-            dependency.flags = {Flag::mismatch, Flag::noLicenseFile};
-            dependency.notes =
-                Strings(i % 11, "A note that takes more than one line of its cell, " + number + ".");
+            result.dependencies.back().flags = {Flag::mismatch, Flag::noLicenseFile};
+            result.dependencies.back().notes.assign(
+                i % 11, "A note that takes more than one line of its cell, " + number + ".");
         }
-        result.dependencies.push_back(std::move(dependency));
     }
     return result;
 }
 
-/// What is drawn keeps the margins, and its distance from what else is drawn.
-void expectApartInsideTheMargins(const PDFReport::Page& page) {
-    const Texts texts = textsOf(page);
+/// What is drawn keeps the margins, its distance from what else is drawn, and one line with the rest of its row.
+void expectApartInsideTheMargins(const Texts& texts, const PDFReport::Page& page, PDFCanvas& canvas) {
+    double baselineBefore = 0;
     for (std::size_t i = 0; i < texts.size(); ++i) {
+        SCOPED_TRACE(texts[i].string.text);
         const PDFReport::Rectangle& a = texts[i].rectangle;
-        EXPECT_TRUE(a.x >= 50 && a.x + a.width <= 562.001 && a.y >= 50 &&
-                    a.y + a.height <= PDFReport::contentEnd + 0.02)
-            << "outside the margins: " << texts[i].string.text;
+        EXPECT_TRUE(a.x >= 50 && a.x + a.width <= 562.001) << "outside the margins";
+        EXPECT_TRUE(a.y >= 50 && a.y + a.height <= PDFReport::contentEnd + 0.02) << "outside the margins";
+        double height = 0;
+        const std::vector<PDFCanvas::TextLine> lines = canvas.lines(texts[i].string, a.width);
+        for (const PDFCanvas::TextLine& line : lines) {
+            height += line.height;
+        }
+        EXPECT_NEAR(height, a.height, 0.02) << "runs out of its place";
         for (std::size_t j = 0; j < i; ++j) {
             const PDFReport::Rectangle& b = texts[j].rectangle;
-            const bool isApart = a.x + a.width <= b.x - 9.99 || b.x + b.width <= a.x - 9.99 ||
-                                 a.y + a.height <= b.y + 0.01 || b.y + b.height <= a.y + 0.01;
-            EXPECT_TRUE(isApart) << texts[i].string.text << " comes too near to " << texts[j].string.text;
+            EXPECT_TRUE(a.x + a.width <= b.x - 9.99 || b.x + b.width <= a.x - 9.99 ||
+                        a.y + a.height <= b.y + 0.01 || b.y + b.height <= a.y + 0.01)
+                << "comes too near to " << texts[j].string.text;
         }
         for (const PDFReport::Op& op : page) {
             const auto* line = std::get_if<PDFReport::Line>(&op);
             EXPECT_TRUE(line == nullptr || line->from.y <= a.y - 3.99 ||
                         line->from.y >= a.y + a.height + 3.99)
-                << texts[i].string.text << " comes too near to a line";
+                << "comes too near to a line";
         }
-        if (i > 0 && isHeading(texts[i]) && a.y > 50) {
-            EXPECT_GE(a.y - texts[i - 1].rectangle.y - texts[i - 1].rectangle.height, 18)
-                << "above " << texts[i].string.text;
+        const PDFReport::Text& before = texts[i == 0 ? 0 : i - 1];
+        const double above = before.rectangle.y + before.rectangle.height,
+                     baseline = a.y + lines.front().baseline;
+        EXPECT_TRUE(!isHeading(texts[i]) || i == 0 || a.y >= above + 18) << "is too near to what is above";
+        if (a.x > before.rectangle.x && texts[i].string.font.size == before.string.font.size && a.y < above) {
+            EXPECT_NEAR(baseline, baselineBefore, 0.01) << "stands on another line than the cell before";
+        }
+        baselineBefore = baseline;
+    }
+}
+
+/// Each heading with the row below it, rows whole below their titles, and the outline and page numbers right.
+void expectWellParted(const PDFReport& report, bool hasOtherRows) {
+    std::vector<PDFReport::Bookmark> headings;
+    for (std::size_t i = 0; i < report.pages.size(); ++i) {
+        SCOPED_TRACE("page " + std::to_string(i + 1));
+        EXPECT_EQ(textsOf(report.pages[i], true).back().string.text,
+                  "Page " + std::to_string(i + 1) + " of " + std::to_string(report.pages.size()));
+        const Texts texts = textsOf(report.pages[i]);
+        for (auto text = texts.begin(); text != texts.end(); ++text) {
+            const auto row = std::find_if_not(text + 1, texts.end(), isColumnTitle);
+            if (isHeading(*text)) {
+                headings.push_back({text->string.text, i, text->rectangle.y});
+                EXPECT_TRUE(row != texts.end() && !isHeading(*row)) << "alone: " << text->string.text;
+            }
+        }
+        EXPECT_FALSE(isColumnTitle(texts.back())) << "ends with titles";
+        if (i > 0 && !hasOtherRows && !isHeading(texts.front())) {
+            EXPECT_TRUE(isColumnTitle(texts.front())) << "goes on untitled";
+            const std::string first = std::ranges::find_if_not(texts, isColumnTitle)->string.text;
+            EXPECT_TRUE(first.starts_with("package-") || first.starts_with("License-") || first == "Medium")
+                << "begins inside a row: " << first;
         }
     }
+    EXPECT_EQ(report.outline, headings);
+    EXPECT_EQ(headings.size(), 4U);
 }
 
 TEST(PDFReport, IsSetWellAtEveryLength) {
     // Every length of the license table puts what follows at another height.
-    for (std::size_t count :
-         {2, 3, 4, 5, 7, 8, 9, 10, 12, 13, 14, 15, 17, 18, 19, 20, 23, 25, 28, 30, 33, 38, 400}) {
-        SCOPED_TRACE(std::to_string(count) + " packages");
-        const PDFReport report = laidOut(longResult(count));
-        std::vector<PDFReport::Bookmark> headings;
-        for (std::size_t i = 0; i < report.pages.size(); ++i) {
-            SCOPED_TRACE("page " + std::to_string(i + 1));
-            expectApartInsideTheMargins(report.pages[i]);
-            Strings footer;
-            for (const PDFReport::Text& text : textsOf(report.pages[i], true)) {
-                footer.push_back(text.string.text);
-            }
-            EXPECT_THAT(
-                footer,
-                ElementsAre("Démo: A/B · Third-party license report · January 5, 2026 · Not legal advice",
-                            "Quorvane",
-                            "Page " + std::to_string(i + 1) + " of " + std::to_string(report.pages.size())));
-            const Texts texts = textsOf(report.pages[i]);
-            for (auto text = texts.begin(); text != texts.end(); ++text) {
-                if (isHeading(*text)) {
-                    headings.push_back({text->string.text, i, text->rectangle.y});
-                    const auto row = std::find_if_not(text + 1, texts.end(), isColumnTitle);
-                    EXPECT_TRUE(row != texts.end() && !isHeading(*row))
-                        << text->string.text << " stands alone";
-                }
-            }
-            EXPECT_TRUE(i == 0 || isColumnTitle(texts.front()) || isHeading(texts.front()))
-                << "goes on untitled";
-            EXPECT_FALSE(isColumnTitle(texts.back())) << "ends with titles";
-        }
-        EXPECT_EQ(report.outline, headings);
-        EXPECT_EQ(headings.size(), 4U);
+    std::vector<ScanResult> results{sampleResult(), longResult(400)};
+    for (std::size_t count = 2; count < 40; count += count % 5 == 0 ? 2 : 1) {
+        results.push_back(longResult(count));
     }
-}
-
-TEST(PDFReport, SplitsNoRow) {
-    const ScanResult result = longResult(400);
-    const auto places = placesIn(laidOut(result, {.projectName = "p", .includeDev = true}));
-    for (const Dependency& dependency : result.dependencies) {
-        SCOPED_TRACE(dependency.name);
-        const std::size_t rows = dependency.needsReview() ? 2 : 1;
-        ASSERT_EQ(places.count(dependency.name), rows);
-        ASSERT_EQ(places.count(dependency.version), rows);
-        auto name = places.find(dependency.name);
-        auto version = places.find(dependency.version);
-        if (!dependency.notes.empty()) {
-            const auto [note, end] = places.equal_range(dependency.notes.front());
-            EXPECT_EQ(std::distance(note, end), std::ssize(dependency.notes));
-            EXPECT_EQ(note->second.page, name->second.page);
-            EXPECT_EQ(std::prev(end)->second.page, name->second.page);
+    PDFCanvas canvas;
+    for (const ScanResult& result : results) {
+        SCOPED_TRACE(std::to_string(result.dependencies.size()) + " packages");
+        const bool isSample = &result == &results.front();
+        const PDFReport report = PDFReport::laidOut(result, {.includeDev = true}, canvas);
+        expectWellParted(report, isSample);
+        std::size_t versions = 0;
+        for (const PDFReport::Page& page : report.pages) {
+            const Texts texts = textsOf(page);
+            expectApartInsideTheMargins(texts, page, canvas);
+            versions += static_cast<std::size_t>(std::ranges::count_if(
+                texts, [](const auto& text) { return text.string.text.starts_with("v"); }));
         }
-        for (std::size_t row = 0; row < rows; ++row, ++name, ++version) {
-            EXPECT_EQ(name->second.page, version->second.page);
-            EXPECT_NEAR(name->second.y, version->second.y, 0.01);
-        }
+        EXPECT_TRUE(versions >= result.dependencies.size() || isSample) << "of all packages";
     }
 }
 
 TEST(PDFReport, GoesOnOnTheNextPagesWithARowHigherThanOne) {
-    std::string name;
-    for (int i = 0; i < 2'500; ++i) {
-        name += "äb" + std::to_string(i % 10) + (i % 50 == 0 ? "-" : "");
-    }
-    ScanResult result = longResult(1);
-    result.dependencies.push_back({.name = name, .version = "tall", .flags = {Flag::missing}});
-    result.dependencies.push_back({.name = "next", .version = "after"});
-    const PDFReport report = laidOut(result, {.includeDev = true});
-    const auto places = placesIn(report);
-    // In both tables: with what needs attention, and with all dependencies.
-    const auto first = places.lower_bound("tall"), second = std::next(first);
-    EXPECT_EQ(first->second.page, 0U) << "it begins at the foot of a page that has room for a part of it";
-    ASSERT_GT(places.find("next")->second.page, second->second.page + 1);
-    std::string shown;
-    std::size_t squares = 0;
+    PDFCanvas canvas;
+    const PDFReport report = PDFReport::laidOut(hostileResult(), sampleOptions(), canvas);
+    expectWellParted(report, true);
+    std::map<char, std::ptrdiff_t> letters;
+    std::ptrdiff_t squares = 0;
     for (const PDFReport::Page& page : report.pages) {
         const Texts texts = textsOf(page);
-        EXPECT_TRUE(&page == &report.pages.front() || isColumnTitle(texts.front()))
-            << texts.front().string.text;
+        expectApartInsideTheMargins(texts, page, canvas);
         for (const PDFReport::Text& text : texts) {
-            shown += text.string.text.find("äb") != std::string::npos ? text.string.text : "";
+            for (const char c : text.string.text) {
+                ++letters[c];
+            }
         }
-        squares += static_cast<std::size_t>(std::ranges::count_if(
-            page, [](const PDFReport::Op& op) { return std::holds_alternative<PDFReport::Fill>(op); }));
+        squares += std::ranges::count_if(
+            page, [](const auto& op) { return std::holds_alternative<PDFReport::Fill>(op); });
+        EXPECT_TRUE(&page != &report.pages.front() || letters['W'] > 0)
+            << "the first page has room for a beginning";
     }
-    EXPECT_EQ(shown, name + name);
-    EXPECT_EQ(squares, 2U + 3U) << "the severities are drawn once";
+    EXPECT_EQ(letters['W'], 2 * 10'000) << "once in each of two tables";
+    EXPECT_EQ(squares, 2) << "the severity is drawn once";
 }
 
 TEST(PDFReport, ShortensALongNameInTheFooterAlone) {
-    const std::string rest = " · Third-party license report · January 5, 2026 · Not legal advice";
-    for (const std::size_t letters : {1U, 10U, 40U, 60U, 150U, 199U, 201U, 10'000U}) {
-        SCOPED_TRACE(std::to_string(letters) + " letters");
-        std::string name = "Ü";
-        name.append(letters, 'W');
-        PDFCanvas canvas;
+    PDFCanvas canvas;
+    for (const std::size_t letters : {10U, 40U, 60U, 150U, 199U, 201U, 10'000U}) {
+        const std::string name = "Ü" + std::string(letters, 'W');
         const PDFReport report = PDFReport::laidOut(resultOf({}), {.projectName = name}, canvas);
         const PDFReport::Text footer = textsOf(report.pages.front(), true).front();
-        PDFReport::AttributedString whole = footer.string;
-        whole.text = name + rest;
-        const double width = footer.rectangle.width;
-        if (canvas.width(whole) <= width) {
-            EXPECT_EQ(footer.string.text, whole.text);
-            continue;
+        const std::string rest = " · Third-party license report · January 5, 2026 · Not legal advice";
+        PDFReport::AttributedString fitting = footer.string;
+        fitting.text = name + rest;
+        for (std::size_t left = 100; canvas.width(fitting) > footer.rectangle.width; --left) {
+            fitting.text = "Ü" + std::string(left, 'W') + "…" + rest;
         }
-        const std::string kept = footer.string.text.substr(0, footer.string.text.find("…"));
-        EXPECT_EQ(footer.string.text, kept + "…" + rest);
-        EXPECT_LE(canvas.width(footer.string), width) << "it does not fit";
-        EXPECT_EQ(canvas.lines(footer.string, width).size(), 1U);
-        whole.text = kept + "W…" + rest;
-        EXPECT_GT(canvas.width(whole), width) << "one more letter would fit";
+        EXPECT_EQ(footer.string.text, fitting.text) << letters << " letters";
     }
-}
-
-TEST(PDFReport, DocumentPropertiesAreText) {
-    const PDFReport report =
-        laidOut(resultOf({}), {.projectName = "a\nb", .preparedBy = "\xFF", .appName = "Other"});
-    EXPECT_EQ(report.properties,
-              (PDFReport::Properties{"a b License Report", "\uFFFD", "Other", resultOf({}).scannedAt}));
-    EXPECT_EQ(textsOf(report.pages.front(), true).at(1).string.text, "Other");
-}
-
-TEST(PDFTable, CellsOfARowStandOnOneLine) {
-    PDFCanvas canvas;
-    PDFLayout layout(canvas);
-    PDFTable table(layout, {{"A", 0.5}, {"B", 0.5}});
-    const PDFReport::AttributedString small{.text = "small", .font = {.size = 8}},
-        large{.text = "large", .font = {.size = 30}};
-    table.addRow({{{.string = small}}, {{.string = large}}});
-    const Texts texts = textsOf(layout.takePages().front());
-    EXPECT_NEAR(texts[2].rectangle.y + canvas.lines(small, 200).front().baseline,
-                texts[3].rectangle.y + canvas.lines(large, 200).front().baseline, 0.01);
 }
 
 TEST(PDFText, ShowsWhatCannotBeDrawnAsBlanks) {
-    for (const auto& [text, shown] : {std::pair{"plain", "plain"},
-                                      {"a\tb\r\nc", "a b  c"},
-                                      {"\x01\x7F\u0080\u009F\u00A0\u2028\u2029", "    \u00A0  "},
-                                      {"\xFFx", "\uFFFDx"},
-                                      {"evil\u202Agpj\u202E.exe\u2066\u2069", "evilgpj.exe"},
-                                      {"שלום 名前 😀", "שלום 名前 😀"}}) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"plain", "plain"},
+        {"a\tb\r\nc", "a b  c"},
+        {std::string("a\0b", 3), "a b"},
+        {"\xFFx", "\uFFFDx"},
+        {"\x01\x7F\u0080\u009F\u00A0\u2028\u2029", "    \u00A0  "},
+        {"שלום 名前 😀", "שלום 名前 😀"},
+        {"evil\u202Agpj\u202E.exe\u2066\u2069", "evilgpj.exe"}};
+    for (const auto& [text, shown] : cases) {
         EXPECT_EQ(displayText(text), shown);
     }
-    EXPECT_EQ(displayText(std::string("a\0b", 3)), "a b");
 }
 
 TEST(PDFText, LeadsOnlyToAddressesOfTheWeb) {
-    for (const auto& [source, link] :
-         {std::pair<std::string, std::optional<std::string>>{"https://e.com/a?b=c#~",
-                                                             "https://e.com/a?b=c#~"},
-          {"HTTP://example.com/ä b", "HTTP://example.com/%C3%A4%20b"},
-          {"https://e.com/'\\(x)<\"y\">\n\x7F", "https://e.com/%27%5C%28x%29%3C%22y%22%3E%0A%7F"},
-          {"javascript:alert(1)", {}},
-          {"file:///etc/passwd", {}},
-          {"git+https://example.com/a.git", {}},
-          {"https:example.com", {}},
-          {"http", {}},
-          {"", {}}}) {
-        EXPECT_EQ(linkAddress(source), link) << source;
+    const std::pair<std::string, std::string> cases[] = {
+        {"https://e.com/a?b=c#~", "https://e.com/a?b=c#~"},
+        {"HTTP://example.com/ä b", "HTTP://example.com/%C3%A4%20b"},
+        {"https://e.com/'\\(x)<\"y\">\n\x7F", "https://e.com/%27%5C%28x%29%3C%22y%22%3E%0A%7F"},
+        {"javascript:alert(1)", ""},
+        {"file:///etc/passwd", ""},
+        {"git+https://example.com/a.git", ""},
+        {"https:example.com", ""},
+        {"http", ""},
+        {"", ""}};
+    for (const auto& [source, link] : cases) {
+        EXPECT_EQ(linkAddress(source).value_or(""), link) << source;
     }
 }
 

@@ -1,13 +1,22 @@
 #include "Tests/Reports/SampleResult.h"
 
+#include "Tests/Builders/TemporaryFolder.h"
+
+#include <cstdlib>
+#include <fstream>
+
+#include <gtest/gtest.h>
+
 namespace ScanKit {
 namespace {
 
 constexpr Date scanDate = std::chrono::sys_days{std::chrono::year{2026} / 1 / 5} + std::chrono::hours{14} +
                           std::chrono::minutes{3} + std::chrono::seconds{22};
 
-std::vector<Dependency> swiftPackages() {
-    return {{.name = "collections-kit",
+std::vector<Dependency> sampleDependencies() {
+    using enum Ecosystem;
+    return {{.ecosystem = swiftpm,
+             .name = "collections-kit",
              .version = "1.1.0",
              .source = "https://example.com/acme/collections-kit",
              .license = "Apache-2.0",
@@ -17,11 +26,8 @@ std::vector<Dependency> swiftPackages() {
              .licenseFileNames = {"LICENSE.txt"},
              .licenseText = "Apache License\nVersion 2.0, January 2004\n",
              .noticeText = "Collections Kit\nCopyright 2021 Acme\n"},
-            {.name = "local-tools", .version = "local", .flags = {Flag::missing, Flag::notOnDisk}}};
-}
-
-std::vector<Dependency> npmPackages() {
-    return {{.ecosystem = Ecosystem::npm,
+            {.name = "local-tools", .version = "local", .flags = {Flag::missing, Flag::notOnDisk}},
+            {.ecosystem = npm,
              .name = "@acme/übersicht",
              .version = "2.0.0-beta.1",
              .source = "https://example.com/a/b?c=\"d\"&e=f",
@@ -31,7 +37,7 @@ std::vector<Dependency> npmPackages() {
              .basis = LicenseBasis::metadata,
              .flags = {Flag::noLicenseFile},
              .notes = {"No license file, \"MIT\" is taken.", "The standard text is reproduced."}},
-            {.ecosystem = Ecosystem::npm,
+            {.ecosystem = npm,
              .name = "agpl-server",
              .version = "3.1.4",
              .source = "https://example.com/agpl-server",
@@ -41,20 +47,17 @@ std::vector<Dependency> npmPackages() {
              .basis = LicenseBasis::metadataAndText,
              .matchScore = 0.996,
              .licenseFileNames = {"LICENSE", "COPYING"},
-             .licenseText = "GNU AFFERO GENERAL PUBLIC LICENSE\n\n(text)\n\n",
+             .licenseText = "\n GNU AFFERO GENERAL PUBLIC LICENSE\n\n(text)\n\n",
              .flags = {Flag::networkCopyleft, Flag::mismatch},
              .notes = {"=HYPERLINK(\"https://example.com\")", "\tindented\x01"}},
-            {.ecosystem = Ecosystem::npm,
+            {.ecosystem = npm,
              .name = "test-runner",
              .version = "9.9.9",
              .isDev = true,
              .license = "MIT",
              .category = LicenseCategory::permissive,
-             .basis = LicenseBasis::metadata}};
-}
-
-std::vector<Dependency> pythonPackages() {
-    return {{.ecosystem = Ecosystem::python,
+             .basis = LicenseBasis::metadata},
+            {.ecosystem = python,
              .name = "weak-binding",
              .version = "-1",
              .declared = "EPLv2\r\nor later",
@@ -62,16 +65,11 @@ std::vector<Dependency> pythonPackages() {
              .category = LicenseCategory::weakCopyleft,
              .basis = LicenseBasis::classifier,
              .flags = {Flag::weakCopyleft, Flag::noLicenseFile}},
-            {.ecosystem = Ecosystem::python,
+            {.ecosystem = python,
              .name = "名前-кит",
-             .version = "",
              .declared = "Custom terms, see website",
              .license = "Custom",
              .matchScore = 0.125}};
-}
-
-void append(std::vector<Dependency>& all, std::vector<Dependency> more) {
-    all.insert(all.end(), more.begin(), more.end());
 }
 
 }  // namespace
@@ -84,18 +82,37 @@ ScanResult resultOf(std::vector<Dependency> dependencies) {
 }
 
 ScanResult sampleResult() {
-    ScanResult result = resultOf(swiftPackages());
-    append(result.dependencies, npmPackages());
-    append(result.dependencies, pythonPackages());
+    ScanResult result = resultOf(sampleDependencies());
     result.sources = {{Ecosystem::swiftpm, "Package.resolved", "Package.resolved"},
                       {Ecosystem::npm, "web/package-lock.json", "npm lockfile"},
+                      {Ecosystem::npm, "web/node_modules", "Installed packages"},
                       {Ecosystem::python, "~/envs/\\odd\"name", "Virtual environment"}};
     result.warnings = {"2 packages are not on this Mac: their licenses come from the lockfile alone."};
     return result;
 }
 
+ScanResult hostileResult() {
+    ScanResult result =
+        resultOf({{.name = std::string(10'000, 'W'),
+                   .version = "עברית mixed עם English",
+                   .source = "https://example.com/" + std::string(3'000, '\''),
+                   .license = std::string(700, 'L'),
+                   .flags = {Flag::unknown},
+                   .notes = {std::string(200, '\x01') + std::string(4'000, 'n'), "\xF0\x9F"}}});
+    result.sources.assign(2'000, {Ecosystem::npm, "a/package-lock.json", "npm lockfile"});
+    return result;
+}
+
 ReportOptions sampleOptions() {
     return {.projectName = "Démo: A/B", .preparedFor = "Client & Co.", .preparedBy = "Studio Nord"};
+}
+
+void expectGolden(const std::string& name, const std::string& written) {
+    const std::filesystem::path file = std::filesystem::path(QUORVANE_GOLDEN_FOLDER) / name;
+    if (std::getenv("QUORVANE_REWRITE_GOLDEN") != nullptr) {
+        std::ofstream(file, std::ios::binary) << written;
+    }
+    EXPECT_EQ(contentOf(file), written) << name;
 }
 
 }  // namespace ScanKit
