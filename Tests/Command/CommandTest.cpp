@@ -46,6 +46,8 @@ std::string quoted(const std::filesystem::path& path) {
     return "'" + path.string() + "'";
 }
 
+constexpr const char* mit = "Permission is hereby granted, free of charge, to any person obtaining a copy";
+
 /// A small npm project: a good package, one under the GPL, and one for development alone.
 TemporaryFolder smallProject() {
     return {
@@ -55,8 +57,7 @@ TemporaryFolder smallProject() {
                 "node_modules/gpl": {"version": "2.0", "license": "GPL-3.0-only"},
                 "node_modules/linter": {"version": "3.0", "license": "AGPL-3.0-only", "dev": true}}})"},
         {"node_modules/good/package.json", R"({"name": "good", "version": "1.0", "license": "MIT"})"},
-        {"node_modules/good/LICENSE",
-         "Permission is hereby granted, free of charge, to any person obtaining a copy"},
+        {"node_modules/good/LICENSE", mit},
         {"node_modules/gpl/package.json", R"({"name": "gpl", "version": "2.0", "license": "GPL-3.0-only"})"}};
 }
 
@@ -180,25 +181,20 @@ TEST(Command, RefusesWrongUsageInOneLineWithStatusTwo) {
 
 TEST(Command, SaysWhyWhatItWritesDoesNotArrive) {
     const TemporaryFolder project, output{{"file", ""}};
-    std::string many;
-    for (int i = 0; i < 2000; ++i) {
-        many += "coral" + std::to_string(i) + "\n";
-    }
-    for (const std::string& requirements : {std::string(), many}) {  // within the buffer, and beyond it
-        project.write("requirements.txt", requirements);
+    for (const std::size_t letters : {1, 100'000}) {  // within the buffer, and beyond it
+        project.write("requirements.txt", std::string(letters, 'x') + "\n");
         const Outcome full = quorvane(quoted(project.path()), "", "/dev/full");
         EXPECT_EQ(full.status, 2);
         EXPECT_THAT(full.error, EndsWith("quorvane: standard output: No space left on device\n"));
     }
+    const Outcome lost = quorvane("-o " + quoted(output / "file/below") + " " + quoted(project.path()));
+    EXPECT_EQ(lost.status, 2);
+    EXPECT_THAT(lost.error, EndsWith("Couldn't save: Not a directory\n"));
     output.makeFolder("NOTICE.txt");
-    for (const auto& [folder, reason] :
-         {std::pair{output / "file/below", "Not a directory"}, {output.path(), "Is a directory"}}) {
-        const Outcome lost =
-            quorvane("--formats notice,csv -o " + quoted(folder) + " " + quoted(project.path()));
-        EXPECT_EQ(lost.status, 2);
-        EXPECT_THAT(lost.error, EndsWith(std::string("Couldn't save: ") + reason + "\n"));
-    }
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output.path()), {}), 2) << "nothing is left";
+    const Outcome taken =
+        quorvane("--formats notice,csv -o " + quoted(output.path()) + " " + quoted(project.path()));
+    EXPECT_EQ(taken.status, 2);
+    EXPECT_THAT(taken.error, EndsWith("Couldn't save: Is a directory\n"));
 }
 
 TEST(Command, ReadsOnlyTheEcosystemsFoldersAndEnvironmentsAskedFor) {
@@ -207,8 +203,7 @@ TEST(Command, ReadsOnlyTheEcosystemsFoldersAndEnvironmentsAskedFor) {
         {"package-lock.json", R"({"packages": {"node_modules/gull": {"version": "2.0"}}})"},
         {"Package.resolved",
          R"({"pins": [{"identity": "lantern", "location": "l", "state": {"version": "1"}}]})"},
-        {"[a,b]/lantern/LICENSE",
-         "Permission is hereby granted, free of charge, to any person obtaining a copy"},
+        {"[a,b]/lantern/LICENSE", mit},
         {"env/site-packages/six-1.16.dist-info/METADATA", "Name: six\nVersion: 1.16\nLicense: MIT\n"}};
     const std::string options = "--no-derived-data --checkouts '[a,b]' --python-env env/site-packages .";
     const std::string inside = "cd " + quoted(project.path()) + " &&";

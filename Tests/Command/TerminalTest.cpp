@@ -15,17 +15,14 @@
 
 namespace {
 
-/// The two ends of a terminal of so many columns: what is written to one is read at the other. Both stay open.
-struct Ends {
-    int here = -1, there = -1;
-};
-Ends terminalOf(unsigned short columns) {
-    Ends ends{.here = posix_openpt(O_RDWR | O_NOCTTY)};
-    EXPECT_TRUE(grantpt(ends.here) == 0 && unlockpt(ends.here) == 0);
-    ends.there = open(ptsname(ends.here), O_RDWR | O_NOCTTY);
+/// The two ends of a terminal of so many columns: what is written to the first is read at the second.
+std::pair<int, int> terminalOf(unsigned short columns) {
+    const int reading = posix_openpt(O_RDWR | O_NOCTTY);
+    EXPECT_TRUE(grantpt(reading) == 0 && unlockpt(reading) == 0);
+    const int writing = open(ptsname(reading), O_RDWR | O_NOCTTY);
     const winsize size{.ws_row = 24, .ws_col = columns};
-    EXPECT_EQ(ioctl(ends.there, TIOCSWINSZ, &size), 0);
-    return ends;
+    EXPECT_EQ(ioctl(writing, TIOCSWINSZ, &size), 0);
+    return {writing, reading};
 }
 
 TEST(Terminal, ShowsControlCharactersInPlaceOfSendingThem) {
@@ -56,9 +53,9 @@ TEST(Terminal, FitsTextIntoColumns) {
 }
 
 TEST(Terminal, TellsATerminalFromAFile) {
-    const int terminal = terminalOf(137).there;
+    const int terminal = terminalOf(137).first;
     EXPECT_EQ(Terminal::columns(terminal), 137U);
-    EXPECT_EQ(Terminal::columns(terminalOf(0).there), 80U) << "a terminal that does not say";
+    EXPECT_EQ(Terminal::columns(terminalOf(0).first), 80U) << "a terminal that does not say";
     int pipeEnds[2];
     ASSERT_EQ(pipe(pipeEnds), 0);
     EXPECT_EQ(Terminal::columns(pipeEnds[1]), std::nullopt);
@@ -71,9 +68,9 @@ TEST(Terminal, TellsATerminalFromAFile) {
 }
 
 TEST(ProgressLine, IsOneLineThatIsClearedInTheEnd) {
-    const Ends terminal = terminalOf(40);
+    const auto [writing, reading] = terminalOf(40);
     const int before = dup(STDERR_FILENO);
-    dup2(terminal.there, STDERR_FILENO);
+    dup2(writing, STDERR_FILENO);
     {
         ProgressLine line(true), quiet(false);
         line.show({.done = 1, .total = 0, .name = "too soon"});
@@ -84,8 +81,8 @@ TEST(ProgressLine, IsOneLineThatIsClearedInTheEnd) {
     }
     dup2(before, STDERR_FILENO);
     std::string sent;
-    pollfd waiting{.fd = terminal.here, .events = POLLIN, .revents = 0};
-    for (char c = 0; poll(&waiting, 1, 200) == 1 && read(terminal.here, &c, 1) == 1;) {
+    pollfd waiting{.fd = reading, .events = POLLIN, .revents = 0};
+    for (char c = 0; poll(&waiting, 1, 200) == 1 && read(reading, &c, 1) == 1;) {
         sent += c;
     }
     EXPECT_EQ(sent,

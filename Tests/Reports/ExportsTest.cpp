@@ -3,6 +3,8 @@
 #include "Tests/Builders/TemporaryFolder.h"
 #include "Tests/Reports/SampleResult.h"
 
+#include <map>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -47,56 +49,36 @@ TEST(Exports, NoticeReproducesTheTextOfTheChosenLicense) {
 }
 
 TEST(Exports, CsvGuardsFormulasAndQuotes) {
-    const std::pair<std::string, std::string> cases[] = {
-        {"plain", "plain"},
-        {"", ""},
-        {" =1", " =1"},
-        {"=SUM(A1)", "'=SUM(A1)"},
-        {"@scope/name", "'@scope/name"},
-        {"\tx", "'\tx"},
-        {"\rx", "\"'\rx\""},
-        {"-", "'-"},
-        {"-1", "-1"},
-        {"+2.5", "+2.5"},
-        {"+.5e-3", "+.5e-3"},
-        {"-1 ", "'-1 "},
-        {"-1,5", "\"'-1,5\""},
-        {"+1+1", "'+1+1"},
-        {"-0x10", "'-0x10"},
-        {"-inf", "'-inf"},
-        {"+nan", "'+nan"},
-        {"-1e999", "'-1e999"},
-        {"-1e", "'-1e"},
-        {"+-1", "'+-1"},
-        {"a,b", "\"a,b\""},
-        {"=\u0301x", "=\u0301x"},  // one character with its accent, so not "="
-        {"say \"hi\"", "\"say \"\"hi\"\"\""},
-        {"a\nb", "\"a\nb\""},
-        {"a\rb", "\"a\rb\""},
-        {"a\r\nb", "a\r\nb"},  // the pair is one character that is neither
-        {"a\r\n\rb", "\"a\r\n\rb\""},
-        {"a\u2028b;c", "a\u2028b;c"},
-        {"=\",\"", "\"'=\"\",\"\"\""}};
+    std::map<std::string, std::string> cases{
+        {"\rx", "\"'\rx\""},          {"-1,5", "\"'-1,5\""},
+        {"a,b", "\"a,b\""},           {"say \"hi\"", "\"say \"\"hi\"\"\""},
+        {"a\nb", "\"a\nb\""},         {"a\rb", "\"a\rb\""},
+        {"a\r\n\rb", "\"a\r\n\rb\""}, {"=\",\"", "\"'=\"\",\"\"\""}};
+    // An accent makes one character of "=", and CR LF is one that is neither of the two.
+    for (const std::string same :
+         {"a", "", " =1", "-1", "+2.5", "+.5e-3", "=\u0301x", "a\r\nb", "a\u2028b;c"}) {
+        cases[same] = same;
+    }
+    for (const std::string formula : {"=SUM(A1)", "@scope/name", "\tx", "-", "-1 ", "+1+1", "-0x10", "-inf",
+                                      "+nan", "-1e999", "-1e", "+-1"}) {
+        cases[formula] = "'" + formula;
+    }
     for (const auto& [name, written] : cases) {
         const std::string csv = Exports::csv(resultOf({{.name = name}}), {});
         EXPECT_THAT(csv, HasSubstr("\r\nSwiftPM," + written + ",,,Unknown,Not found,"));
     }
 }
 
-TEST(Exports, InvalidBytesInOptionsBecomeReplacementCharacters) {
-    const ReportOptions options{.projectName = "caf\xE9", .appName = "\xFF"};
-    const ScanResult result = resultOf({});
-    EXPECT_THAT(Exports::notice(result, options), HasSubstr("NOTICES\ncaf\uFFFD\n"));
-    EXPECT_THAT(Exports::notice(result, options), HasSubstr(" with \uFFFD. "));
-    EXPECT_THAT(Exports::json(result, options),
-                HasSubstr("\"generator\" : \"\uFFFD\",\n  \"project\" : \"caf\uFFFD\""));
-    EXPECT_EQ(Exports::fileNames(options.projectName).csv, "caf\uFFFD Dependencies.csv");
-}
-
-TEST(Exports, FileNamesHoldNoSeparators) {
-    EXPECT_EQ(Exports::fileNames("../a:c\\"),
-              (Exports::FileNames{"..-a-c\\ License Report.pdf", "NOTICE.txt", "..-a-c\\ Dependencies.csv",
-                                  "..-a-c\\ Dependencies.json"}));
+TEST(Exports, TakeAnyBytesAndNamesOfFiles) {
+    const ReportOptions options{.projectName = "../a:c\\\xE9", .appName = "\xFF"};
+    EXPECT_THAT(Exports::notice(resultOf({}), options), HasSubstr("NOTICES\n../a:c\\\uFFFD\n"));
+    EXPECT_THAT(Exports::notice(resultOf({}), options), HasSubstr(" with \uFFFD. "));
+    EXPECT_THAT(Exports::json(resultOf({}), options),
+                HasSubstr("\"generator\" : \"\uFFFD\",\n  \"project\" : \"../a:c\\\\\uFFFD\""));
+    const std::string stem = "..-a-c\\\uFFFD ";
+    EXPECT_EQ(Exports::fileNames(options.projectName),
+              (Exports::FileNames{stem + "License Report.pdf", "NOTICE.txt", stem + "Dependencies.csv",
+                                  stem + "Dependencies.json"}));
 }
 
 }  // namespace

@@ -81,10 +81,7 @@ TEST(ReportWriter, ReplacesAFileWholeAndNothingElse) {
 TEST(ReportWriter, TellsTheSystemsReasonAndLeavesNothingBehind) {
     const TemporaryFolder folder{{"file", ""}};
     folder.makeFolder("folder");
-    struct Case {
-        std::string below, reason;
-    };
-    const Case cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         {"folder", "Is a directory"},
         {"missing/report", "No such file or directory"},
         {"file/report", "Not a directory"},
