@@ -71,8 +71,8 @@ public:
     void operator()(const PDFReport::Fill& fill) { add(fill.rectangle, fill.colour, "filled"); }
     void operator()(const PDFReport::Stroke& box) { add(box.rectangle, box.colour, "box"); }
     void operator()(const PDFReport::Line& line) {
-        EXPECT_EQ(line.from.y, line.to.y);
-        add({line.from.x, line.from.y, line.to.x - line.from.x, 0}, line.colour, "line");
+        add({line.from.x, line.from.y, line.to.x - line.from.x, line.to.y - line.from.y}, line.colour,
+            "line");
     }
 
 private:
@@ -114,9 +114,9 @@ ScanResult longResult(std::size_t count) {
                                        .isDev = i % 5 == 0,
                                        .license = "License-" + std::to_string(i % 40)});
         if (i % 3 == 0) {
+            const std::string note = "A note that takes more than one line of its cell, " + number + ".";
             result.dependencies.back().flags = {Flag::mismatch, Flag::noLicenseFile};
-            result.dependencies.back().notes.assign(
-                i % 11, "A note that takes more than one line of its cell, " + number + ".");
+            result.dependencies.back().notes.assign(i % 11, note);
         }
     }
     return result;
@@ -128,8 +128,9 @@ void expectApartInsideTheMargins(const Texts& texts, const PDFReport::Page& page
     for (std::size_t i = 0; i < texts.size(); ++i) {
         SCOPED_TRACE(texts[i].string.text);
         const PDFReport::Rectangle& a = texts[i].rectangle;
-        EXPECT_TRUE(a.x >= 50 && a.x + a.width <= 562.001) << "outside the margins";
-        EXPECT_TRUE(a.y >= 50 && a.y + a.height <= PDFReport::contentEnd + 0.02) << "outside the margins";
+        EXPECT_TRUE(a.x >= 50 && a.x + a.width <= 562.001 && a.y >= 50 &&
+                    a.y + a.height <= PDFReport::contentEnd + 0.02)
+            << "outside the margins";
         double height = 0;
         const std::vector<PDFCanvas::TextLine> lines = canvas.lines(texts[i].string, a.width);
         for (const PDFCanvas::TextLine& line : lines) {
@@ -253,13 +254,9 @@ TEST(PDFReport, ShortensALongNameInTheFooterAlone) {
 
 TEST(PDFText, ShowsWhatCannotBeDrawnAsBlanks) {
     const std::pair<std::string, std::string> cases[] = {
-        {"plain", "plain"},
-        {"a\tb\r\nc", "a b  c"},
-        {std::string("a\0b", 3), "a b"},
-        {"\xFFx", "\uFFFDx"},
-        {"\x01\x7F\u0080\u009F\u00A0\u2028\u2029", "    \u00A0  "},
-        {"שלום 名前 😀", "שלום 名前 😀"},
-        {"evil\u202Agpj\u202E.exe\u2066\u2069", "evilgpj.exe"}};
+        {"a\tb\r\nc", "a b  c"},        {std::string("a\0b", 3), "a b"},
+        {"\xFFx", "\uFFFDx"},           {"\x01\x7F\u0080\u009F\u00A0\u2028\u2029", "    \u00A0  "},
+        {"שלום 名前 😀", "שלום 名前 😀"}, {"evil\u202Agpj\u202E.exe\u2066\u2069", "evilgpj.exe"}};
     for (const auto& [text, shown] : cases) {
         EXPECT_EQ(displayText(text), shown);
     }

@@ -35,10 +35,9 @@ TEST(ReportSummary, CountsADependencyOnceByItsFlagsCategoryAndLicense) {
             resultOf({{.isDev = true, .license = license, .category = category, .flags = flags}});
         EXPECT_EQ(ReportSummary(reportedDependencies(dev, {})), ReportSummary{}) << "left out of every count";
         const ReportSummary summary(reportedDependencies(dev, {.includeDev = true}));
-        EXPECT_EQ(summary.total, 1U);
-        EXPECT_EQ(summary.needsReview, needsReview);
-        EXPECT_EQ(summary.copyleft, copyleft);
-        EXPECT_EQ(summary.unknownOrMissing, unknownOrMissing);
+        EXPECT_EQ(std::tuple(summary.total, summary.needsReview, summary.copyleft, summary.unknownOrMissing),
+                  std::tuple(1U, needsReview, copyleft, unknownOrMissing))
+            << "all, to review, copyleft, unknown";
     }
 }
 

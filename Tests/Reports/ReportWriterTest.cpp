@@ -34,24 +34,22 @@ TEST(ReportWriter, WritesTheChosenReportsInTheirOrder) {
     const ReportOptions options{.projectName = "a/b"};
     using enum ReportFormats;
     const SavedReports saved = saveReports(result, options, json | csv | notice | pdf, folder.path());
-    EXPECT_EQ(saved.failure, std::nullopt);
     EXPECT_THAT(saved.files, ElementsAre(folder / "a-b License Report.pdf", folder / "NOTICE.txt",
                                          folder / "a-b Dependencies.csv", folder / "a-b Dependencies.json"));
     EXPECT_EQ(contentOf(folder / "a-b License Report.pdf"), PDFReport::document(result, options));
     EXPECT_EQ(contentOf(folder / "NOTICE.txt"), Exports::notice(result, options));
     EXPECT_EQ(contentOf(folder / "a-b Dependencies.csv"), Exports::csv(result, options));
     EXPECT_EQ(contentOf(folder / "a-b Dependencies.json"), Exports::json(result, options));
-    EXPECT_EQ(namesIn(folder.path()).size(), 4U);
-
+    EXPECT_TRUE(!saved.failure && namesIn(folder.path()).size() == 4);
     EXPECT_EQ(saveReports(result, options, none, folder.path()), SavedReports{});
 }
 
 TEST(ReportWriter, FirstFailureStopsAndKeepsWhatWasWritten) {
     const TemporaryFolder folder;
     folder.makeFolder("p Dependencies.csv");
+    using enum ReportFormats;
     const SavedReports saved =
-        saveReports(sampleResult(), {.projectName = "p"},
-                    ReportFormats::notice | ReportFormats::csv | ReportFormats::json, folder.path());
+        saveReports(sampleResult(), {.projectName = "p"}, notice | csv | json, folder.path());
     EXPECT_EQ(saved.failure, "Is a directory");
     EXPECT_THAT(saved.files, ElementsAre(folder / "NOTICE.txt"));
     EXPECT_THAT(namesIn(folder.path()), ElementsAre("NOTICE.txt", "p Dependencies.csv"));
