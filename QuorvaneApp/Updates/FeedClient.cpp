@@ -16,8 +16,9 @@ constexpr int firstErrorStatus = 400;
 QNetworkRequest requestFor(const QUrl& address) {
     QNetworkRequest request(address);
     request.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                         QNetworkRequest::UserVerifiedRedirectPolicy);
+    // Not the policy that asks before each redirect: with it, Qt repeats requests from the second redirect on, and
+    // gives up on a feed that lies five redirects away.
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
     request.setMaximumRedirectsAllowed(mostRedirects);
     for (const QNetworkRequest::Attribute control :
          {QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::CookieSaveControlAttribute,
@@ -55,7 +56,7 @@ void FeedClient::send(Method method, const QUrl& address, std::chrono::milliseco
     const QNetworkRequest request = requestFor(address);
     QNetworkReply* const reply = method == Method::head ? network_.head(request) : network_.get(request);
     reply->setReadBufferSize(largestBody + 1);
-    followRedirects(reply);
+    checkRedirects(reply);
     QTimer::singleShot(timeLimit, reply, &QNetworkReply::abort);
     connect(reply, &QNetworkReply::readyRead, reply, [reply] {
         if (reply->bytesAvailable() > largestBody) {
@@ -69,11 +70,9 @@ void FeedClient::send(Method method, const QUrl& address, std::chrono::milliseco
     });
 }
 
-void FeedClient::followRedirects(QNetworkReply* reply) {
+void FeedClient::checkRedirects(QNetworkReply* reply) {
     connect(reply, &QNetworkReply::redirected, reply, [reply, from = reply->url()](const QUrl& to) mutable {
-        if (FeedAddress::mayRedirect(std::exchange(from, to), to)) {
-            Q_EMIT reply->redirectAllowed();
-        } else {
+        if (!FeedAddress::mayRedirect(std::exchange(from, to), to)) {
             reply->abort();
         }
     });

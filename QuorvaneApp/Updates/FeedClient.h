@@ -35,7 +35,7 @@ public:
               std::function<void(const Answer&)> answered);
 
 private:
-    static void followRedirects(QNetworkReply* reply);
+    static void checkRedirects(QNetworkReply* reply);
 
     QNetworkAccessManager network_;
 };
