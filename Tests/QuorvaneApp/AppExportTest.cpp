@@ -1,10 +1,8 @@
 #include "QuorvaneApp/Model/AppModel.h"
-
 #include "Tests/QuorvaneApp/AppFixture.h"
 
 #include <atomic>
 
-#include <QFile>
 #include <QtTest>
 
 using ScanKit::ReportFormats;
@@ -14,180 +12,119 @@ class AppExportTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void withoutAResultNothingIsAsked();
-    void asksWhereAndCancellingDoesNothing();
-    void theReportsGetWhatTheFieldsHold_data();
-    void theReportsGetWhatTheFieldsHold();
-    void savesTwiceOverTheSameFilesAndShowsThem();
-    void aFailureIsToldAndNothingIsShown_data();
-    void aFailureIsToldAndNothingIsShown();
-    void oneExportAtATimeAndNeverOnTheCallersThread();
-    void devPackagesCountOnlyWhenIncluded();
-
-private:
-    void open(AppModel& model) {
-        model.openFolder(project_->folder("Harbor"));
-        QTRY_VERIFY(!model.scanning());
-    }
-    AppModel::Surroundings surroundings(AppModel::SaveFunction save = ScanKit::saveReports) {
-        ScanKit::Dependency dev = package("probe");
-        dev.isDev = true;
-        return {.folderChooser = *chooser_,
-                .fileRevealer = *revealer_,
-                .scan = alwaysFinding(findings({package("pad"), dev})),
-                .save = std::move(save)};
+    void withoutAResultNothingIsAsked() {
+        ModelFixture fixture(alwaysFinding({}));
+        fixture.model.exportReports(ReportFormats::json);
+        fixture.model.setShowExport(true);
+        QVERIFY(fixture.chooser.questions.empty());
+        QVERIFY(!fixture.model.showExport());
+        QVERIFY(fixture.model.reportRows().empty());
     }
 
-    std::unique_ptr<ProjectFolder> project_;
-    std::unique_ptr<FakeFolderChooser> chooser_;
-    std::unique_ptr<RecordingFileRevealer> revealer_;
-};
-
-void AppExportTest::init() {
-    project_ = std::make_unique<ProjectFolder>();
-    chooser_ = std::make_unique<FakeFolderChooser>();
-    revealer_ = std::make_unique<RecordingFileRevealer>();
-}
-
-void AppExportTest::withoutAResultNothingIsAsked() {
-    AppModel model(false, surroundings());
-    model.exportReports(ReportFormats::json);
-    model.setShowExport(true);
-    QVERIFY(chooser_->questions.empty());
-    QVERIFY(!model.showExport());
-}
-
-void AppExportTest::asksWhereAndCancellingDoesNothing() {
-    AppModel model(false, surroundings());
-    open(model);
-    model.exportReports(ReportFormats::json);
-    const FolderQuestion& asked = chooser_->questions.back();
-    QCOMPARE(asked.message, QStringLiteral("Choose where to save the report files."));
-    QCOMPARE(asked.prompt, QStringLiteral("Export Here"));
-    QVERIFY(asked.createsFolders);
-    QVERIFY(!model.exporting());
-    QVERIFY(!model.exportMessage());
-}
-
-void AppExportTest::theReportsGetWhatTheFieldsHold_data() {
-    QTest::addColumn<QString>("reportName");
-    QTest::addColumn<QString>("projectName");
-    QTest::newRow("as opened") << QStringLiteral("Harbor") << QStringLiteral("Harbor");
-    QTest::newRow("renamed") << QStringLiteral("Sea/Notes: 2") << QStringLiteral("Sea/Notes: 2");
-    QTest::newRow("emptied") << QString() << QStringLiteral("Harbor");
-}
-
-void AppExportTest::theReportsGetWhatTheFieldsHold() {
-    QFETCH(QString, reportName);
-    QFETCH(QString, projectName);
-    ScanKit::ReportOptions options;
-    ReportFormats formats = ReportFormats::none;
-    std::filesystem::path folder;
-    AppModel model(false, surroundings([&](const ScanKit::ScanResult&, const ScanKit::ReportOptions& given,
-                                           ReportFormats chosen, const std::filesystem::path& where) {
-                       options = given;
-                       formats = chosen;
-                       folder = where;
-                       return ScanKit::SavedReports{};
-                   }));
-    open(model);
-    model.setReportName(reportName);
-    model.setPreparedFor(QStringLiteral("Ærø"));
-    model.setPreparedBy(QStringLiteral("Me"));
-    model.setIncludeDev(true);
-    chooser_->answer = project_->path();
-    model.exportReports(ReportFormats::csv | ReportFormats::json);
-    QTRY_VERIFY(!model.exporting());
-    QCOMPARE(options, (ScanKit::ReportOptions{.projectName = projectName.toStdString(),
-                                              .preparedFor = "Ærø",
-                                              .preparedBy = "Me",
-                                              .includeDev = true,
-                                              .appName = "Quorvane"}));
-    QVERIFY(formats == (ReportFormats::csv | ReportFormats::json));
-    QCOMPARE(folder, project_->path());
-}
-
-void AppExportTest::savesTwiceOverTheSameFilesAndShowsThem() {
-    AppModel model(false, surroundings());
-    open(model);
-    chooser_->answer = project_->folder("Out");
-    for (std::size_t round = 1; round <= 2; ++round) {
-        model.exportReports(ReportFormats::csv | ReportFormats::json);
-        QTRY_COMPARE(revealer_->revealed.size(), round);
-        QVERIFY(model.exportMessage().has_value());
-        const auto& files = revealer_->revealed.back();
-        QCOMPARE(files.size(), std::size_t{2});
-        QCOMPARE(*model.exportMessage(), QStringLiteral("Saved %1, %2.")
-                                             .arg(QString::fromStdString(files[0].filename().string()),
-                                                  QString::fromStdString(files[1].filename().string())));
-        for (const auto& file : files) {
-            QVERIFY(std::filesystem::file_size(file) > 0);
+    void theReportsGetWhatTheFieldsHold() {
+        ScanKit::ReportOptions options;
+        ReportFormats formats = ReportFormats::none;
+        std::filesystem::path folder;
+        ModelFixture fixture(alwaysFinding({}),
+                             [&](const ScanKit::ScanResult&, const ScanKit::ReportOptions& given,
+                                 ReportFormats chosen, const std::filesystem::path& where) {
+                                 options = given;
+                                 formats = chosen;
+                                 folder = where;
+                                 return ScanKit::SavedReports{};
+                             });
+        AppModel& model = fixture.model;
+        QVERIFY(fixture.open("Harbor"));
+        model.setPreparedFor(u"Ærø"_s);
+        model.setPreparedBy(u"Me"_s);
+        model.setIncludeDev(true);
+        fixture.chooser.answer = fixture.project.path();
+        for (const auto& [reportName, printed] :
+             {std::pair{u"Harbor"_s, "Harbor"}, {u"Sea/Notes: 2"_s, "Sea/Notes: 2"}, {u""_s, "Harbor"}}) {
+            model.setReportName(reportName);
+            model.exportReports(ReportFormats::csv | ReportFormats::json);
+            QTRY_VERIFY(!model.exporting());
+            QCOMPARE(options, (ScanKit::ReportOptions{.projectName = printed,
+                                                      .preparedFor = "Ærø",
+                                                      .preparedBy = "Me",
+                                                      .includeDev = true,
+                                                      .appName = "Quorvane"}));
         }
+        QVERIFY(formats == (ReportFormats::csv | ReportFormats::json));
+        QCOMPARE(folder, fixture.project.path());
     }
-    const auto entries = std::filesystem::directory_iterator(project_->path() / "Out");
-    QCOMPARE(std::distance(begin(entries), end(entries)), 2);
-}
 
-void AppExportTest::aFailureIsToldAndNothingIsShown_data() {
-    QTest::addColumn<QString>("where");
-    QTest::addColumn<QString>("reportName");
-    QTest::newRow("a folder that is gone") << QStringLiteral("nowhere") << QStringLiteral("Harbor");
-    QTest::newRow("a file in the folder's place") << QStringLiteral("file") << QStringLiteral("Harbor");
-    QTest::newRow("a name too long for the disk") << QString() << QString(500, QLatin1Char('n'));
-}
+    void savesTwiceOverTheSameFilesAndShowsThem() {
+        ModelFixture fixture(alwaysFinding(findings({package("pad")})));
+        QVERIFY(fixture.open());
+        fixture.chooser.answer = fixture.project.folder("Out");
+        for (std::size_t round = 1; round <= 2; ++round) {
+            fixture.model.exportReports(ReportFormats::csv | ReportFormats::json);
+            QTRY_COMPARE(fixture.revealer.revealed.size(), round);
+            QStringList names;
+            for (const auto& file : fixture.revealer.revealed.back()) {
+                QVERIFY(std::filesystem::file_size(file) > 0);
+                names.push_back(QString::fromStdString(file.filename().string()));
+            }
+            QCOMPARE(names.size(), 2);
+            QCOMPARE(fixture.model.exportMessage().value_or(QString()),
+                     u"Saved %1, %2."_s.arg(names[0], names[1]));
+        }
+        const auto entries = std::filesystem::directory_iterator(fixture.project.path() / "Out");
+        QCOMPARE(std::distance(begin(entries), end(entries)), 2);
+    }
 
-void AppExportTest::aFailureIsToldAndNothingIsShown() {
-    QFETCH(QString, where);
-    QFETCH(QString, reportName);
-    AppModel model(false, surroundings());
-    open(model);
-    project_->write("file", "x");
-    model.setReportName(reportName);
-    chooser_->answer = project_->path() / where.toStdString();
-    model.exportReports(ReportFormats::json);
-    QTRY_VERIFY(model.exportMessage().has_value());
-    const QString message = *model.exportMessage();
-    QVERIFY2(message.startsWith(QStringLiteral("Couldn't save: ")) && message.size() > 16,
-             qPrintable(message));
-    QVERIFY(revealer_->revealed.empty());
-    QVERIFY(!model.exporting());
-    QVERIFY(model.result() != nullptr);
-}
+    void aFailureIsToldAndNothingIsShown() {
+        ModelFixture fixture(alwaysFinding(findings({package("pad")})));
+        AppModel& model = fixture.model;
+        QVERIFY(fixture.open());
+        fixture.project.write("file", "x");
+        struct Row {
+            const char* name;
+            const char* where;
+            QString reportName;
+        };
+        for (const Row& row : {Row{"a folder that is gone", "nowhere", u"Harbor"_s},
+                               Row{"a file in the folder's place", "file", u"Harbor"_s},
+                               Row{"a name too long for the disk", "", QString(500, u'n')}}) {
+            model.setReportName(row.reportName);
+            model.setExportMessage({});
+            fixture.chooser.answer = fixture.project.path() / row.where;
+            model.exportReports(ReportFormats::json);
+            QTRY_VERIFY2(model.exportMessage().has_value(), row.name);
+            QVERIFY2(
+                model.exportMessage()->startsWith(u"Couldn't save: "_s) && model.exportMessage()->size() > 16,
+                qPrintable(at(row.name, *model.exportMessage())));
+            QVERIFY2(!model.exporting() && model.exportFailed() && model.result() != nullptr, row.name);
+        }
+        QVERIFY(fixture.revealer.revealed.empty());
+    }
 
-void AppExportTest::oneExportAtATimeAndNeverOnTheCallersThread() {
-    std::atomic<bool> mayEnd = false;
-    std::atomic<int> begun = 0;
-    std::atomic<bool> ranHere = false;
-    const QThread* const here = QThread::currentThread();
-    AppModel model(false, surroundings([&](const auto&, const auto&, auto, const auto&) {
-                       ++begun;
-                       ranHere = ranHere || QThread::currentThread() == here;
-                       while (!mayEnd) {
-                           QThread::msleep(1);
-                       }
-                       return ScanKit::SavedReports{};
-                   }));
-    open(model);
-    chooser_->answer = project_->path();
-    model.exportReports(ReportFormats::json);
-    QVERIFY(model.exporting());
-    model.exportReports(ReportFormats::json);
-    QTRY_COMPARE(begun.load(), 1);
-    mayEnd = true;
-    QTRY_VERIFY(!model.exporting());
-    QCOMPARE(begun.load(), 1);
-    QVERIFY(!ranHere);
-}
-
-void AppExportTest::devPackagesCountOnlyWhenIncluded() {
-    AppModel model(false, surroundings());
-    QVERIFY(model.reportRows().empty());
-    open(model);
-    QCOMPARE(model.reportRows().size(), std::size_t{1});
-    model.setIncludeDev(true);
-    QCOMPARE(model.reportRows().size(), std::size_t{2});
-}
+    void oneExportAtATimeAndNeverOnTheCallersThread() {
+        std::atomic<bool> mayEnd = false;
+        std::atomic<int> begun = 0;
+        std::atomic<bool> ranHere = false;
+        const QThread* const here = QThread::currentThread();
+        ModelFixture fixture(alwaysFinding({}), [&](const auto&, const auto&, auto, const auto&) {
+            ++begun;
+            ranHere = ranHere || QThread::currentThread() == here;
+            while (!mayEnd) {
+                QThread::msleep(1);
+            }
+            return ScanKit::SavedReports{};
+        });
+        QVERIFY(fixture.open());
+        fixture.chooser.answer = fixture.project.path();
+        fixture.model.exportReports(ReportFormats::json);
+        QVERIFY(fixture.model.exporting());
+        fixture.model.exportReports(ReportFormats::json);
+        QTRY_COMPARE(begun.load(), 1);
+        mayEnd = true;
+        QTRY_VERIFY(!fixture.model.exporting());
+        QCOMPARE(begun.load(), 1);
+        QVERIFY(!ranHere);
+    }
+};
 
 QTEST_GUILESS_MAIN(AppExportTest)
 #include "AppExportTest.moc"

@@ -108,10 +108,34 @@ std::filesystem::path ProjectFolder::write(const std::string& name, const std::s
     return path() / name;
 }
 
-std::vector<std::string> shownNames(const AppModel& model) {
-    std::vector<std::string> names;
+ModelFixture::ModelFixture(ScanFunction scan, AppModel::SaveFunction save, bool persist)
+    : model(persist, {.folderChooser = chooser,
+                      .fileRevealer = revealer,
+                      .scan = std::move(scan),
+                      .save = std::move(save)}) {}
+
+bool ModelFixture::open(const std::string& name) {
+    model.openFolder(project.folder(name));
+    return waitForScan();
+}
+
+bool ModelFixture::waitForScan() {
+    return QTest::qWaitFor([this] { return !model.scanning(); });
+}
+
+QString ModelFixture::shown() const {
+    QStringList names;
     for (const int row : model.rows()) {
-        names.push_back(model.project()->dependencies()[static_cast<std::size_t>(row)].name);
+        names.push_back(
+            QString::fromStdString(model.project()->dependencies()[static_cast<std::size_t>(row)].name));
     }
-    return names;
+    return names.join(u' ');
+}
+
+QDebug ScanKit::operator<<(QDebug debug, const ReportOptions& options) {
+    for (const std::string& text :
+         {options.projectName, options.preparedFor, options.preparedBy, options.appName}) {
+        debug << QString::fromStdString(text);
+    }
+    return debug << (options.includeDev ? "with dev-only packages" : "without dev-only packages");
 }

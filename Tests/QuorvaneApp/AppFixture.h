@@ -3,6 +3,7 @@
 #include "QuorvaneApp/Model/AppModel.h"
 #include "QuorvaneApp/Platform/FileRevealer.h"
 #include "QuorvaneApp/Platform/FolderChooser.h"
+#include "Tests/QuorvaneApp/Words.h"
 
 #include <condition_variable>
 #include <initializer_list>
@@ -12,7 +13,9 @@
 #include <string>
 #include <vector>
 
+#include <QDebug>
 #include <QTemporaryDir>
+#include <QTest>
 
 /// Answers the questions for folders; without an answer it cancels.
 class FakeFolderChooser : public FolderChooser {
@@ -72,5 +75,39 @@ struct ProjectFolder {
     std::filesystem::path write(const std::string& name, const std::string& content) const;
 };
 
-/// The names of the rows that the model shows.
-std::vector<std::string> shownNames(const AppModel& model);
+/// A model whose panels, scans and file manager the test answers.
+struct ModelFixture {
+    explicit ModelFixture(ScanFunction scan, AppModel::SaveFunction save = ScanKit::saveReports,
+                          bool persist = false);
+
+    /// Opens a folder of the fixture's, made when missing, and waits for its scan.
+    bool open(const std::string& name = "Harbor");
+    /// True once no scan runs.
+    bool waitForScan();
+    /// The names of the rows that the model shows, with blanks between them.
+    QString shown() const;
+
+    ProjectFolder project;
+    FakeFolderChooser chooser;
+    RecordingFileRevealer revealer;
+    AppModel model;
+};
+
+// What a comparison that fails shows of the values.
+namespace ScanKit {
+
+QDebug operator<<(QDebug debug, const ReportOptions& options);
+
+}  // namespace ScanKit
+namespace QTest {
+
+template <>
+inline char* toString(const std::string& text) {
+    return qstrdup(text.c_str());
+}
+template <>
+inline char* toString(const std::filesystem::path& path) {
+    return qstrdup(path.c_str());
+}
+
+}  // namespace QTest

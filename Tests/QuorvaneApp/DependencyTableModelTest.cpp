@@ -1,6 +1,5 @@
 #include "QuorvaneApp/Model/DependencyTableModel.h"
 
-#include "QuorvaneApp/Model/AppModel.h"
 #include "Tests/QuorvaneApp/AppFixture.h"
 
 #include <QAbstractItemModelTester>
@@ -9,159 +8,134 @@
 using ScanKit::Dependency;
 using ScanKit::Ecosystem;
 using ScanKit::Flag;
+using Column = DependencyColumn;
+
+namespace {
+
+/// The table over a model whose next scan finds what the test says.
+struct TableFixture : ModelFixture {
+    TableFixture()
+        : ModelFixture([this](const ScanRequest&, const ScanKit::ScanControl&) { return found; }),
+          table(model) {}
+
+    bool show(std::vector<Dependency> dependencies) {
+        found = findings(std::move(dependencies));
+        return open();
+    }
+    QModelIndex cell(int row, Column column) const { return table.index(row, static_cast<int>(column)); }
+    /// The names in the order shown, with blanks between them.
+    QString names() const {
+        QStringList names;
+        for (int row = 0; row < table.rowCount(); ++row) {
+            names.push_back(cell(row, Column::package).data().toString());
+        }
+        return names.join(u' ');
+    }
+
+    ScanFindings found;
+    DependencyTableModel table;
+    QAbstractItemModelTester tester{&table, QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+Dependency row(const char* name, Ecosystem ecosystem, const char* version, const char* license,
+               std::vector<Flag> flags = {}) {
+    Dependency dependency = flagged(name, std::move(flags));
+    dependency.ecosystem = ecosystem;
+    dependency.version = version;
+    dependency.license = license;
+    return dependency;
+}
+
+}  // namespace
 
 /// The rows as the table sees them.
 class DependencyTableModelTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cellsSayWhatTheyMustInOneLine();
-    void theMostSeriousFlagStandsForAll();
-    void sorts_data();
-    void sorts();
-    void sortingOutlivesSearchingAndANewResult();
-    void versionsCompareAsPeopleReadThem_data();
-    void versionsCompareAsPeopleReadThem();
-
-private:
-    void show(std::vector<Dependency> dependencies) {
-        found_ = findings(std::move(dependencies));
-        model_->openFolder(project_.path());
-        QTRY_VERIFY(!model_->scanning());
+    void cellsSayWhatTheyMustInOneLine() {
+        TableFixture fixture;
+        Dependency odd = package("two\nlines\tand a tab", Ecosystem::swiftpm);
+        odd.license.reset();
+        odd.declared = "ask us\nfirst";
+        odd.isDev = true;
+        QVERIFY(fixture.show({odd}));
+        QCOMPARE(fixture.table.rowText(0),
+                 u"two lines and a tab\t1.0.0\tSwift packages\tUnrecognized: ask us\tMetadata\t"_s);
+        QCOMPARE(fixture.cell(0, Column::package).data(Qt::AccessibleTextRole).toString(),
+                 u"two lines and a tab, dev-only"_s);
     }
-    QStringList column(DependencyColumn column) const {
-        QStringList cells;
-        for (int row = 0; row < table_->rowCount(); ++row) {
-            cells.push_back(table_->index(row, static_cast<int>(column)).data().toString());
+
+    void theMostSeriousFlagStandsForAll() {
+        TableFixture fixture;
+        QVERIFY(fixture.show({flagged("<b>x</b>", {Flag::missing, Flag::notOnDisk}), package("fine")}));
+        const QModelIndex cell = fixture.cell(0, Column::flag);
+        QCOMPARE(cell.data().toString(), u"No license found"_s);
+        QCOMPARE(cell.data(DependencyTableModel::furtherFlagsRole).toInt(), 1);
+        QCOMPARE(cell.data(Qt::AccessibleTextRole).toString(), u"No license found, Not on this Mac"_s);
+        QVERIFY(!fixture.cell(1, Column::flag).data(DependencyTableModel::flagRole).isValid());
+        QCOMPARE(fixture.cell(0, Column::package).data(Qt::ToolTipRole).toString(),
+                 u"<p>&lt;b&gt;x&lt;/b&gt;</p>"_s);
+    }
+
+    void sorts() {
+        TableFixture fixture;
+        const QString resultOrder = u"gamma alpha Zeta Beta"_s;
+        QVERIFY(fixture.show({row("gamma", Ecosystem::swiftpm, "1.9", "zlib", {Flag::noLicenseFile}),
+                              row("alpha", Ecosystem::npm, "10.0", "MIT"),
+                              row("Zeta", Ecosystem::npm, "1.10", "Apache-2.0", {Flag::missing}),
+                              row("Beta", Ecosystem::python, "1.2", "bsd")}));
+        struct Row {
+            const char* name;
+            Column column;
+            QString names;
+            Qt::SortOrder order = Qt::AscendingOrder;
+        };
+        for (const Row& row : {
+                 Row{"name, letter case aside", Column::package, u"alpha Beta gamma Zeta"_s},
+                 Row{"name, downwards", Column::package, u"Zeta gamma Beta alpha"_s, Qt::DescendingOrder},
+                 Row{"version by its numbers", Column::version, u"Beta gamma Zeta alpha"_s},
+                 Row{"equal rows as found", Column::ecosystem, u"gamma alpha Zeta Beta"_s},
+                 Row{"downwards, too", Column::ecosystem, u"Beta alpha Zeta gamma"_s, Qt::DescendingOrder},
+                 Row{"license as shown", Column::license, u"Zeta Beta alpha gamma"_s},
+                 Row{"the gravest flag first", Column::flag, u"Zeta gamma alpha Beta"_s},
+             }) {
+            fixture.table.sort(static_cast<int>(row.column), row.order);
+            QCOMPARE(at(row.name, fixture.names()), at(row.name, row.names));
+            fixture.table.sort(-1);
+            QCOMPARE(fixture.names(), resultOrder);
         }
-        return cells;
     }
 
-    ProjectFolder project_;
-    FakeFolderChooser chooser_;
-    RecordingFileRevealer revealer_;
-    ScanFindings found_;
-    std::unique_ptr<AppModel> model_;
-    std::unique_ptr<DependencyTableModel> table_;
-    std::unique_ptr<QAbstractItemModelTester> tester_;
+    void sortingOutlivesSearchingAndANewResult() {
+        TableFixture fixture;
+        QVERIFY(fixture.show({package("cab"), package("abc"), package("bca"), package("xyz")}));
+        fixture.table.sort(static_cast<int>(Column::package));
+        fixture.model.setSearch(u"a"_s);
+        QCOMPARE(fixture.names(), u"abc bca cab"_s);
+        QCOMPARE(fixture.table.resultRow(0), 1);
+        QCOMPARE(fixture.table.tableRow(0).value_or(-1), 2);
+        QVERIFY(!fixture.table.tableRow(3) && !fixture.table.tableRow(99));
+        fixture.found = findings({package("za"), package("aa")});
+        fixture.model.scan();
+        QTRY_COMPARE(fixture.names(), u"aa za"_s);
+    }
+
+    void versionsCompareAsPeopleReadThem() {
+        for (const auto& [smaller, greater] : {
+                 std::pair{"1.9", "1.10"},
+                 {"1.0", "1.0.1"},
+                 {"", "0"},
+                 {"1.99999999999999999999", "1.100000000000000000000"},
+                 {"1.007", "1.8"},
+                 {"1.0-alpha", "1.0-beta"},
+             }) {
+            QVERIFY2(compareVersions(smaller, greater) < 0, greater);
+            QVERIFY2(compareVersions(greater, smaller) > 0, greater);
+            QVERIFY2(compareVersions(smaller, smaller) == 0, smaller);
+        }
+    }
 };
-
-void DependencyTableModelTest::init() {
-    tester_.reset();
-    table_.reset();
-    model_ = std::make_unique<AppModel>(
-        false, AppModel::Surroundings{
-                   .folderChooser = chooser_,
-                   .fileRevealer = revealer_,
-                   .scan = [this](const ScanRequest&, const ScanKit::ScanControl&) { return found_; }});
-    table_ = std::make_unique<DependencyTableModel>(*model_);
-    tester_ = std::make_unique<QAbstractItemModelTester>(
-        table_.get(), QAbstractItemModelTester::FailureReportingMode::Fatal);
-}
-
-void DependencyTableModelTest::cellsSayWhatTheyMustInOneLine() {
-    Dependency odd = package("two\nlines\tand a tab", Ecosystem::swiftpm);
-    odd.license.reset();
-    odd.declared = "ask us\nfirst";
-    odd.isDev = true;
-    show({odd});
-    const QString text = table_->rowText(0);
-    QCOMPARE(text,
-             QStringLiteral("two lines and a tab\t1.0.0\tSwift packages\tUnrecognized: ask us\tMetadata\t"));
-    QCOMPARE(table_->index(0, 0).data(Qt::AccessibleTextRole).toString(),
-             QStringLiteral("two lines and a tab, dev-only"));
-}
-
-void DependencyTableModelTest::theMostSeriousFlagStandsForAll() {
-    show({flagged("<b>x</b>", {Flag::missing, Flag::notOnDisk}), package("fine")});
-    const QModelIndex cell = table_->index(0, static_cast<int>(DependencyColumn::flag));
-    QCOMPARE(cell.data().toString(), QStringLiteral("No license found"));
-    QCOMPARE(cell.data(DependencyTableModel::furtherFlagsRole).toInt(), 1);
-    QCOMPARE(cell.data(Qt::AccessibleTextRole).toString(),
-             QStringLiteral("No license found, Not on this Mac"));
-    QVERIFY(!table_->index(1, static_cast<int>(DependencyColumn::flag))
-                 .data(DependencyTableModel::flagRole)
-                 .isValid());
-    QCOMPARE(table_->index(0, 0).data(Qt::ToolTipRole).toString(),
-             QStringLiteral("<p>&lt;b&gt;x&lt;/b&gt;</p>"));
-}
-
-void DependencyTableModelTest::sorts_data() {
-    QTest::addColumn<int>("column");
-    QTest::addColumn<bool>("isDescending");
-    QTest::addColumn<QString>("order");
-    const auto row = [](const char* name, DependencyColumn column, bool isDescending, const char* order) {
-        QTest::newRow(name) << static_cast<int>(column) << isDescending << QString::fromUtf8(order);
-    };
-    row("name, letter case aside", DependencyColumn::package, false, "alpha Beta gamma Zeta");
-    row("name, downwards", DependencyColumn::package, true, "Zeta gamma Beta alpha");
-    row("version by its numbers", DependencyColumn::version, false, "Beta gamma Zeta alpha");
-    row("equal rows keep the result's order", DependencyColumn::ecosystem, false, "gamma alpha Zeta Beta");
-    row("and do so downwards", DependencyColumn::ecosystem, true, "Beta alpha Zeta gamma");
-    row("license as shown", DependencyColumn::license, false, "Zeta Beta alpha gamma");
-    row("the most serious flag first, none last", DependencyColumn::flag, false, "Zeta gamma alpha Beta");
-}
-
-void DependencyTableModelTest::sorts() {
-    Dependency gamma = flagged("gamma", {Flag::noLicenseFile});
-    gamma.ecosystem = Ecosystem::swiftpm;
-    gamma.version = "1.9";
-    gamma.license = "zlib";
-    Dependency alpha = package("alpha");
-    alpha.version = "10.0";
-    Dependency zeta = flagged("Zeta", {Flag::missing});
-    zeta.version = "1.10";
-    zeta.license = "Apache-2.0";
-    Dependency beta = package("Beta", Ecosystem::python);
-    beta.version = "1.2";
-    beta.license = "bsd";
-    show({gamma, alpha, zeta, beta});
-    QFETCH(int, column);
-    QFETCH(bool, isDescending);
-    QFETCH(QString, order);
-    table_->sort(column, isDescending ? Qt::DescendingOrder : Qt::AscendingOrder);
-    QCOMPARE(this->column(DependencyColumn::package).join(QLatin1Char(' ')), order);
-    table_->sort(-1);
-    QCOMPARE(this->column(DependencyColumn::package).join(QLatin1Char(' ')),
-             QStringLiteral("gamma alpha Zeta Beta"));
-}
-
-void DependencyTableModelTest::sortingOutlivesSearchingAndANewResult() {
-    show({package("cab"), package("abc"), package("bca"), package("xyz")});
-    table_->sort(static_cast<int>(DependencyColumn::package));
-    model_->setSearch(QStringLiteral("a"));
-    QCOMPARE(column(DependencyColumn::package),
-             (QStringList{QStringLiteral("abc"), QStringLiteral("bca"), QStringLiteral("cab")}));
-    QCOMPARE(table_->resultRow(0), 1);
-    QCOMPARE(*table_->tableRow(0), 2);
-    QVERIFY(!table_->tableRow(3));
-    QVERIFY(!table_->tableRow(99));
-    found_ = findings({package("za"), package("aa")});
-    model_->scan();
-    QTRY_COMPARE(column(DependencyColumn::package),
-                 (QStringList{QStringLiteral("aa"), QStringLiteral("za")}));
-}
-
-void DependencyTableModelTest::versionsCompareAsPeopleReadThem_data() {
-    QTest::addColumn<QByteArray>("smaller");
-    QTest::addColumn<QByteArray>("greater");
-    QTest::newRow("numbers, not letters") << QByteArray("1.9") << QByteArray("1.10");
-    QTest::newRow("a part more") << QByteArray("1.0") << QByteArray("1.0.1");
-    QTest::newRow("nothing first") << QByteArray() << QByteArray("0");
-    QTest::newRow("beyond any integer")
-        << QByteArray("1.99999999999999999999") << QByteArray("1.100000000000000000000");
-    QTest::newRow("leading zeros aside") << QByteArray("1.007") << QByteArray("1.8");
-    QTest::newRow("words") << QByteArray("1.0-alpha") << QByteArray("1.0-beta");
-}
-
-void DependencyTableModelTest::versionsCompareAsPeopleReadThem() {
-    QFETCH(QByteArray, smaller);
-    QFETCH(QByteArray, greater);
-    QVERIFY(compareVersions(smaller.toStdString(), greater.toStdString()) < 0);
-    QVERIFY(compareVersions(greater.toStdString(), smaller.toStdString()) > 0);
-    QCOMPARE(compareVersions(smaller.toStdString(), smaller.toStdString()), 0);
-}
 
 QTEST_GUILESS_MAIN(DependencyTableModelTest)
 #include "DependencyTableModelTest.moc"

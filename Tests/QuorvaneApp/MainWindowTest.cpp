@@ -8,7 +8,6 @@
 #include <QClipboard>
 #include <QDragEnterEvent>
 #include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPlainTextEdit>
@@ -32,23 +31,23 @@ ScanFindings sample() {
                      flagged("lost", {Flag::missing}, LicenseCategory::unknown, {}), package("pad"), named});
 }
 
-QString textOf(QWidget& widget) {
-    QStringList texts;
-    for (const QLabel* const label : widget.findChildren<QLabel*>()) {
-        if (label->isVisible()) {
-            texts.push_back(label->text());
-        }
-    }
-    return texts.join(QLatin1Char('|'));
-}
+/// The window's parts that most tests use.
+struct ResultsFixture : WindowFixture {
+    using WindowFixture::WindowFixture;
 
-QStringList rowsOf(const DependencyTable& table) {
-    QStringList names;
-    for (int row = 0; row < table.model()->rowCount(); ++row) {
-        names.push_back(table.model()->index(row, 0).data().toString());
+    DependencyTable& table = *find<DependencyTable>("dependencyTable");
+    QLineEdit& search = *find<QLineEdit>("search");
+
+    /// The names in the table's rows, with blanks between them.
+    QString rows() const {
+        QStringList names;
+        for (int row = 0; row < table.model()->rowCount(); ++row) {
+            names.push_back(table.model()->index(row, 0).data().toString());
+        }
+        return names.join(u' ');
     }
-    return names;
-}
+    bool isSelected(int row) const { return table.selectionModel()->isRowSelected(row); }
+};
 
 }  // namespace
 
@@ -57,435 +56,374 @@ class MainWindowTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void beginsWithTheWelcomeAndOpensWhatIsChosen();
-    void takesOneDroppedFolderAndRefusesTheRestWithASentence();
-    void sidebarFiltersAndCounts();
-    void searchingKeepsTheSelectionAndThePlace();
-    void searchFieldIsLeftAndClearedWithTheKeys();
-    void headersSortAndGoBackToTheResultsOrder();
-    void copiesTheSelectedRowsAsShown();
-    void detailsArePlainTextAndLinksWaitForAClick();
-    void endlessTextsDoNotHoldUpTheWindow();
-    void warningsOfferWhatTheProgramCanDo();
-    void manyWarningsAreFolded();
-    void aRunningScanShowsProgressKeepsTheRowsAndCanBeCancelled();
-    void emptyStatesSayWhatIsGoingOn();
-    void messagesStayUntilDismissed();
-    void everyShortcutDoesItsCommand();
-    void commandsAreEnabledAsTheModelAllows();
-    void closingWaitsForASave_data();
-    void closingWaitsForASave();
-    void closingEndsAScan();
-    void narrowWindowsPutTheDetailsBelow();
-};
-
-void MainWindowTest::beginsWithTheWelcomeAndOpensWhatIsChosen() {
-    WindowFixture fixture(alwaysFinding(sample()));
-    QVERIFY(fixture.find<QWidget>("welcome")->isVisible());
-    QVERIFY(!fixture.find<QWidget>("header")->isVisible());
-    QVERIFY(textOf(*fixture.find<QWidget>("welcome")).contains(QStringLiteral("Drop a project folder here")));
-    auto* const choose = fixture.find<QPushButton>("chooseFolderButton");
-    QCOMPARE(choose->text(), QStringLiteral("Choose Folder…"));
-    choose->click();
-    QCOMPARE(fixture.chooser.questions.size(), std::size_t{1});
-    QVERIFY(fixture.find<QWidget>("welcome")->isVisible());
-    fixture.chooser.answer = fixture.project.folder("Harbor Notes");
-    choose->click();
-    QTRY_VERIFY(!fixture.model.scanning());
-    QVERIFY(!fixture.find<QWidget>("welcome")->isVisible());
-    QCOMPARE(fixture.window.windowTitle(), QStringLiteral("Harbor Notes — Quorvane"));
-    QCOMPARE(rowsOf(*fixture.find<DependencyTable>("dependencyTable")).size(), 5);
-    QVERIFY(fixture.find<DependencyTable>("dependencyTable")->hasFocus());
-    QVERIFY(textOf(*fixture.find<QWidget>("summary"))
-                .contains(QStringLiteral("5|packages|2|need review|1|copyleft|1|unknown")));
-}
-
-void MainWindowTest::takesOneDroppedFolderAndRefusesTheRestWithASentence() {
-    WindowFixture fixture(alwaysFinding(sample()));
-    const auto drop = [&fixture](const QList<QUrl>& urls) {
-        QMimeData data;
-        data.setUrls(urls);
-        QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&fixture.window, &enter);
-        QDropEvent event({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&fixture.window, &event);
-        return enter.isAccepted();
-    };
-    const auto url = [](const std::filesystem::path& path) {
-        return QUrl::fromLocalFile(QString::fromStdString(path.string()));
-    };
-    const auto folder = fixture.project.folder("dropped");
-    const auto file = fixture.project.write("notes.txt", "x");
-    QVERIFY(drop({url(folder), url(file)}));
-    QVERIFY(textOf(*fixture.find<QWidget>("problem")).contains(QStringLiteral("Drop one project folder.")));
-    QVERIFY(drop({url(file)}));
-    QTRY_VERIFY(
-        textOf(*fixture.find<QWidget>("problem")).contains(QStringLiteral("“notes.txt” is not a folder.")));
-    QVERIFY(!fixture.model.folder());
-    QVERIFY(drop({url(folder)}));
-    QTRY_VERIFY(fixture.model.folder().has_value());
-    QCOMPARE(*fixture.model.folder(), folder);
-    QVERIFY(!fixture.find<QWidget>("problem")->isVisible());
-}
-
-void MainWindowTest::sidebarFiltersAndCounts() {
-    WindowFixture fixture(alwaysFinding(sample()));
-    QVERIFY(fixture.open());
-    auto* const sidebar = fixture.find<Sidebar>("sidebar");
-    auto* const table = fixture.find<DependencyTable>("dependencyTable");
-    QStringList entries;
-    for (int row = 0; row < sidebar->count(); ++row) {
-        if (sidebar->item(row)->flags().testFlag(Qt::ItemIsSelectable)) {
-            entries.push_back(sidebar->item(row)->data(Qt::AccessibleTextRole).toString());
-        }
+    void beginsWithTheWelcomeAndOpensWhatIsChosen() {
+        ResultsFixture fixture(alwaysFinding(sample()));
+        QWidget& welcome = *fixture.find("welcome");
+        QVERIFY(welcome.isVisible() && !fixture.find("header")->isVisible());
+        QVERIFY(textOf(welcome).contains(u"Drop a project folder here"_s));
+        auto* const choose = fixture.find<QPushButton>("chooseFolderButton");
+        QCOMPARE(choose->text(), u"Choose Folder…"_s);
+        choose->click();
+        QCOMPARE(fixture.chooser.questions.size(), std::size_t{1});
+        QVERIFY(welcome.isVisible());
+        fixture.chooser.answer = fixture.project.folder("Harbor Notes");
+        choose->click();
+        QVERIFY(fixture.waitForScan());
+        QVERIFY(!welcome.isVisible());
+        QCOMPARE(fixture.window.windowTitle(), u"Harbor Notes — Quorvane"_s);
+        QCOMPARE(fixture.rows(), u"anchor granite lost pad <b>bold</b>"_s);
+        QVERIFY(fixture.table.hasFocus());
+        QCOMPARE(textOf(*fixture.find("summary")),
+                 u"Reports hold|5|packages|2|need review|1|copyleft|1|unknown"_s);
     }
-    QCOMPARE(
-        entries.join(QLatin1Char('|')),
-        QStringLiteral(
-            "All, 5 packages|Needs review, 2 packages|Copyleft, 1 package|Unknown, 1 package|Swift packages, 1 package|npm, 3 packages|Python, 1 package"));
-    sidebar->setFocus();
-    QTest::keyClick(sidebar, Qt::Key_Down);
-    QVERIFY(fixture.model.filter() == DependencyFilter::needsReview());
-    QCOMPARE(rowsOf(*table), (QStringList{QStringLiteral("granite"), QStringLiteral("lost")}));
-    QTest::keyClick(sidebar, Qt::Key_End);
-    QCOMPARE(rowsOf(*table), QStringList{QStringLiteral("<b>bold</b>")});
-    fixture.model.setFilter(DependencyFilter::copyleft());
-    QCOMPARE(sidebar->currentItem()->text(), QStringLiteral("Copyleft"));
-}
 
-void MainWindowTest::searchingKeepsTheSelectionAndThePlace() {
-    std::vector<ScanKit::Dependency> many;
-    for (int i = 0; i < 400; ++i) {
-        many.push_back(package((i % 2 == 0 ? "even-" : "odd-") + std::to_string(i)));
+    void takesOneDroppedFolderAndRefusesTheRestWithASentence() {
+        WindowFixture fixture(alwaysFinding(sample()));
+        const auto drop = [&fixture](const std::vector<std::filesystem::path>& paths) {
+            QMimeData data;
+            QList<QUrl> urls;
+            for (const auto& path : paths) {
+                urls.push_back(QUrl::fromLocalFile(QString::fromStdString(path.string())));
+            }
+            data.setUrls(urls);
+            QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(&fixture.window, &enter);
+            QDropEvent event({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(&fixture.window, &event);
+            return enter.isAccepted();
+        };
+        const auto folder = fixture.project.folder("dropped");
+        const auto file = fixture.project.write("notes.txt", "x");
+        QWidget& problem = *fixture.find("problem");
+        QVERIFY(drop({folder, file}));
+        QCOMPARE(textOf(problem), u"Only one folder at a time can be scanned. Drop one project folder."_s);
+        QVERIFY(drop({file}));
+        QTRY_COMPARE(textOf(problem), u"“notes.txt” is not a folder. Quorvane scans one project folder."_s);
+        QVERIFY(!fixture.model.folder());
+        problem.findChild<QAbstractButton*>(u"dismissButton"_s)->click();
+        QVERIFY(!problem.isVisible() && !fixture.model.problem());
+        QVERIFY(drop({file}));
+        QTRY_VERIFY(problem.isVisible());
+        QVERIFY(drop({folder}));
+        QTRY_COMPARE(fixture.model.folder().value_or(""), folder);
+        QVERIFY(!problem.isVisible());
     }
-    WindowFixture fixture(alwaysFinding(findings(many)));
-    QVERIFY(fixture.open());
-    auto* const table = fixture.find<DependencyTable>("dependencyTable");
-    table->selectRow(200);
-    QCOMPARE(*fixture.model.selection(), std::string("npm:even-200@1.0.0"));
-    auto* const search = fixture.find<QLineEdit>("search");
-    search->setText(QStringLiteral("even"));
-    QCOMPARE(table->currentIndex().row(), 100);
-    QVERIFY(table->selectionModel()->isRowSelected(100));
-    QVERIFY(table->visualRect(table->currentIndex()).intersects(table->viewport()->rect()));
-    search->setText(QStringLiteral("odd"));
-    QVERIFY(!table->selectionModel()->hasSelection());
-    QCOMPARE(*fixture.model.selection(), std::string("npm:even-200@1.0.0"));
-    search->clear();
-    QVERIFY(table->selectionModel()->isRowSelected(200));
-    table->scrollTo(table->model()->index(300, 0), QAbstractItemView::PositionAtTop);
-    search->setText(QStringLiteral("even"));
-    QCOMPARE(table->rowAt(0), 150);
-}
 
-void MainWindowTest::searchFieldIsLeftAndClearedWithTheKeys() {
-    WindowFixture fixture(alwaysFinding(sample()));
-    QVERIFY(fixture.isActive && fixture.open());
-    auto* const table = fixture.find<DependencyTable>("dependencyTable");
-    auto* const search = fixture.find<QLineEdit>("search");
-    QCOMPARE(search->placeholderText(), QStringLiteral("Package or license"));
-    fixture.press(Qt::Key_F);
-    QVERIFY(search->hasFocus());
-    QTest::keyClicks(search, QStringLiteral("p"));
-    QTest::keyClicks(search, QStringLiteral("ad"));
-    QCOMPARE(rowsOf(*table), QStringList{QStringLiteral("pad")});
-    QTest::keyClick(search, Qt::Key_Down);
-    QVERIFY(table->hasFocus());
-    QCOMPARE(fixture.model.selectedDependency()->name, std::string("pad"));
-    fixture.press(Qt::Key_F);
-    QTest::keyClick(search, Qt::Key_Escape);
-    QCOMPARE(rowsOf(*table).size(), 5);
-}
-
-void MainWindowTest::headersSortAndGoBackToTheResultsOrder() {
-    WindowFixture fixture(alwaysFinding(findings({package("b"), package("c"), package("a")})));
-    QVERIFY(fixture.open());
-    auto* const table = fixture.find<DependencyTable>("dependencyTable");
-    QHeaderView* const header = table->horizontalHeader();
-    const auto click = [header] {
-        QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
-                          {header->sectionPosition(0) + 20, header->height() / 2});
-    };
-    const auto names = [table] { return rowsOf(*table).join(QString()); };
-    table->selectRow(1);
-    click();
-    QCOMPARE(names(), QStringLiteral("abc"));
-    QVERIFY(table->selectionModel()->isRowSelected(2));
-    click();
-    QCOMPARE(names(), QStringLiteral("cba"));
-    click();
-    QCOMPARE(names(), QStringLiteral("bca"));
-    click();
-    fixture.press(Qt::Key_0);
-    QCOMPARE(names(), QStringLiteral("bca"));
-}
-
-void MainWindowTest::copiesTheSelectedRowsAsShown() {
-    WindowFixture fixture(alwaysFinding(sample()));
-    QVERIFY(fixture.isActive && fixture.open());
-    auto* const table = fixture.find<DependencyTable>("dependencyTable");
-    fixture.model.setSearch(QStringLiteral("an"));
-    table->setFocus();
-    fixture.press(Qt::Key_A);
-    fixture.press(Qt::Key_C);
-    QCOMPARE(QApplication::clipboard()->text(),
-             QStringLiteral("anchor\t1.0.0\tSwift packages\tMIT\tMetadata\t\n"
-                            "granite\t1.0.0\tnpm\tGPL-3.0\tMetadata\tCopyleft (GPL)"));
-}
-
-void MainWindowTest::detailsArePlainTextAndLinksWaitForAClick() {
-    WindowFixture fixture(alwaysFinding(sample()));
-    QVERIFY(fixture.open());
-    auto* const details = fixture.find<QWidget>("detailPane");
-    QVERIFY(textOf(*details).contains(QStringLiteral("Select a package")));
-    fixture.find<DependencyTable>("dependencyTable")->selectRow(4);
-    QVERIFY(textOf(*details).contains(QStringLiteral("<b>bold</b>")));
-    for (const QLabel* const label : details->findChildren<QLabel*>()) {
-        QVERIFY2(label->textFormat() == Qt::PlainText, qPrintable(label->text()));
-    }
-    QCOMPARE(fixture.find<QPlainTextEdit>("licenseText")->toPlainText(),
-             QStringLiteral("Permission is <i>granted</i>"));
-    QVERIFY(fixture.openedLinks.isEmpty());
-    fixture.find<QAbstractButton>("sourceLink")->click();
-    QCOMPARE(fixture.openedLinks, QStringList{QStringLiteral("https://example.org/bold")});
-    auto* const tabs = details->findChild<QTabWidget*>();
-    QCOMPARE(tabs->count(), 2);
-    fixture.find<DependencyTable>("dependencyTable")->selectRow(1);
-    QCOMPARE(tabs->count(), 1);
-    QVERIFY(textOf(*details).contains(QStringLiteral("GNU General Public License")));
-    QVERIFY(fixture.find<QAbstractButton>("sourceLink") == nullptr);
-}
-
-void MainWindowTest::endlessTextsDoNotHoldUpTheWindow() {
-    auto endless = package(std::string(300000, 'n'));
-    endless.license = std::string(300000, 'l');
-    endless.licenseText = std::string(400000, 't') + "\nend";
-    endless.source = "https://example.org/" + std::string(300000, 's');
-    WindowFixture fixture(alwaysFinding(findings({endless})));
-    QVERIFY(fixture.open());
-    QElapsedTimer timer;
-    timer.start();
-    fixture.find<DependencyTable>("dependencyTable")->selectRow(0);
-    fixture.window.grab();
-    auto* const tabs = fixture.find<QWidget>("detailPane")->findChild<QTabWidget*>();
-    tabs->setCurrentIndex(1);
-    fixture.window.grab();
-    QVERIFY2(timer.elapsed() < 15000, qPrintable(QString::number(timer.elapsed())));
-    const QString shown = fixture.find<QPlainTextEdit>("licenseText")->toPlainText();
-    QCOMPARE(shown.count(QLatin1Char('t')), 400000);
-    QVERIFY(shown.endsWith(QStringLiteral("\nend")));
-}
-
-void MainWindowTest::warningsOfferWhatTheProgramCanDo() {
-    WindowFixture fixture(alwaysFinding(findings({}, {"Build it, or add the checkouts folder and scan again.",
-                                                      "Choose the environment and scan again."})));
-    QVERIFY(fixture.open());
-    auto* const warnings = fixture.find<QWidget>("warnings");
-    QVERIFY(warnings->isVisible());
-    QVERIFY(textOf(*warnings).contains(QStringLiteral("Choose the environment and scan again.")));
-    warnings->findChild<QPushButton*>(QStringLiteral("addCheckoutsButton"))->click();
-    QCOMPARE(fixture.chooser.questions.back().prompt, QStringLiteral("Add"));
-    warnings->findChild<QPushButton*>(QStringLiteral("choosePythonEnvironmentButton"))->click();
-    QCOMPARE(fixture.chooser.questions.back().prompt, QStringLiteral("Use"));
-    fixture.model.openFolder(fixture.project.folder("next"));
-    QVERIFY(!warnings->isVisible());
-}
-
-void MainWindowTest::manyWarningsAreFolded() {
-    WindowFixture fixture(alwaysFinding(findings({}, {"first", "second", "third", "fourth"})));
-    QVERIFY(fixture.open());
-    auto* const warnings = fixture.find<QWidget>("warnings");
-    const auto toggle = [warnings] {
-        return warnings->findChild<QPushButton*>(QStringLiteral("warningsToggle"));
-    };
-    QVERIFY(!textOf(*warnings).contains(QStringLiteral("third")));
-    QCOMPARE(toggle()->text(), QStringLiteral("Show 2 more warnings"));
-    toggle()->click();
-    QTRY_VERIFY(textOf(*warnings).contains(QStringLiteral("fourth")));
-    toggle()->click();
-    QTRY_VERIFY(!textOf(*warnings).contains(QStringLiteral("fourth")));
-}
-
-void MainWindowTest::aRunningScanShowsProgressKeepsTheRowsAndCanBeCancelled() {
-    HeldScans scans;
-    WindowFixture fixture(scans.function());
-    scans.release(0, sample());
-    QVERIFY(fixture.open());
-    auto* const progress = fixture.find<QWidget>("progress");
-    auto* const table = fixture.find<DependencyTable>("dependencyTable");
-    QVERIFY(!progress->isVisible());
-    fixture.press(Qt::Key_R);
-    QVERIFY(progress->isVisible());
-    QTRY_COMPARE(progress->findChild<QProgressBar*>()->maximum(), 7);
-    QCOMPARE(progress->findChild<QProgressBar*>()->value(), 3);
-    QTRY_COMPARE(progress->findChild<QLabel*>()->accessibleName(),
-                 QStringLiteral("3 of 7 packages: left-pad"));
-    table->selectRow(1);
-    fixture.find<QLineEdit>("search")->setText(QStringLiteral("gran"));
-    QCOMPARE(rowsOf(*table), QStringList{QStringLiteral("granite")});
-    progress->findChild<QPushButton*>(QStringLiteral("cancelScanButton"))->click();
-    QVERIFY(!progress->isVisible());
-    QCOMPARE(fixture.model.selectedDependency()->name, std::string("granite"));
-    scans.release(1, findings({}));
-    QTRY_VERIFY(scans.wasStopped(1));
-    QCOMPARE(fixture.model.result()->dependencies.size(), std::size_t{5});
-}
-
-void MainWindowTest::emptyStatesSayWhatIsGoingOn() {
-    HeldScans scans;
-    WindowFixture fixture(scans.function());
-    auto* const empty = fixture.find<QWidget>("emptyState");
-    const auto says = [empty](const char* words) {
-        return empty->isVisible() && textOf(*empty).contains(QString::fromUtf8(words));
-    };
-    fixture.model.openFolder(fixture.project.path());
-    QVERIFY(says("Scanning…"));
-    QTRY_COMPARE(scans.begun().size(), std::size_t{1});
-    fixture.model.cancelScan();
-    QVERIFY(says("The scan was cancelled."));
-    scans.release(0, {});
-    scans.release(1, findings({}));
-    empty->findChild<QPushButton*>(QStringLiteral("rescanButton"))->click();
-    QTRY_VERIFY(says("No dependencies found"));
-    scans.release(2, sample());
-    fixture.model.scan();
-    QTRY_VERIFY(!fixture.model.scanning());
-    QVERIFY(!empty->isVisible());
-    fixture.model.setFilter(DependencyFilter::copyleft());
-    fixture.model.setSearch(QStringLiteral("pad"));
-    QVERIFY(says("No matching packages"));
-    empty->findChild<QPushButton*>(QStringLiteral("showAllButton"))->click();
-    QCOMPARE(fixture.model.rows().size(), std::size_t{5});
-    QCOMPARE(fixture.find<QLineEdit>("search")->text(), QString());
-    fixture.model.openFolder(fixture.project.path() / "gone");
-    QTRY_VERIFY(says("“gone” can’t be read."));
-}
-
-void MainWindowTest::messagesStayUntilDismissed() {
-    WindowFixture fixture(alwaysFinding(sample()));
-    QVERIFY(fixture.open());
-    fixture.model.setExportMessage(QStringLiteral("Saved <b>it</b>."));
-    fixture.model.setProblem(QStringLiteral("It went wrong."));
-    for (const char* name : {"exportMessage", "problem"}) {
-        auto* const strip = fixture.find<QWidget>(name);
-        QVERIFY(strip->isVisible());
-        strip->findChild<QAbstractButton*>(QStringLiteral("dismissButton"))->click();
-        QVERIFY(!strip->isVisible());
-    }
-    QVERIFY(!fixture.model.exportMessage() && !fixture.model.problem());
-}
-
-void MainWindowTest::everyShortcutDoesItsCommand() {
-    WindowFixture fixture(alwaysFinding(sample()));
-    QVERIFY(fixture.isActive && fixture.open());
-    auto& asked = fixture.chooser.questions;
-    fixture.press(Qt::Key_O);
-    QCOMPARE(asked.back().prompt, QStringLiteral("Scan"));
-    fixture.press(Qt::Key_R);
-    QVERIFY(fixture.model.scanning());
-    fixture.press(Qt::Key_Period);
-    QVERIFY(!fixture.model.scanning());
-    const std::vector<std::pair<Qt::Key, DependencyFilter>> filters{
-        {Qt::Key_2, DependencyFilter::needsReview()},
-        {Qt::Key_3, DependencyFilter::copyleft()},
-        {Qt::Key_4, DependencyFilter::unknown()},
-        {Qt::Key_1, DependencyFilter::all()}};
-    for (const auto& [key, filter] : filters) {
-        fixture.press(key);
-        QVERIFY(fixture.model.filter() == filter);
-    }
-    for (const auto& [name, modifiers] :
-         {std::pair{"sidebar", Qt::NoModifier}, {"detailPane", Qt::ShiftModifier}}) {
-        fixture.press(Qt::Key_F9, modifiers);
-        QVERIFY(!fixture.find<QWidget>(name)->isVisible());
-        fixture.press(Qt::Key_F9, modifiers);
-        QVERIFY(fixture.find<QWidget>(name)->isVisible());
-    }
-    fixture.press(Qt::Key_F11, Qt::NoModifier);
-    QVERIFY(fixture.window.isFullScreen());
-    fixture.press(Qt::Key_F11, Qt::NoModifier);
-    QVERIFY(!fixture.window.isFullScreen());
-    fixture.press(Qt::Key_W);
-    QVERIFY(!fixture.window.isVisible());
-}
-
-void MainWindowTest::commandsAreEnabledAsTheModelAllows() {
-    HeldScans scans;
-    WindowFixture fixture(scans.function());
-    const auto enabled = [&fixture] {
-        QStringList names;
-        for (const Command command : {Command::openFolder, Command::rescan, Command::cancelScan,
-                                      Command::exportReport, Command::find, Command::checkForUpdates}) {
-            if (fixture.commands.action(command)->isEnabled()) {
-                names.push_back(fixture.commands.action(command)->objectName());
+    void sidebarFiltersAndCounts() {
+        ResultsFixture fixture(alwaysFinding(sample()));
+        QVERIFY(fixture.open());
+        auto* const sidebar = fixture.find<Sidebar>("sidebar");
+        QStringList entries;
+        for (int row = 0; row < sidebar->count(); ++row) {
+            if (sidebar->item(row)->flags().testFlag(Qt::ItemIsSelectable)) {
+                entries.push_back(sidebar->item(row)->data(Qt::AccessibleTextRole).toString());
             }
         }
-        return names.join(QLatin1Char(' '));
-    };
-    QCOMPARE(enabled(), QStringLiteral("openFolder"));
-    fixture.model.openFolder(fixture.project.path());
-    QCOMPARE(enabled(), QStringLiteral("openFolder rescan cancelScan"));
-    scans.release(0, sample());
-    QTRY_COMPARE(enabled(), QStringLiteral("openFolder rescan exportReport find"));
-    int checks = 0;
-    const AppCommands withUpdates(fixture.model, [&checks] { ++checks; });
-    withUpdates.action(Command::checkForUpdates)->trigger();
-    QCOMPARE(checks, 1);
-}
-
-void MainWindowTest::closingWaitsForASave_data() {
-    QTest::addColumn<bool>("fails");
-    QTest::newRow("saved") << false;
-    QTest::newRow("not saved") << true;
-}
-
-void MainWindowTest::closingWaitsForASave() {
-    QFETCH(bool, fails);
-    std::atomic<bool> mayEnd = false;
-    WindowFixture fixture(alwaysFinding(sample()), [&](const auto&, const auto&, auto, const auto&) {
-        while (!mayEnd) {
-            QThread::msleep(1);
-        }
-        return fails ? ScanKit::SavedReports{.failure = "Disk full"} : ScanKit::SavedReports{};
-    });
-    QVERIFY(fixture.open());
-    fixture.chooser.answer = fixture.project.path();
-    fixture.model.exportReports(ScanKit::ReportFormats::json);
-    QVERIFY(!fixture.window.close());
-    QVERIFY(fixture.window.isVisible());
-    mayEnd = true;
-    QTRY_VERIFY(!fixture.model.exporting());
-    QCOMPARE(fixture.window.isVisible(), fails);
-    if (fails) {
-        QVERIFY(fixture.find<QWidget>("exportMessage")->isVisible());
-        QVERIFY(fixture.window.close());
+        QCOMPARE(
+            entries.join(u'|'),
+            u"All, 5 packages|Needs review, 2 packages|Copyleft, 1 package|Unknown, 1 package|Swift packages, 1 package|npm, 3 packages|Python, 1 package"_s);
+        sidebar->setFocus();
+        QTest::keyClick(sidebar, Qt::Key_Down);
+        QCOMPARE(fixture.rows(), u"granite lost"_s);
+        QTest::keyClick(sidebar, Qt::Key_End);
+        QCOMPARE(fixture.rows(), u"<b>bold</b>"_s);
+        fixture.model.setFilter(DependencyFilter::copyleft());
+        QCOMPARE(sidebar->currentItem()->text(), u"Copyleft"_s);
     }
-}
 
-void MainWindowTest::closingEndsAScan() {
-    HeldScans scans;
-    WindowFixture fixture(scans.function());
-    fixture.model.openFolder(fixture.project.path());
-    QTRY_COMPARE(scans.begun().size(), std::size_t{1});
-    fixture.window.close();
-    QVERIFY(!fixture.model.scanning());
-    scans.release(0, {});
-    QTRY_VERIFY(scans.wasStopped(0));
-}
+    void searchingKeepsTheSelectionAndThePlace() {
+        std::vector<ScanKit::Dependency> many;
+        for (int i = 0; i < 400; ++i) {
+            many.push_back(package((i % 2 == 0 ? "even-" : "odd-") + std::to_string(i)));
+        }
+        ResultsFixture fixture(alwaysFinding(findings(many)));
+        QVERIFY(fixture.open());
+        DependencyTable& table = fixture.table;
+        table.selectRow(200);
+        QCOMPARE(fixture.model.selection().value_or(""), "npm:even-200@1.0.0");
+        fixture.search.setText(u"even"_s);
+        QCOMPARE(table.currentIndex().row(), 100);
+        QVERIFY(fixture.isSelected(100));
+        QVERIFY(table.visualRect(table.currentIndex()).intersects(table.viewport()->rect()));
+        fixture.search.setText(u"odd"_s);
+        QVERIFY(!table.selectionModel()->hasSelection());
+        QCOMPARE(fixture.model.selection().value_or(""), "npm:even-200@1.0.0");
+        fixture.search.clear();
+        QVERIFY(fixture.isSelected(200));
+        table.scrollTo(table.model()->index(300, 0), QAbstractItemView::PositionAtTop);
+        fixture.search.setText(u"even"_s);
+        QCOMPARE(table.rowAt(0), 150);
+    }
 
-void MainWindowTest::narrowWindowsPutTheDetailsBelow() {
-    WindowFixture fixture(alwaysFinding(sample()));
-    QVERIFY(fixture.open());
-    const auto detailsTop = [&fixture] {
-        const QWidget* const pane = fixture.find<QWidget>("detailPane");
-        return pane->mapTo(&fixture.window, QPoint()).y() -
-               fixture.find<QWidget>("sidebar")->mapTo(&fixture.window, QPoint()).y();
-    };
-    fixture.window.resize(1800, 900);
-    QTRY_COMPARE(detailsTop(), 0);
-    fixture.window.resize(900, 600);
-    QTRY_VERIFY(detailsTop() > 100);
-}
+    void theKeysLeadFromTheSearchToCopiedRowsAndBack() {
+        ResultsFixture fixture(alwaysFinding(sample()));
+        QVERIFY(fixture.isActive && fixture.open());
+        QCOMPARE(fixture.search.placeholderText(), u"Package or license"_s);
+        fixture.press(Qt::Key_F);
+        QVERIFY(fixture.search.hasFocus());
+        QTest::keyClicks(&fixture.search, u"an"_s);
+        QTest::keyClick(&fixture.search, Qt::Key_Down);
+        QVERIFY(fixture.table.hasFocus());
+        QCOMPARE(fixture.model.selectedDependency()->name, "anchor");
+        fixture.press(Qt::Key_A);
+        fixture.press(Qt::Key_C);
+        QCOMPARE(QApplication::clipboard()->text().split(u'\n'),
+                 (QStringList{u"anchor\t1.0.0\tSwift packages\tMIT\tMetadata\t"_s,
+                              u"granite\t1.0.0\tnpm\tGPL-3.0\tMetadata\tCopyleft (GPL)"_s}));
+        fixture.press(Qt::Key_F);
+        QTest::keyClick(&fixture.search, Qt::Key_Escape);
+        QCOMPARE(fixture.rows(), u"anchor granite lost pad <b>bold</b>"_s);
+    }
+
+    void headersSortAndGoBackToTheResultsOrder() {
+        ResultsFixture fixture(alwaysFinding(findings({package("b"), package("c"), package("a")})));
+        QVERIFY(fixture.open());
+        const auto rowsAfterClick = [&fixture] {
+            QHeaderView* const header = fixture.table.horizontalHeader();
+            QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+                              {header->sectionPosition(0) + 20, header->height() / 2});
+            return fixture.rows();
+        };
+        fixture.table.selectRow(1);
+        QCOMPARE(rowsAfterClick(), u"a b c"_s);
+        QVERIFY(fixture.isSelected(2));
+        QCOMPARE(rowsAfterClick(), u"c b a"_s);
+        QCOMPARE(rowsAfterClick(), u"b c a"_s);
+        QCOMPARE(rowsAfterClick(), u"a b c"_s);
+        fixture.press(Qt::Key_0);
+        QCOMPARE(fixture.rows(), u"b c a"_s);
+    }
+
+    void detailsArePlainTextAndLinksWaitForAClick() {
+        ResultsFixture fixture(alwaysFinding(sample()));
+        QVERIFY(fixture.open());
+        QWidget& details = *fixture.find("detailPane");
+        QVERIFY(textOf(details).contains(u"Select a package"_s));
+        fixture.table.selectRow(4);
+        QVERIFY(textOf(details).contains(u"<b>bold</b>"_s));
+        for (const QLabel* const label : details.findChildren<QLabel*>()) {
+            QVERIFY2(label->textFormat() == Qt::PlainText, qPrintable(label->text()));
+        }
+        QCOMPARE(fixture.find<QPlainTextEdit>("licenseText")->toPlainText(),
+                 u"Permission is <i>granted</i>"_s);
+        QVERIFY(fixture.openedLinks.isEmpty());
+        fixture.find<QAbstractButton>("sourceLink")->click();
+        QCOMPARE(fixture.openedLinks, QStringList{u"https://example.org/bold"_s});
+        auto* const tabs = details.findChild<QTabWidget*>();
+        QCOMPARE(tabs->count(), 2);
+        fixture.table.selectRow(1);
+        QCOMPARE(tabs->count(), 1);
+        QVERIFY(textOf(details).contains(u"GNU General Public License"_s));
+        QVERIFY(fixture.find<QAbstractButton>("sourceLink") == nullptr);
+    }
+
+    void endlessTextsDoNotHoldUpTheWindow() {
+        auto endless = package(std::string(300000, 'n'));
+        endless.license = std::string(300000, 'l');
+        endless.licenseText = std::string(400000, 't') + "\nend";
+        endless.source = "https://example.org/" + std::string(300000, 's');
+        ResultsFixture fixture(alwaysFinding(findings({endless})));
+        QVERIFY(fixture.open());
+        QElapsedTimer timer;
+        timer.start();
+        fixture.table.selectRow(0);
+        fixture.window.grab();
+        fixture.find("detailPane")->findChild<QTabWidget*>()->setCurrentIndex(1);
+        fixture.window.grab();
+        QVERIFY2(timer.elapsed() < 15000, qPrintable(QString::number(timer.elapsed())));
+        const QString shown = fixture.find<QPlainTextEdit>("licenseText")->toPlainText();
+        QCOMPARE(shown.count(u't'), 400000);
+        QVERIFY(shown.endsWith(u"\nend"_s));
+    }
+
+    void warningsOfferWhatTheProgramCanDoAndManyAreFolded() {
+        WindowFixture fixture(alwaysFinding(
+            findings({}, {"Or add the checkouts folder.", "Choose the environment.", "third", "fourth"})));
+        QVERIFY(fixture.open());
+        QWidget& warnings = *fixture.find("warnings");
+        const auto click = [&warnings](const char* button) {
+            warnings.findChild<QPushButton*>(QLatin1StringView(button))->click();
+        };
+        QCOMPARE(textOf(warnings), u"Or add the checkouts folder.|Choose the environment."_s);
+        click("addCheckoutsButton");
+        QCOMPARE(fixture.chooser.questions.back().prompt, u"Add"_s);
+        click("choosePythonEnvironmentButton");
+        QCOMPARE(fixture.chooser.questions.back().prompt, u"Use"_s);
+        QCOMPARE(warnings.findChild<QPushButton*>(u"warningsToggle"_s)->text(), u"Show 2 more warnings"_s);
+        click("warningsToggle");
+        QTRY_COMPARE(textOf(warnings),
+                     u"Or add the checkouts folder.|Choose the environment.|third|fourth"_s);
+        click("warningsToggle");
+        QTRY_COMPARE(textOf(warnings), u"Or add the checkouts folder.|Choose the environment."_s);
+        fixture.model.openFolder(fixture.project.folder("next"));
+        QVERIFY(!warnings.isVisible());
+    }
+
+    void aRunningScanShowsProgressKeepsTheRowsAndCanBeCancelled() {
+        HeldScans scans;
+        ResultsFixture fixture(scans.function());
+        scans.release(0, sample());
+        QVERIFY(fixture.open());
+        QWidget& progress = *fixture.find("progress");
+        QVERIFY(!progress.isVisible());
+        fixture.press(Qt::Key_R);
+        QVERIFY(progress.isVisible());
+        const auto* const bar = progress.findChild<QProgressBar*>();
+        QTRY_COMPARE(bar->maximum(), 7);
+        QCOMPARE(bar->value(), 3);
+        QCOMPARE(progress.findChild<QLabel*>()->accessibleName(), u"3 of 7 packages: left-pad"_s);
+        fixture.table.selectRow(1);
+        fixture.search.setText(u"gran"_s);
+        QCOMPARE(fixture.rows(), u"granite"_s);
+        progress.findChild<QPushButton*>(u"cancelScanButton"_s)->click();
+        QVERIFY(!progress.isVisible());
+        QCOMPARE(fixture.model.selectedDependency()->name, "granite");
+        scans.release(1, findings({}));
+        QTRY_VERIFY(scans.wasStopped(1));
+        QCOMPARE(fixture.model.result()->dependencies.size(), std::size_t{5});
+    }
+
+    void emptyStatesSayWhatIsGoingOn() {
+        HeldScans scans;
+        ResultsFixture fixture(scans.function());
+        QWidget& empty = *fixture.find("emptyState");
+        const auto heading = [&empty] { return textOf(empty).section(u'|', 0, 0); };
+        const auto click = [&empty](const QString& button) {
+            empty.findChild<QPushButton*>(button)->click();
+        };
+        fixture.model.openFolder(fixture.project.path());
+        QCOMPARE(heading(), u"Scanning…"_s);
+        QTRY_COMPARE(scans.begun().size(), std::size_t{1});
+        fixture.model.cancelScan();
+        QCOMPARE(heading(), u"Not scanned yet"_s);
+        scans.release(0, {});
+        scans.release(1, findings({}));
+        click(u"rescanButton"_s);
+        QTRY_COMPARE(heading(), u"No dependencies found"_s);
+        scans.release(2, sample());
+        fixture.model.scan();
+        QVERIFY(fixture.waitForScan());
+        QCOMPARE(heading(), QString());
+        fixture.model.setFilter(DependencyFilter::copyleft());
+        fixture.model.setSearch(u"pad"_s);
+        QCOMPARE(heading(), u"No matching packages"_s);
+        click(u"showAllButton"_s);
+        QCOMPARE(fixture.rows(), u"anchor granite lost pad <b>bold</b>"_s);
+        QCOMPARE(fixture.search.text(), QString());
+        fixture.model.openFolder(fixture.project.path() / "gone");
+        QTRY_COMPARE(heading(), u"The folder could not be scanned"_s);
+        QVERIFY(textOf(empty).contains(u"“gone” can’t be read."_s));
+    }
+
+    void everyShortcutDoesItsCommand() {
+        WindowFixture fixture(alwaysFinding(sample()));
+        QVERIFY(fixture.isActive && fixture.open());
+        fixture.press(Qt::Key_O);
+        QCOMPARE(fixture.chooser.questions.back().prompt, u"Scan"_s);
+        fixture.press(Qt::Key_R);
+        QVERIFY(fixture.model.scanning());
+        fixture.press(Qt::Key_Period);
+        QVERIFY(!fixture.model.scanning());
+        for (const auto& [key, shown] : {std::pair{Qt::Key_2, u"granite lost"_s},
+                                         {Qt::Key_3, u"granite"_s},
+                                         {Qt::Key_4, u"lost"_s},
+                                         {Qt::Key_1, u"anchor granite lost pad <b>bold</b>"_s}}) {
+            fixture.press(key);
+            QCOMPARE(fixture.shown(), shown);
+        }
+        for (const auto& [name, modifiers] :
+             {std::pair{"sidebar", Qt::NoModifier}, {"detailPane", Qt::ShiftModifier}}) {
+            fixture.press(Qt::Key_F9, modifiers);
+            QVERIFY2(!fixture.find(name)->isVisible(), name);
+            fixture.press(Qt::Key_F9, modifiers);
+            QVERIFY2(fixture.find(name)->isVisible(), name);
+        }
+        fixture.press(Qt::Key_F11, Qt::NoModifier);
+        QVERIFY(fixture.window.isFullScreen());
+        fixture.press(Qt::Key_F11, Qt::NoModifier);
+        QVERIFY(!fixture.window.isFullScreen());
+        fixture.press(Qt::Key_W);
+        QVERIFY(!fixture.window.isVisible());
+    }
+
+    void commandsAreEnabledAsTheModelAllows() {
+        HeldScans scans;
+        WindowFixture fixture(scans.function());
+        int checks = 0;
+        const AppCommands withUpdates(fixture.model, [&checks] { ++checks; });
+        const auto enabled = [](const AppCommands& commands) {
+            QStringList names;
+            for (const Command command : {Command::openFolder, Command::rescan, Command::cancelScan,
+                                          Command::exportReport, Command::find, Command::checkForUpdates}) {
+                if (commands.action(command)->isEnabled()) {
+                    names.push_back(commands.action(command)->objectName());
+                }
+            }
+            return names.join(u' ');
+        };
+        QCOMPARE(enabled(fixture.commands), u"openFolder"_s);
+        QCOMPARE(enabled(withUpdates), u"openFolder checkForUpdates"_s);
+        fixture.model.openFolder(fixture.project.path());
+        QCOMPARE(enabled(fixture.commands), u"openFolder rescan cancelScan"_s);
+        scans.release(0, sample());
+        QTRY_COMPARE(enabled(fixture.commands), u"openFolder rescan exportReport find"_s);
+        QCOMPARE(withUpdates.action(Command::checkForUpdates)->text(), u"Check for Updates…"_s);
+        withUpdates.action(Command::checkForUpdates)->trigger();
+        QCOMPARE(checks, 1);
+    }
+
+    void closingWaitsForASave() {
+        for (const bool fails : {false, true}) {
+            std::atomic<bool> mayEnd = false;
+            WindowFixture fixture(alwaysFinding(sample()), [&](const auto&, const auto&, auto, const auto&) {
+                while (!mayEnd) {
+                    QThread::msleep(1);
+                }
+                return fails ? ScanKit::SavedReports{.failure = "Disk full"} : ScanKit::SavedReports{};
+            });
+            QVERIFY(fixture.open());
+            fixture.chooser.answer = fixture.project.path();
+            fixture.model.exportReports(ScanKit::ReportFormats::json);
+            const bool closedAtOnce = fixture.window.close();
+            mayEnd = true;
+            QVERIFY(!closedAtOnce);
+            QTRY_VERIFY(!fixture.model.exporting());
+            QVERIFY2(fixture.window.isVisible() == fails,
+                     fails ? "closed without its reports" : "still open");
+            if (fails) {
+                QWidget& message = *fixture.find("exportMessage");
+                QCOMPARE(textOf(message), u"Couldn't save: Disk full"_s);
+                message.findChild<QAbstractButton*>(u"dismissButton"_s)->click();
+                QVERIFY(!message.isVisible() && !fixture.model.exportMessage());
+                QVERIFY(fixture.window.close());
+            }
+        }
+    }
+
+    void closingEndsAScan() {
+        HeldScans scans;
+        WindowFixture fixture(scans.function());
+        fixture.model.openFolder(fixture.project.path());
+        QTRY_COMPARE(scans.begun().size(), std::size_t{1});
+        fixture.window.close();
+        QVERIFY(!fixture.model.scanning());
+        scans.release(0, {});
+        QTRY_VERIFY(scans.wasStopped(0));
+    }
+
+    void narrowWindowsPutTheDetailsBelow() {
+        WindowFixture fixture(alwaysFinding(sample()));
+        QVERIFY(fixture.open());
+        const auto detailsBelowFilters = [&fixture] {
+            return fixture.find("detailPane")->mapTo(&fixture.window, QPoint()).y() -
+                   fixture.find("sidebar")->mapTo(&fixture.window, QPoint()).y();
+        };
+        fixture.window.resize(1800, 900);
+        QTRY_COMPARE(detailsBelowFilters(), 0);
+        fixture.window.resize(900, 600);
+        QTRY_VERIFY(detailsBelowFilters() > 100);
+    }
+};
 
 QTEST_MAIN(MainWindowTest)
 #include "MainWindowTest.moc"

@@ -1,5 +1,6 @@
 #include "QuorvaneApp/Platform/DialogFolderChooser.h"
 #include "QuorvaneApp/Platform/FileRevealer.h"
+#include "Tests/QuorvaneApp/Words.h"
 
 #include <optional>
 
@@ -32,89 +33,76 @@ class PlatformTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void cleanupTestCase();
-    void filesAreSelectedInTheFileManager();
-    void withoutAFileManagerTheFolderIsOpened();
-    void thePanelAsksForOneFolder_data();
-    void thePanelAsksForOneFolder();
+    void initTestCase() {
+        bus_.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
+        QVERIFY(bus_.waitForStarted());
+        QVERIFY(bus_.waitForReadyRead());
+        address_ = QString::fromUtf8(bus_.readLine()).trimmed();
+        qputenv("DBUS_SESSION_BUS_ADDRESS", address_.toUtf8());
+    }
+
+    void cleanupTestCase() {
+        bus_.terminate();
+        QVERIFY(bus_.waitForFinished());
+    }
+
+    void filesAreSelectedInTheFileManager() {
+        FileManager fileManager;
+        QDBusConnection server = QDBusConnection::connectToBus(address_, u"server"_s);
+        QVERIFY(server.registerObject(u"/org/freedesktop/FileManager1"_s, &fileManager,
+                                      QDBusConnection::ExportScriptableSlots));
+        QVERIFY(server.registerService(u"org.freedesktop.FileManager1"_s));
+        makeFileRevealer()->reveal({"/tmp/a b/NOTICE.txt", "/tmp/a b/Licenses ü.csv"});
+        QTRY_COMPARE(fileManager.selected, (QStringList{u"file:///tmp/a%20b/NOTICE.txt"_s,
+                                                        u"file:///tmp/a%20b/Licenses%20%C3%BC.csv"_s}));
+        QDBusConnection::disconnectFromBus(u"server"_s);
+    }
+
+    void withoutAFileManagerTheFolderIsOpened() {
+        FileManager desktop;
+        QDesktopServices::setUrlHandler(u"file"_s, &desktop, "open");
+        const auto revealer = makeFileRevealer();
+        revealer->reveal({});
+        revealer->reveal({"/tmp/a b/NOTICE.txt", "/tmp/a b/Licenses.csv"});
+        QTRY_COMPARE(desktop.opened, QList<QUrl>{QUrl::fromLocalFile(u"/tmp/a b"_s)});
+        QDesktopServices::unsetUrlHandler(u"file"_s);
+    }
+
+    void thePanelAsksForOneFolder() {
+        struct Row {
+            const char* name;
+            bool showsHidden, createsFolders, confirms;
+        };
+        for (const Row& row :
+             {Row{"plain", false, false, true}, Row{"hidden folders", true, false, true},
+              Row{"new folders", false, true, true}, Row{"cancelled", false, false, false}}) {
+            const QTemporaryDir folder;
+            QString chosen;
+            DialogFolderChooser().choose({.message = u"Choose one."_s,
+                                          .prompt = u"Take"_s,
+                                          .showsHidden = row.showsHidden,
+                                          .createsFolders = row.createsFolders},
+                                         [&chosen](const std::filesystem::path& path) {
+                                             chosen = QString::fromStdString(path.string());
+                                         });
+            auto* const panel = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            QVERIFY2(panel != nullptr, row.name);
+            QCOMPARE(panel->windowTitle(), u"Choose one."_s);
+            QCOMPARE(panel->labelText(QFileDialog::Accept), u"Take"_s);
+            QCOMPARE(panel->fileMode(), QFileDialog::Directory);
+            QVERIFY2(panel->testOption(QFileDialog::ShowDirsOnly), row.name);
+            QVERIFY2(panel->testOption(QFileDialog::ReadOnly) != row.createsFolders, row.name);
+            QVERIFY2(panel->filter().testFlag(QDir::Hidden) == row.showsHidden, row.name);
+            panel->setDirectory(folder.path());
+            QMetaObject::invokeMethod(panel, row.confirms ? "accept" : "reject");
+            QCOMPARE(chosen, row.confirms ? folder.path() : QString());
+        }
+    }
 
 private:
     QProcess bus_;
     QString address_;
 };
-
-void PlatformTest::initTestCase() {
-    bus_.start(QStringLiteral("dbus-daemon"),
-               {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address")});
-    QVERIFY(bus_.waitForStarted());
-    QVERIFY(bus_.waitForReadyRead());
-    address_ = QString::fromUtf8(bus_.readLine()).trimmed();
-    qputenv("DBUS_SESSION_BUS_ADDRESS", address_.toUtf8());
-}
-
-void PlatformTest::cleanupTestCase() {
-    bus_.terminate();
-    QVERIFY(bus_.waitForFinished());
-}
-
-void PlatformTest::filesAreSelectedInTheFileManager() {
-    FileManager fileManager;
-    QDBusConnection server = QDBusConnection::connectToBus(address_, QStringLiteral("server"));
-    QVERIFY(server.registerObject(QStringLiteral("/org/freedesktop/FileManager1"), &fileManager,
-                                  QDBusConnection::ExportScriptableSlots));
-    QVERIFY(server.registerService(QStringLiteral("org.freedesktop.FileManager1")));
-    makeFileRevealer()->reveal({"/tmp/a b/NOTICE.txt", "/tmp/a b/Licenses ü.csv"});
-    QTRY_COMPARE(fileManager.selected,
-                 (QStringList{QStringLiteral("file:///tmp/a%20b/NOTICE.txt"),
-                              QStringLiteral("file:///tmp/a%20b/Licenses%20%C3%BC.csv")}));
-    QDBusConnection::disconnectFromBus(QStringLiteral("server"));
-}
-
-void PlatformTest::withoutAFileManagerTheFolderIsOpened() {
-    FileManager desktop;
-    QDesktopServices::setUrlHandler(QStringLiteral("file"), &desktop, "open");
-    const auto revealer = makeFileRevealer();
-    revealer->reveal({});
-    revealer->reveal({"/tmp/a b/NOTICE.txt", "/tmp/a b/Licenses.csv"});
-    QTRY_COMPARE(desktop.opened, QList<QUrl>{QUrl::fromLocalFile(QStringLiteral("/tmp/a b"))});
-    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
-}
-
-void PlatformTest::thePanelAsksForOneFolder_data() {
-    QTest::addColumn<bool>("showsHidden");
-    QTest::addColumn<bool>("createsFolders");
-    QTest::addColumn<bool>("confirms");
-    QTest::newRow("plain") << false << false << true;
-    QTest::newRow("hidden folders") << true << false << true;
-    QTest::newRow("new folders") << false << true << true;
-    QTest::newRow("cancelled") << false << false << false;
-}
-
-void PlatformTest::thePanelAsksForOneFolder() {
-    QFETCH(bool, showsHidden);
-    QFETCH(bool, createsFolders);
-    QFETCH(bool, confirms);
-    const QTemporaryDir folder;
-    std::optional<std::filesystem::path> chosen;
-    DialogFolderChooser().choose({.message = QStringLiteral("Choose one."),
-                                  .prompt = QStringLiteral("Take"),
-                                  .showsHidden = showsHidden,
-                                  .createsFolders = createsFolders},
-                                 [&chosen](const std::filesystem::path& path) { chosen = path; });
-    auto* const panel = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    QVERIFY(panel != nullptr);
-    QCOMPARE(panel->windowTitle(), QStringLiteral("Choose one."));
-    QCOMPARE(panel->labelText(QFileDialog::Accept), QStringLiteral("Take"));
-    QCOMPARE(panel->fileMode(), QFileDialog::Directory);
-    QVERIFY(panel->testOption(QFileDialog::ShowDirsOnly));
-    QCOMPARE(panel->testOption(QFileDialog::ReadOnly), !createsFolders);
-    QCOMPARE(panel->filter().testFlag(QDir::Hidden), showsHidden);
-    panel->setDirectory(folder.path());
-    QMetaObject::invokeMethod(panel, confirms ? "accept" : "reject");
-    QCOMPARE(chosen.has_value(), confirms);
-    QVERIFY(!confirms || *chosen == folder.path().toStdString());
-}
 
 int main(int argc, char** argv) {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);

@@ -7,37 +7,28 @@ class ProgramTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void saysItsVersionAndRefusesTwoFolders();
-    void opensAFolderAndStaysUp();
+    void saysItsVersionAndRefusesTwoFolders() {
+        QProcess process;
+        process.start(QStringLiteral(QUORVANE_APP_PATH), {QStringLiteral("--version")});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitCode(), 0);
+        QVERIFY(process.readAll().startsWith("Quorvane "));
+        process.start(QStringLiteral(QUORVANE_APP_PATH), {QStringLiteral("a"), QStringLiteral("b")});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitCode(), 2);
+    }
 
-private:
-    static void run(QProcess& process, const QStringList& arguments) {
-        process.start(QStringLiteral(QUORVANE_APP_PATH), arguments);
+    void opensAFolderAndStaysUp() {
+        const QTemporaryDir folder;
+        QProcess process;
+        process.start(QStringLiteral(QUORVANE_APP_PATH), {folder.path()});
         QVERIFY(process.waitForStarted());
+        QVERIFY2(!process.waitForFinished(1500), "the program ended by itself");
+        process.terminate();
+        QVERIFY(process.waitForFinished());
+        QVERIFY2(!process.readAllStandardError().contains("Warning"), "the program warned");
     }
 };
-
-void ProgramTest::saysItsVersionAndRefusesTwoFolders() {
-    QProcess version;
-    run(version, {QStringLiteral("--version")});
-    QVERIFY(version.waitForFinished());
-    QCOMPARE(version.exitCode(), 0);
-    QVERIFY(version.readAll().startsWith("Quorvane "));
-    QProcess twoFolders;
-    run(twoFolders, {QStringLiteral("a"), QStringLiteral("b")});
-    QVERIFY(twoFolders.waitForFinished());
-    QCOMPARE(twoFolders.exitCode(), 2);
-}
-
-void ProgramTest::opensAFolderAndStaysUp() {
-    const QTemporaryDir folder;
-    QProcess process;
-    run(process, {folder.path()});
-    QVERIFY2(!process.waitForFinished(1500), "the program ended by itself");
-    process.terminate();
-    QVERIFY(process.waitForFinished());
-    QVERIFY2(!process.readAllStandardError().contains("Warning"), "the program warned");
-}
 
 QTEST_GUILESS_MAIN(ProgramTest)
 #include "ProgramTest.moc"

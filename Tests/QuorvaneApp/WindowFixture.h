@@ -2,22 +2,30 @@
 
 #include "QuorvaneApp/Commands/AppCommands.h"
 #include "QuorvaneApp/MainWindow.h"
-#include "QuorvaneApp/Model/AppModel.h"
 #include "Tests/QuorvaneApp/AppFixture.h"
 #include "Tests/Updates/UpdateFixture.h"
 
 #include <utility>
 
 #include <QAction>
+#include <QLabel>
 #include <QtTest>
 
-/// The real window over a model whose panels, scans and file manager the test answers.
-struct WindowFixture {
+/// The words of the visible labels below the widget, with bars between them.
+inline QString textOf(const QWidget& widget) {
+    QStringList texts;
+    for (const QLabel* const label : widget.findChildren<QLabel*>()) {
+        if (label->isVisible()) {
+            texts.push_back(label->text());
+        }
+    }
+    return texts.join(u'|');
+}
+
+/// The real window over a fixture's model, shown and ready for keys.
+struct WindowFixture : ModelFixture {
     explicit WindowFixture(ScanFunction scan, AppModel::SaveFunction save = ScanKit::saveReports)
-        : model(false, {.folderChooser = chooser,
-                        .fileRevealer = revealer,
-                        .scan = std::move(scan),
-                        .save = std::move(save)}),
+        : ModelFixture(std::move(scan), std::move(save)),
           commands(model),
           window(model, commands, updater,
                  [this](const QString& address) { openedLinks.push_back(address); }) {
@@ -26,12 +34,7 @@ struct WindowFixture {
         isActive = QTest::qWaitForWindowActive(&window);
     }
 
-    /// Opens the fixture's folder and waits for its scan.
-    bool open() {
-        model.openFolder(project.path());
-        return QTest::qWaitFor([this] { return !model.scanning(); });
-    }
-    template <typename Widget>
+    template <typename Widget = QWidget>
     Widget* find(const char* objectName) {
         return window.findChild<Widget*>(QLatin1StringView(objectName));
     }
@@ -52,12 +55,8 @@ struct WindowFixture {
         QTest::keyClick(&window, key, modifiers);
     }
 
-    ProjectFolder project;
-    FakeFolderChooser chooser;
-    RecordingFileRevealer revealer;
-    FakeUpdaterController updater{QUrl(QStringLiteral("https://example.com/feed.xml"))};
+    FakeUpdaterController updater{QUrl(u"https://example.com/feed.xml"_s)};
     QStringList openedLinks;
-    AppModel model;
     AppCommands commands;
     MainWindow window;
     bool isActive = false;

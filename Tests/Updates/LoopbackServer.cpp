@@ -56,8 +56,7 @@ void LoopbackServer::serve(QTcpSocket& socket) {
     const Request request = parse(socket.readAll());
     requests.push_back(request);
     const auto answer = answers_.find(request.path);
-    send(socket, request,
-         answer == answers_.end() ? Response{.status = 404, .body = {}} : answer->second(request));
+    send(socket, request, answer == answers_.end() ? Response{.status = 404, .body = {}} : answer->second);
 }
 
 void LoopbackServer::send(QTcpSocket& socket, const Request& request, const Response& response) {

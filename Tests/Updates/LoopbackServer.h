@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <map>
 #include <vector>
 
@@ -29,12 +28,7 @@ public:
 
     LoopbackServer();
 
-    void answer(const QByteArray& path, const Response& response) {
-        answers_[path] = [response](const Request&) { return response; };
-    }
-    void answerWith(const QByteArray& path, std::function<Response(const Request&)> respond) {
-        answers_[path] = std::move(respond);
-    }
+    void answer(const QByteArray& path, const Response& response) { answers_[path] = response; }
     QUrl url(const QByteArray& path) const;
     /// The same by an address that reaches this server, too, but is not a loopback address.
     QUrl outsideURL(const QByteArray& path) const;
@@ -48,5 +42,5 @@ private:
     static void send(QTcpSocket& socket, const Request& request, const Response& response);
 
     QTcpServer server_;
-    std::map<QByteArray, std::function<Response(const Request&)>> answers_;
+    std::map<QByteArray, Response> answers_;
 };

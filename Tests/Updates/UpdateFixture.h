@@ -2,10 +2,13 @@
 
 #include "QuorvaneApp/Updates/UpdatePresenter.h"
 #include "QuorvaneApp/Updates/UpdaterController.h"
+#include "Tests/QuorvaneApp/Words.h"
 
 #include <optional>
 #include <utility>
 #include <vector>
+
+#include <QDebug>
 
 /// Stands in for the update framework: remembers how often it was asked to check.
 class FakeUpdaterController : public UpdaterController {
@@ -37,3 +40,21 @@ public:
     std::vector<AvailableUpdate> offers;
     Answer choose;
 };
+
+/// A feed of these items; the framework's elements have the prefix "s".
+inline QByteArray feedOf(const QByteArray& items) {
+    return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n"
+           "<rss version=\"2.0\" xmlns:s=\"http://www.andymatuschak.org/xml-namespaces/sparkle\">\n"
+           "<channel><title>Quorvane</title><link>https://example.com/</link>" +
+           items + "</channel></rss>\n";
+}
+/// An item for Linux.
+inline QByteArray itemOf(const QByteArray& version, const QByteArray& more = {}) {
+    return "<item><s:version>" + version + "</s:version>" + more + "<enclosure s:os=\"linux\"/></item>";
+}
+
+// What a comparison that fails shows of the values.
+inline QDebug operator<<(QDebug debug, const AvailableUpdate& update) {
+    return debug << update.version << update.shownVersion << update.releaseNotes
+                 << update.page.value_or(QUrl());
+}
