@@ -1,6 +1,7 @@
 #include "ScanKit/Identification/Identification.h"
 
 #include "ScanKit/Licenses/StandardTexts.h"
+#include "ScanKit/Support/Text.h"
 #include "Tests/Builders/Printers.h"
 #include "Tests/Builders/TemporaryFolder.h"
 
@@ -18,12 +19,13 @@ std::string standard(std::string_view name) {
     return std::string(standardText(name).value());
 }
 
-/// Notes that begin like this, in this order, and no further one.
-auto startingWith(const std::vector<const char*>& starts) {
+/// Notes that begin like these, parted by "|", in this order, and no further one.
+auto startingWith(std::string_view starts) {
     std::vector<testing::Matcher<std::string>> each;
-    for (const char* start : starts) {
+    for (const std::string_view start : Text::split(starts, "|")) {
         each.push_back(StartsWith(std::string(start)));
     }
+    each.resize(starts.empty() ? 0 : each.size());
     return testing::ElementsAreArray(each);
 }
 
@@ -158,50 +160,43 @@ TEST(Identify, NamesFurtherLicensesOnlyWhereMetadataAndFilesAgree) {
                 ElementsAre(testing::AllOf(HasSubstr("contains LGPL-2.1 text"),
                                            testing::EndsWith("inside the package."))));
     EXPECT_THAT(notes("GPL-2.0-only", standard("LGPL-2.1"), standard("GPL-2.0")),
-                startingWith({"The license file also contains LGPL-2.1 text", "GPL: "}));
+                startingWith("The license file also contains LGPL-2.1 text|GPL: "));
 }
 
 TEST(Identify, ExplainsEachCategory) {
     struct Case {
         const char* declared;
         LicenseCategory category;
-        std::vector<const char*> noteStarts;
+        const char* noteStarts;
     };
     using enum LicenseCategory;
     const Case cases[]{
-        {"MIT", permissive, {}},
-        {"MIT OR GPL-2.0-only",
-         permissive,
-         {"Offered under a choice of licenses (MIT OR GPL-2.0-only). This report assumes MIT."}},
-        {"MIT/Apache-2.0",
-         permissive,
-         {"Offered under a choice of licenses (MIT OR Apache-2.0). This report assumes MIT."}},
-        {"BSD", permissive, {"BSD-style license without a clause count"}},
-        {"Unlicense", publicDomain, {}},
-        {"PublicDomain", publicDomain, {"Says “public domain” without a license"}},
-        {"MPL-2.0", weakCopyleft, {"MPL: changes"}},
-        {"CDDL-1.0 AND LGPL-3.0-only AND MPL-1.1",
-         weakCopyleft,
-         {"MPL: changes", "LGPL: usually", "File-level copyleft"}},
-        {"LGPL-3.0-only WITH anything", weakCopyleft, {"LGPL: usually"}},
-        {"GPL-2.0-only WITH Classpath-exception-2.0",
-         weakCopyleft,
-         {"Copyleft with an exception (GPL-2.0-only WITH Classpath-exception-2.0): usually fine"}},
-        {"GPL", strongCopyleft, {"GPL, version not stated: "}},
-        {"GPL-3.0-only", strongCopyleft, {"GPL: if you ship"}},
-        {"AGPL-3.0-or-later", networkCopyleft, {"AGPL-style license: "}},
-        {"UNLICENSED", proprietary, {"Marked as not open source (UNLICENSED). You need"}},
-        {"See license in own.txt",
-         proprietary,
-         {"The metadata points to a custom license (“See license in own.txt”)"}},
-        {"Our own", unknown, {"Declared as “Our own”, which Quorvane doesn't recognize."}},
-        {"Our\nown", unknown, {"The license file doesn't match a license Quorvane knows."}},
+        {"MIT", permissive, ""},
+        {"MIT OR GPL-2.0-only", permissive,
+         "Offered under a choice of licenses (MIT OR GPL-2.0-only). This report assumes MIT."},
+        {"MIT/Apache-2.0", permissive,
+         "Offered under a choice of licenses (MIT OR Apache-2.0). This report assumes MIT."},
+        {"BSD", permissive, "BSD-style license without a clause count"},
+        {"Unlicense", publicDomain, ""},
+        {"PublicDomain", publicDomain, "Says “public domain” without a license"},
+        {"MPL-2.0", weakCopyleft, "MPL: changes"},
+        {"CDDL-1.0 AND LGPL-3.0-only AND MPL-1.1", weakCopyleft, "MPL: |LGPL: usually|File-level copyleft"},
+        {"LGPL-3.0-only WITH anything", weakCopyleft, "LGPL: usually"},
+        {"GPL-2.0-only WITH Classpath-exception-2.0", weakCopyleft,
+         "Copyleft with an exception (GPL-2.0-only WITH Classpath-exception-2.0): usually fine"},
+        {"GPL", strongCopyleft, "GPL, version not stated: "},
+        {"GPL-3.0-only", strongCopyleft, "GPL: if you ship"},
+        {"AGPL-3.0-or-later", networkCopyleft, "AGPL-style license: "},
+        {"UNLICENSED", proprietary, "Marked as not open source (UNLICENSED). You need"},
+        {"See license in x", proprietary, "The metadata points to a custom license (“See license in x”)"},
+        {"Our own", unknown, "Declared as “Our own”, which Quorvane doesn't recognize."},
+        {"Our\nown", unknown, "The license file doesn't match a license Quorvane knows."},
     };
     for (const Case& one : cases) {
-        const Dependency dependency =
+        const Dependency found =
             InstalledPackage(one.declared).license("LICENSE", "Some words.").identified();
-        EXPECT_EQ(dependency.category, one.category) << one.declared;
-        EXPECT_THAT(dependency.notes, startingWith(one.noteStarts)) << one.declared;
+        EXPECT_EQ(found.category, one.category) << one.declared;
+        EXPECT_THAT(found.notes, startingWith(one.noteStarts)) << one.declared;
     }
 }
 
@@ -214,14 +209,13 @@ TEST(Identify, WritesNotesInTheOrderInWhichTheyMatter) {
             .identified();
     ASSERT_GT(agreeing.matchScore.value(), 0.75);
     ASSERT_LT(agreeing.matchScore.value(), 0.82);
-    const std::string percent = std::to_string(std::lround(*agreeing.matchScore * 100));
     EXPECT_THAT(
         agreeing.notes,
         startingWith(
-            {"The license file also contains Zlib text", "Offered under a choice of licenses (MPL-2.0 OR",
-             "MPL: ", "LGPL: ", "File-level copyleft", "Copyleft with an exception (GPL-2.0-only WITH",
-             "The license file is close to the standard MPL-2.0 AND Zlib text but not identical ("}));
-    EXPECT_THAT(agreeing.notes.back(), testing::EndsWith(" (" + percent + "% match). Read it once."));
+            "The license file also contains Zlib text|Offered under a choice of licenses (MPL-2.0 OR|MPL: |"
+            "LGPL: |File-level copyleft|Copyleft with an exception (GPL-2.0-only WITH|The license file "
+            "is close to the standard MPL-2.0 AND Zlib text but not identical (" +
+            std::to_string(std::lround(*agreeing.matchScore * 100)) + "% match). Read it once."));
 
     const Dependency differing =
         InstalledPackage("ISC OR MIT").license("LICENSE", standard("Zlib") + "\n" + mostOfMpl).identified();
@@ -229,21 +223,20 @@ TEST(Identify, WritesNotesInTheOrderInWhichTheyMatter) {
     EXPECT_THAT(
         differing.notes,
         startingWith(
-            {"The package metadata says ISC OR MIT, but its license file reads as Zlib AND MPL-2.0. Check "
-             "which one applies.",
-             "Offered under a choice", "The license file is close to the standard Zlib AND MPL-2.0"}));
+            "The package metadata says ISC OR MIT, but its license file reads as Zlib AND MPL-2.0. Check "
+            "which one applies.|Offered under a choice|The license file is close to the standard Zlib AND"));
 
     const Dependency undeclared =
         InstalledPackage("Ours").license("LICENSE", "GNU General Public License, version 3").identified();
     EXPECT_EQ(undeclared.matchScore, 0.7);
     EXPECT_THAT(undeclared.notes,
-                startingWith({"The metadata says “Ours”, which isn't a standard license ID",
-                              "GPL: if you ship", "Identified from a short license notice"}));
+                startingWith("The metadata says “Ours”, which isn't a standard license ID|GPL: if you "
+                             "ship|Identified from a short license notice"));
     EXPECT_THAT(
         InstalledPackage("SEE LICENSE IN LICENSE").license("LICENSE", standard("MIT")).identified().notes,
         IsEmpty());
     EXPECT_THAT(InstalledPackage().license("LICENSE", startOf("MPL-2.0", 0.84)).identified().notes,
-                startingWith({"MPL: "}))
+                startingWith("MPL: "))
         << "close enough to need no reading";
 }
 
@@ -259,24 +252,19 @@ TEST(Identify, TellsWhatIsMissing) {
     struct Case {
         Ecosystem ecosystem;
         std::optional<std::string> declared;
-        const char* outcome;
-        std::vector<const char*> noteStarts;
+        const char *outcome, *noteStarts;
     };
     const Case absent[]{
         {swiftpm,
          {},
          "nothing by none, missing, notOnDisk",
-         {"The package isn't checked out", "No license was found."}},
-        {swiftpm, "Ours", "nothing by none, unknown", {"Declared as “Ours”"}},
-        {npm,
-         "GPL",
-         "GPL by metadata, strongCopyleft, notOnDisk",
-         {"GPL, version", "The package isn't in node_modules"}},
-        {python,
-         "MIT",
-         "MIT by metadata, notOnDisk",
-         {"The package isn't installed in the chosen environment"}},
-        {npm, "Unlicense", "Unlicense by metadata", {}},  // public domain asks for no text
+         "The package isn't checked out|No license was found."},
+        {swiftpm, "Ours", "nothing by none, unknown", "Declared as “Ours”"},
+        {npm, "GPL", "GPL by metadata, strongCopyleft, notOnDisk",
+         "GPL, version|The package isn't in node_modules"},
+        {python, "MIT", "MIT by metadata, notOnDisk",
+         "The package isn't installed in the chosen environment"},
+        {npm, "Unlicense", "Unlicense by metadata", ""},  // public domain asks for no text
     };
     for (const Case& one : absent) {
         const Dependency found =

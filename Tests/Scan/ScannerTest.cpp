@@ -85,22 +85,22 @@ TEST(Scanner, JoinsEverythingAProjectHolds) {
 TEST(Scanner, WarnsOfWhatTheUserCanMend) {
     struct Case {
         std::vector<std::pair<const char*, std::string_view>> files;
-        std::vector<const char*> starts;
+        std::vector<testing::Matcher<std::string>> warnings;
     };
     const Case cases[]{
         {{{"Package.resolved", pins}, {".build/checkouts/zeta/LICENSE", ""}},
-         {"Some Swift packages aren't checked out where Quorvane can see them"}},
+         {StartsWith("Some Swift packages aren't checked out where Quorvane can see them")}},
         {{{"package.json", "{}"}, {"package-lock.json", "{}"}},
-         {"The project has a lockfile but no node_modules folder: "}},
+         {StartsWith("The project has a lockfile but no node_modules folder: ")}},
         {{{"web/package.json", "{}"},
           {"web/package-lock.json", "{}"},
-          {"api/package.json", "{}"},
-          {"api/npm-shrinkwrap.json", "not JSON"}},
-         {"api has a lockfile but", "web has a lockfile but"}},
+          {"api/package.json", ""},
+          {"api/npm-shrinkwrap.json", "no"}},
+         {StartsWith("api has a lockfile but"), StartsWith("web has a lockfile but")}},
         {{{"package.json", "{}"}, {"web/package.json", "{}"}},
-         {"package.json has no lockfile and no node_modules folder, so"}},
+         {StartsWith("package.json has no lockfile and no node_modules folder, so")}},
         {{{"requirements.txt", "six\n"}},
-         {"No virtual environment was found, so Python licenses couldn't be read."}},
+         {StartsWith("No virtual environment was found, so Python licenses couldn't be read.")}},
         {{{".venv/pyvenv.cfg", ""}}, {}},
         {{{"requirements.txt", "# nothing\n"}}, {}},
         {{{"web/package.json", "{}"}, {"web/node_modules/x/package.json", "{}"}, {"package.json", "{}"}}, {}},
@@ -110,11 +110,8 @@ TEST(Scanner, WarnsOfWhatTheUserCanMend) {
         for (const auto& [name, content] : one.files) {
             project.write(name, content);
         }
-        std::vector<testing::Matcher<std::string>> starts;
-        for (const char* start : one.starts) {
-            starts.push_back(StartsWith(std::string(start)));
-        }
-        EXPECT_THAT(scanned(project).warnings, testing::ElementsAreArray(starts)) << one.files.front().first;
+        EXPECT_THAT(scanned(project).warnings, testing::ElementsAreArray(one.warnings))
+            << one.files.front().first;
     }
 }
 
