@@ -291,13 +291,12 @@ TEST(Identify, ReadsADeclarationOnlyWhenItIsShortAndOnOneLine) {
         {"UNLICENSED" + std::string(150, ' '), std::nullopt, "UNLICENSED" + std::string(137, ' ') + "…"},
     };
     for (const Case& one : cases) {
-        SCOPED_TRACE(one.declared);
         const Dependency dependency = InstalledPackage(one.declared).identified();
-        EXPECT_EQ(dependency.license, one.license);
+        EXPECT_EQ(dependency.license, one.license) << one.declared;
         EXPECT_EQ(dependency.declared, one.carried);
-        if (!one.license) {
-            EXPECT_THAT(dependency.flags, ElementsAre(one.carried ? Flag::unknown : Flag::missing));
-        }
+        EXPECT_EQ(dependency.flags.front(), one.license   ? Flag::noLicenseFile
+                                            : one.carried ? Flag::unknown
+                                                          : Flag::missing);
     }
 }
 
@@ -306,14 +305,12 @@ TEST(Identify, TurnsToClassifiersWhereNothingIsDeclared) {
     package.raw.ecosystem = Ecosystem::python;
     package.raw.classifiers = {"License :: OSI Approved :: MIT License",
                                "License :: OSI Approved :: BSD License"};
-    const Dependency dependency = package.identified();
-    EXPECT_EQ(dependency.license, "MIT OR BSD");
-    EXPECT_EQ(dependency.basis, LicenseBasis::classifier);
+    EXPECT_EQ(outcome(package.identified()), "MIT OR BSD by classifier, noLicenseFile");
     package.raw.declared = "ISC";
-    EXPECT_EQ(package.identified().license, "ISC");
+    EXPECT_EQ(outcome(package.identified()), "ISC by metadata, noLicenseFile");
 }
 
-TEST(Identify, ReproducesTheTextsOfSeveralFiles) {
+TEST(Identify, CarriesOverWhatIsKnownAndTheTextsOfSeveralFiles) {
     const std::string mit = standard("MIT");
     InstalledPackage package("MIT");
     package.license("LICENSE", mit)
@@ -321,7 +318,12 @@ TEST(Identify, ReproducesTheTextsOfSeveralFiles) {
         .license("COPYING", "more")
         .license("EMPTY", " \n");
     package.notice("NOTICE", "\xEF\xBB\xBFThanks\xFF").notice("NOTICES", "\n");
+    package.raw.source = "https://host/package";
+    package.raw.isDev = true;
     const Dependency dependency = package.identified();
+    EXPECT_EQ(dependency.id(), "npm:package@1.0.0");
+    EXPECT_EQ(dependency.source, "https://host/package");
+    EXPECT_TRUE(dependency.isDev);
     EXPECT_THAT(dependency.licenseFileNames, ElementsAre("LICENSE", "LICENSE.txt", "COPYING", "EMPTY"));
     EXPECT_EQ(dependency.licenseText, "--- LICENSE ---\n\n" + mit + "\n--- COPYING ---\n\nmore\n");
     EXPECT_EQ(dependency.noticeText, "Thanks\uFFFD");

@@ -117,8 +117,9 @@ TEST(Scanner, WarnsOfWhatTheUserCanMend) {
 
 TEST(Scanner, ReadsOnlyWhatItIsAskedFor) {
     const TemporaryFolder project{{"requirements.txt", "six==1.16\n"}, {"Package.resolved", pins}};
+    const TemporaryFolder checkoutsAlone{{".build/checkouts/zeta/LICENSE", ""}};
     for (const ScanResult& nothing :
-         {scanned(project, {.ecosystems = {Ecosystem::npm}}),
+         {scanned(checkoutsAlone), scanned(project, {.ecosystems = {Ecosystem::npm}}),
           // A detection that is passed is not made again.
           Scanner::scan(project.path(), {.ecosystems = everything}, Detection{})}) {
         EXPECT_THAT(nothing.dependencies, IsEmpty());
