@@ -155,6 +155,7 @@ TEST(Identify, NamesFurtherLicensesOnlyWhereMetadataAndFilesAgree) {
     EXPECT_THAT(notes("MIT-0", standard("MIT")), testing::Each(testing::Not(HasSubstr("also contains"))));
     EXPECT_THAT(notes("MIT-0", standard("MIT") + "\n" + standard("Zlib")),
                 testing::Contains(HasSubstr("contains Zlib text")));
+    EXPECT_THAT(notes("GPL", standard("GPL-3.0")), startingWith("GPL, version not stated"));
     // The LGPL 2.1 resembles the GPL 2.0, by too little to be it or to leave a part of its own.
     EXPECT_THAT(notes("MIT", standard("MIT") + "\n" + standard("LGPL-2.1")),
                 ElementsAre(testing::AllOf(HasSubstr("contains LGPL-2.1 text"),

@@ -95,13 +95,14 @@ TEST(NpmLockfile, TellsWhatAnEntryStatesButLinksLocalPackagesAndRepeats) {
 
 TEST(NpmLockfile, LeavesOutAMissingOptionalPackageOnlyWhereOthersAreInstalled) {
     constexpr std::string_view lockfile = R"({"packages": {
-        "node_modules/blank": {"version": "1"}, "node_modules/here": {"version": "1", "license": "MIT"},
+        "node_modules/blank": {"version": "1", "license": "0BSD"}, "node_modules/here": {"version": "1", "license": "MIT"},
         "node_modules/optional": {"version": "1", "optional": true},
         "node_modules/gone": {"version": "1", "license": "ISC"}}})";
     const NpmProject project;
     EXPECT_EQ(project.lockedNames(lockfile), (Names{"blank@1", "gone@1", "here@1", "optional@1"}));
     RawDependency blank = package("blank", "1"), gone = package("gone", "1"), here = package("here", "1.1");
-    blank.folder = project.describe("blank", R"({"name": "", "version": ""})");
+    blank.folder = project.describe("blank", R"({"name": "", "version": "", "license": "Zlib"})");
+    blank.declared = "Zlib";
     gone.declared = "ISC";
     here.folder = project.describe(
         "here", R"({"version": "1.1", "license": "", "repository": "https://a:b@host/o/n.git"})");

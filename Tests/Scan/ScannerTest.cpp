@@ -63,7 +63,7 @@ TEST(Scanner, JoinsEverythingAProjectHolds) {
          "Name: six\nVersion: 1.16\nLicense: MIT\n"},
     };
     const EnvironmentVariable date("SOURCE_DATE_EPOCH", "1767621802");
-    const ScanResult result = scanned(project);
+    const ScanResult result = Scanner::scan(project / "web/..", {.ecosystems = everything});
     EXPECT_EQ(result.projectName, project.path().filename());
     EXPECT_EQ(result.rootPath, project.path());
     EXPECT_EQ(result.scannedAt, Date{std::chrono::seconds{1767621802}});
