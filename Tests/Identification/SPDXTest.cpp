@@ -3,22 +3,17 @@
 #include "ScanKit/Support/Text.h"
 #include "Tests/Builders/Printers.h"
 
-#include <unordered_set>
-
 namespace ScanKit {
 namespace {
 
 using Id = std::optional<std::string_view>;
 
 TEST(KnownLicenses, AreFoundByAnIdOfTheirOwn) {
-    std::unordered_set<KnownLicense> distinct;
     for (const KnownLicense& row : knownLicenses()) {
         EXPECT_EQ(SPDX::lookup(Text::uppercased(row.id)), &row) << row.id;
         EXPECT_TRUE(!row.text || SPDX::builtInText(*row.text))
             << row.id << " has no text under " << *row.text;
-        distinct.insert(row);
     }
-    EXPECT_EQ(distinct.size(), knownLicenses().size());
     EXPECT_EQ(SPDX::builtInText("LGPL-2.0"), std::nullopt);
 }
 
@@ -52,17 +47,12 @@ TEST(SPDX, FindsWhatIsKnownAndGuessesNothing) {
         {canonicalID, "Foo", {}},
         {normalize, "Apache License, Version 2.0", "Apache-2.0"},
         {normalize, "The Apache Software License, Version 2.0", "Apache-2.0"},
-        {normalize, "BSD 3-Clause License", "BSD-3-Clause"},
-        {normalize, "Simplified BSD", "BSD-2-Clause"},
-        {normalize, "LGPLv3+", "LGPL-3.0-or-later"},
         {normalize, "MPL v2.0", "MPL-2.0"},
         {normalize, "GNU General Public License v2 or later (GPLv2+)", "GPL-2.0-or-later"},
         {normalize, "The MIT License (MIT)", "MIT"},
         {normalize, "“MIT” License", "MIT"},
         {normalize, "Licence: MIT", "MIT"},
-        {normalize, "Proprietary", "UNLICENSED"},
         {normalize, "All rights reserved", "UNLICENSED"},
-        {normalize, "Public Domain", "PublicDomain"},
         {normalize, "OSI Approved: ISC License", "ISC"},
         {normalize, "BSD License (see file) ", {}},
         {normalize, "GNU LGPLv3+", {}},
