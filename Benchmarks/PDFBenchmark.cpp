@@ -1,5 +1,5 @@
-#include "ScanKit/Reports/PDFCanvas.h"
-#include "ScanKit/Reports/PDFReport.h"
+#include "ScanKit/Reports/PDF/PDFCanvas.h"
+#include "ScanKit/Reports/PDF/PDFReport.h"
 
 #include <array>
 #include <map>

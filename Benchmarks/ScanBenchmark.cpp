@@ -1,5 +1,5 @@
 #include "Benchmarks/GeneratedProject.h"
-#include "ScanKit/Readers/NPMParser.h"
+#include "ScanKit/Readers/NPM/NPMParser.h"
 #include "ScanKit/Reports/Exports.h"
 #include "ScanKit/Scan/Scanner.h"
 

@@ -1,4 +1,4 @@
-#include "ScanKit/Readers/NPMParser.h"
+#include "ScanKit/Readers/NPM/NPMParser.h"
 #include "ScanKit/Support/Text.h"
 
 #include <cstddef>

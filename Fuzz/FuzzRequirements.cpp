@@ -1,4 +1,4 @@
-#include "ScanKit/Readers/PythonParser.h"
+#include "ScanKit/Readers/Python/PythonParser.h"
 
 #include <cstddef>
 #include <cstdint>

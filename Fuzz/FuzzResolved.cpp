@@ -1,4 +1,4 @@
-#include "ScanKit/Readers/SwiftPMParser.h"
+#include "ScanKit/Readers/SwiftPM/SwiftPMParser.h"
 
 #include <cstddef>
 #include <cstdint>

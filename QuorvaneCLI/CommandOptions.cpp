@@ -1,30 +1,46 @@
 #include "QuorvaneCLI/CommandOptions.h"
 
+#include "QuorvaneCLI/ExitStatus.h"
 #include "QuorvaneCLI/Terminal.h"
 #include "ScanKit/Support/Paths.h"
+#include "ScanKit/Support/Text.h"
 
-#include <array>
+#include <algorithm>
 #include <sstream>
-#include <system_error>
 #include <utility>
 
 #include <CLI/CLI.hpp>
 
 namespace {
 
-constexpr int wrongUsage = 2;
 constexpr std::string_view seeHelp = "Run quorvane --help for the options.\n";
 
-constexpr std::array<std::pair<std::string_view, ScanKit::ReportFormats>, 4> formatNames{{
-    {"pdf", ScanKit::ReportFormats::pdf},
-    {"notice", ScanKit::ReportFormats::notice},
-    {"csv", ScanKit::ReportFormats::csv},
-    {"json", ScanKit::ReportFormats::json},
-}};
+std::vector<std::string> formatNames() {
+    std::vector<std::string> names;
+    for (const ScanKit::ReportFormat& row : ScanKit::reportFormats()) {
+        names.emplace_back(row.rawValue);
+    }
+    return names;
+}
+
+std::vector<std::string> ecosystemNames() {
+    std::vector<std::string> names;
+    for (const ScanKit::Ecosystem ecosystem : ScanKit::allEcosystems) {
+        names.emplace_back(rawValue(ecosystem));
+    }
+    return names;
+}
+
+/// "a, b and c", with any word before the last.
+std::string inWords(std::vector<std::string> names, std::string_view lastWord) {
+    const std::string last = std::move(names.back());
+    names.pop_back();
+    return ScanKit::Text::joined(names, ", ") + " " + std::string(lastWord) + " " + last;
+}
 
 /// The arguments as they stand on the command line, before their names are looked up.
 struct RawOptions {
-    std::string folder, output, projectName;
+    std::string folder, output;
     std::vector<std::string> formats, ecosystems, checkouts, pythonEnvironments, failOn;
     bool noDerivedData = false;
 };
@@ -38,18 +54,20 @@ void describe(CLI::App& app, RawOptions& raw, CommandOptions& options) {
     app.add_option("FOLDER", raw.folder, "The project folder")->required()->type_name("");
     app.add_option("-o,--output", raw.output, "Write reports into this folder, made when missing")
         ->type_name("DIR");
-    app.add_option("--formats", raw.formats, "Which of pdf,notice,csv,json to write; all when left out")
+    app.add_option("--formats", raw.formats,
+                   "Which of " + ScanKit::Text::joined(formatNames(), ",") + " to write; all when left out")
         ->delimiter(',')
         ->type_name("LIST")
         ->needs("--output");
-    app.add_flag("--json", options.printJson, "Print the JSON report in place of the table");
+    app.add_flag("--json", options.printJSON, "Print the JSON report in place of the table");
     app.add_flag("--include-dev", options.includeDev, "Report dev-only packages too");
-    app.add_option("--project-name", raw.projectName, "The name that the reports print")->type_name("TEXT");
+    app.add_option("--project-name", options.projectName, "The name that the reports print")
+        ->type_name("TEXT");
     app.add_option("--prepared-for", options.preparedFor, "The client that the reports name")
         ->type_name("TEXT");
     app.add_option("--prepared-by", options.preparedBy, "Who prepared the reports")->type_name("TEXT");
     app.add_option("--ecosystem", raw.ecosystems,
-                   "swiftpm, npm or python, repeatable; those the folder holds when left out")
+                   inWords(ecosystemNames(), "or") + ", repeatable; those the folder holds when left out")
         ->type_name("NAME")
         ->expected(1)
         ->allow_extra_args(false)  // else "[a,b]" would be taken for two values
@@ -76,19 +94,14 @@ void describe(CLI::App& app, RawOptions& raw, CommandOptions& options) {
 }
 
 CommandEnd wrong(std::string_view what) {
+    // The arguments come from anywhere, as everything that is printed.
     return {wrongUsage, {}, "quorvane: " + Terminal::safe(what) + "\n" + std::string(seeHelp)};
-}
-
-std::filesystem::path absolutePath(const std::string& path) {
-    std::error_code error;
-    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
-    return ScanKit::standardized(error ? std::filesystem::path(path) : absolute);
 }
 
 std::vector<std::filesystem::path> absolutePaths(const std::vector<std::string>& paths) {
     std::vector<std::filesystem::path> absolute;
     for (const std::string& path : paths) {
-        absolute.push_back(absolutePath(path));
+        absolute.push_back(ScanKit::absolutePath(path));
     }
     return absolute;
 }
@@ -96,17 +109,17 @@ std::vector<std::filesystem::path> absolutePaths(const std::vector<std::string>&
 /// Looks up the names in the lists; the first unknown one comes back.
 std::optional<std::string> lookUpNames(const RawOptions& raw, CommandOptions& options) {
     for (const std::string& name : raw.formats) {
-        const auto* row =
-            std::ranges::find(formatNames, name, &std::pair<std::string_view, ScanKit::ReportFormats>::first);
-        if (row == formatNames.end()) {
-            return "--formats takes pdf, notice, csv and json, not \"" + name + "\"";
+        const auto formats = ScanKit::reportFormats();
+        const auto row = std::ranges::find(formats, name, &ScanKit::ReportFormat::rawValue);
+        if (row == formats.end()) {
+            return "--formats takes " + inWords(formatNames(), "and") + ", not \"" + name + "\"";
         }
-        options.formats = options.formats | row->second;
+        options.formats = options.formats | row->bit;
     }
     for (const std::string& name : raw.ecosystems) {
         const auto ecosystem = ScanKit::ecosystemFromRawValue(name);
         if (!ecosystem) {
-            return "--ecosystem takes swiftpm, npm or python, not \"" + name + "\"";
+            return "--ecosystem takes " + inWords(ecosystemNames(), "or") + ", not \"" + name + "\"";
         }
         options.ecosystems.insert(*ecosystem);
     }
@@ -128,6 +141,7 @@ std::variant<CommandOptions, CommandEnd> readCommandLine(int count, const char* 
     app.name("quorvane");
     try {
         app.parse(count, arguments);
+        // The library tells of --help and --version this way, too.
     } catch (const CLI::Success& success) {
         std::ostringstream text;
         app.exit(success, text, text);
@@ -139,16 +153,11 @@ std::variant<CommandOptions, CommandEnd> readCommandLine(int count, const char* 
         return wrong(*unknown);
     }
     if (options.formats == ScanKit::ReportFormats::none) {
-        for (const auto& [name, format] : formatNames) {
-            options.formats = options.formats | format;
-        }
+        options.formats = ScanKit::allReportFormats();
     }
-    options.folder = absolutePath(raw.folder);
+    options.folder = ScanKit::absolutePath(raw.folder);
     if (app.count("--output") > 0) {
-        options.output = absolutePath(raw.output);
-    }
-    if (app.count("--project-name") > 0) {
-        options.projectName = raw.projectName;
+        options.output = ScanKit::absolutePath(raw.output);
     }
     options.checkouts = absolutePaths(raw.checkouts);
     options.pythonEnvironments = absolutePaths(raw.pythonEnvironments);

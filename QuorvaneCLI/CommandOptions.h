@@ -16,9 +16,9 @@ struct CommandOptions {
     std::filesystem::path folder;
     std::optional<std::filesystem::path> output;  ///< where reports go; no reports when absent
     ScanKit::ReportFormats formats = ScanKit::ReportFormats::none;
-    bool printJson = false;
+    bool printJSON = false;
     bool includeDev = false;
-    std::optional<std::string> projectName;  ///< the folder's name when absent
+    std::string projectName;  ///< the folder's name when empty
     std::string preparedFor;
     std::string preparedBy;
     std::set<ScanKit::Ecosystem> ecosystems;  ///< those that the folder holds when empty

@@ -51,21 +51,13 @@ std::string_view colourOf(ScanKit::Flag flag) {
 constexpr std::string_view boldText = "\x1b[1m";
 constexpr std::string_view plainText = "\x1b[0m";
 
-std::string flagLabels(const Dependency& dependency) {
-    std::vector<std::string> labels;
-    for (const ScanKit::Flag flag : dependency.flags) {
-        labels.emplace_back(label(flag));
-    }
-    return ScanKit::Text::joined(labels, flagSeparator);
-}
-
 Cells cellsOf(const Dependency& dependency) {
     return {Terminal::safe(dependency.name) + (dependency.isDev ? " (dev)" : ""),
             Terminal::safe(dependency.version),
             std::string(label(dependency.ecosystem)),
             Terminal::safe(dependency.licenseDisplay()),
             std::string(shortLabel(dependency.basis)),
-            flagLabels(dependency)};
+            dependency.flagLabels(flagSeparator)};
 }
 
 Widths naturalWidths(const std::vector<Cells>& rows) {
@@ -90,6 +82,7 @@ void narrow(Widths& widths, const Widths& least, std::size_t columns) {
                 widest = i;
             }
         }
+        // Every column is at its least: the line will be longer than the terminal, and still nothing is lost.
         if (widest == columnCount) {
             return;
         }
@@ -185,6 +178,7 @@ private:
             line += i == flagsColumn && dependency != nullptr ? colouredFlags(*dependency, cell) : cell;
             line += i + 1 < columnCount ? std::string(padding, ' ') + std::string(gap) : "";
         }
+        // Blanks at the end would wrap on a terminal that is exactly as wide.
         line.erase(line.find_last_not_of(' ') + 1);
         return line;
     }
@@ -225,7 +219,7 @@ private:
     void printNotesOf(const Dependency& dependency) {
         text_ += fmt::format("  {} {} ({}): {}\n", Terminal::safe(dependency.name),
                              Terminal::safe(dependency.version), Terminal::safe(dependency.licenseDisplay()),
-                             colouredFlags(dependency, flagLabels(dependency)));
+                             colouredFlags(dependency, dependency.flagLabels(flagSeparator)));
         for (const std::string& note : dependency.notes) {
             printWrapped(Terminal::safe(note), "      ");
         }
@@ -237,6 +231,7 @@ private:
         std::string line;
         for (const std::string_view word : ScanKit::Text::split(sentence, " ")) {
             const std::size_t needed = indent.size() + Terminal::width(line) + 1 + Terminal::width(word);
+            // A word longer than the line, such as an address, stands alone and runs on.
             if (!line.empty() && needed > columns) {
                 text_ += fmt::format("{}{}\n", indent, line);
                 line.clear();
@@ -273,8 +268,7 @@ private:
                 ++noLicense;
             } else if (dependency->licenseText) {
                 ++withText;
-            } else if (std::ranges::find(dependency->flags, ScanKit::Flag(ScanKit::Flag::notOnDisk)) !=
-                       dependency->flags.end()) {
+            } else if (dependency->has(ScanKit::Flag::notOnDisk)) {
                 ++notOnDisk;
             } else {
                 ++withoutText;

@@ -61,6 +61,7 @@ std::string fitted(std::string_view text, std::size_t columns) {
     if (width(text) <= columns) {
         return std::string(text);
     }
+    // There is no room even for the sign that something was cut.
     if (columns == 0) {
         return {};
     }
@@ -92,6 +93,7 @@ std::optional<std::size_t> columns(int descriptor) {
 bool takesColour(int descriptor) {
     const char* noColour = std::getenv("NO_COLOR");
     const char* kind = std::getenv("TERM");
+    // NO_COLOR is what people set who want none, in any program; an empty one counts as not set.
     return isatty(descriptor) != 0 && (noColour == nullptr || *noColour == '\0') &&
            (kind == nullptr || std::string_view(kind) != "dumb");
 }

@@ -1,4 +1,5 @@
 #include "QuorvaneCLI/CommandOptions.h"
+#include "QuorvaneCLI/ExitStatus.h"
 #include "QuorvaneCLI/ProgressLine.h"
 #include "QuorvaneCLI/ResultText.h"
 #include "QuorvaneCLI/Terminal.h"
@@ -23,8 +24,6 @@
 
 namespace {
 
-enum ExitStatus { done = 0, failOnMet = 1, wrongUsage = 2 };
-
 /// What went wrong with standard output first; 0 while nothing did. A later flush may succeed all the same.
 int outputError = 0;
 
@@ -46,6 +45,7 @@ bool isPrinted() {
 
 /// Why the folder cannot be read, or nothing.
 std::optional<std::string> faultOf(const std::filesystem::path& folder) {
+    // Opened for a try: permissions alone do not tell for root, or on a network.
     if (DIR* opened = opendir(folder.c_str())) {
         closedir(opened);
         return std::nullopt;
@@ -60,11 +60,7 @@ ScanKit::ScanResult scan(const CommandOptions& options) {
                                      .pythonEnvironments = options.pythonEnvironments,
                                      .useXcodeDerivedData = options.useDerivedData};
     if (options.ecosystems.empty()) {
-        const std::vector<ScanKit::Ecosystem> found = detection.ecosystems();
-        scanOptions.ecosystems = {found.begin(), found.end()};
-        if (!options.pythonEnvironments.empty()) {
-            scanOptions.ecosystems.insert(ScanKit::Ecosystem::python);
-        }
+        scanOptions.ecosystems = detection.ecosystemsToRead(options.pythonEnvironments);
     }
     ProgressLine line(!options.quiet);
     return ScanKit::Scanner::scan(
@@ -72,12 +68,11 @@ ScanKit::ScanResult scan(const CommandOptions& options) {
         {.progress = [&](const ScanKit::ScanProgress& progress) { line.show(progress); }});
 }
 
-ScanKit::ReportOptions reportOptions(const CommandOptions& options, const ScanKit::ScanResult& result) {
-    ScanKit::ReportOptions report{.projectName = options.projectName.value_or(result.projectName),
-                                  .preparedFor = options.preparedFor,
-                                  .preparedBy = options.preparedBy,
-                                  .includeDev = options.includeDev};
-    return report;
+ScanKit::ReportOptions reportOptions(const CommandOptions& options) {
+    return {.projectName = ScanKit::reportedProjectName(options.projectName, options.folder),
+            .preparedFor = options.preparedFor,
+            .preparedBy = options.preparedBy,
+            .includeDev = options.includeDev};
 }
 
 bool saveInto(const std::filesystem::path& folder, const ScanKit::ScanResult& result,
@@ -114,7 +109,7 @@ bool listMet(const CommandOptions& options, const ScanKit::ScanResult& result,
 
 void printResult(const CommandOptions& options, const ScanKit::ScanResult& result,
                  const ScanKit::ReportOptions& report) {
-    if (options.printJson) {
+    if (options.printJSON) {
         print(stdout, ScanKit::Exports::json(result, report));
         print(stdout, "\n");
         return;
@@ -129,9 +124,10 @@ int run(const CommandOptions& options) {
         return wrongUsage;
     }
     const ScanKit::ScanResult result = scan(options);
-    const ScanKit::ReportOptions report = reportOptions(options, result);
-    for (const std::string& warning : result.warnings) {
-        print(stderr, "Warning: " + Terminal::safe(warning) + "\n");
+    const ScanKit::ReportOptions report = reportOptions(options);
+    // Before the result, which may be long, and on the other stream, so that a script's output stays clean.
+    for (const ScanKit::ScanWarning& warning : result.warnings) {
+        print(stderr, "Warning: " + Terminal::safe(warning.sentence) + "\n");
     }
     printResult(options, result, report);
     if (!isPrinted()) {

@@ -20,7 +20,7 @@ struct CommandRow {
     QAction::MenuRole role = QAction::NoRole;
 };
 
-constexpr std::array<CommandRow, commandCount> commandRows{{
+constexpr auto commandRows = std::to_array<CommandRow>({
     {Command::openFolder, "openFolder", QT_TRANSLATE_NOOP("AppCommands", "Open Project Folder…"), "Ctrl+O"},
     {Command::rescan, "rescan", QT_TRANSLATE_NOOP("AppCommands", "Rescan"), "Ctrl+R"},
     {Command::cancelScan, "cancelScan", QT_TRANSLATE_NOOP("AppCommands", "Cancel Scan"), "Ctrl+."},
@@ -45,8 +45,8 @@ constexpr std::array<CommandRow, commandCount> commandRows{{
      QAction::ApplicationSpecificRole},
     {Command::about, "about", QT_TRANSLATE_NOOP("AppCommands", "About Quorvane"), "", QAction::AboutRole},
     {Command::quit, "quit", QT_TRANSLATE_NOOP("AppCommands", "Quit"), "Ctrl+Q", QAction::QuitRole},
-}};
-static_assert(ScanKit::inDeclaredOrder(commandRows));
+});
+static_assert(ScanKit::hasRowForEachEnumerator(commandRows));
 
 struct FilterRow {
     Command command;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ScanKit/Model/EnumerationTable.h"
+
 #include <array>
 #include <functional>
 
@@ -31,7 +33,6 @@ enum class Command {
     about,
     quit,
 };
-inline constexpr std::size_t commandCount = static_cast<std::size_t>(Command::quit) + 1;
 
 /// One action for each command, shared by menu, button and shortcut. Those that concern the model alone are
 /// carried out here, and enabled as its state allows; the window connects the others.
@@ -51,5 +52,5 @@ private:
     void refresh();
 
     AppModel* model_;
-    std::array<QAction*, commandCount> actions_{};
+    std::array<QAction*, ScanKit::enumeratorCount<Command>()> actions_{};
 };

@@ -7,14 +7,7 @@
 #include "QuorvaneApp/Platform/FileRevealer.h"
 #include "ScanKit/Support/Paths.h"
 
-#include <algorithm>
 #include <utility>
-
-namespace {
-
-constexpr const char* productName = "Quorvane";
-
-}  // namespace
 
 AppModel::AppModel(bool persist, Surroundings surroundings, QObject* parent)
     : QObject(parent),
@@ -40,17 +33,12 @@ std::vector<const ScanKit::Dependency*> AppModel::reportRows() const {
     return project_ ? project_->result().selected(includeDev_) : std::vector<const ScanKit::Dependency*>{};
 }
 
-/// A chosen environment makes Python read where detection found none.
 std::vector<ScanKit::Ecosystem> AppModel::ecosystems() const {
     if (!project_) {
         return {ScanKit::allEcosystems.begin(), ScanKit::allEcosystems.end()};
     }
-    std::vector<ScanKit::Ecosystem> ecosystems = project_->detection().ecosystems();
-    const bool readsPython = std::ranges::count(ecosystems, ScanKit::Ecosystem::python) > 0;
-    if (!readsPython && !pythonEnvironments_.empty()) {
-        ecosystems.push_back(ScanKit::Ecosystem::python);
-    }
-    return ecosystems;
+    const auto ecosystems = project_->detection().ecosystemsToRead(pythonEnvironments_);
+    return {ecosystems.begin(), ecosystems.end()};
 }
 
 const ScanKit::Dependency* AppModel::selectedDependency() const {
@@ -58,13 +46,11 @@ const ScanKit::Dependency* AppModel::selectedDependency() const {
 }
 
 ScanKit::ReportOptions AppModel::reportOptions() const {
-    const QString folderName = folder_ ? Texts::shownName(*folder_) : QLatin1StringView(productName);
     return {
-        .projectName = Texts::toUtf8(reportName_.isEmpty() ? folderName : reportName_),
+        .projectName = ScanKit::reportedProjectName(Texts::toUtf8(reportName_), folder_),
         .preparedFor = Texts::toUtf8(preparedFor_),
         .preparedBy = Texts::toUtf8(preparedBy_),
         .includeDev = includeDev_,
-        .appName = productName,
     };
 }
 

@@ -1,17 +1,5 @@
 #include "QuorvaneApp/Model/DependencyFilter.h"
 
-#include <algorithm>
-
-namespace {
-
-bool isUnknown(const ScanKit::Dependency& dependency) {
-    return !dependency.license || std::ranges::any_of(dependency.flags, [](ScanKit::Flag flag) {
-        return flag == ScanKit::Flag::unknown || flag == ScanKit::Flag::missing;
-    });
-}
-
-}  // namespace
-
 bool DependencyFilter::passes(const ScanKit::Dependency& dependency) const {
     switch (kind_) {
         case Kind::ecosystem:
@@ -23,7 +11,7 @@ bool DependencyFilter::passes(const ScanKit::Dependency& dependency) const {
         case Kind::copyleft:
             return ScanKit::isCopyleft(dependency.category);
         case Kind::unknown:
-            return isUnknown(dependency);
+            return dependency.isUnknownOrMissing();
     }
     return false;
 }

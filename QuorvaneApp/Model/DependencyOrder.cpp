@@ -34,8 +34,7 @@ int compareNumbers(std::string_view a, std::string_view b) {
 }
 
 std::size_t severityOf(const Dependency& dependency) {
-    return dependency.flags.empty() ? ScanKit::allFlags.size()
-                                    : static_cast<std::size_t>(dependency.flags.front());
+    return dependency.flags.empty() ? ScanKit::allFlags.size() : dependency.flags.front().position();
 }
 
 std::vector<std::string> foldedLicenses(const std::vector<Dependency>& dependencies) {

@@ -2,6 +2,7 @@
 
 #include "QuorvaneApp/Model/AppModel.h"
 #include "QuorvaneApp/Model/Texts.h"
+#include "ScanKit/Model/EnumerationTable.h"
 
 #include <array>
 
@@ -11,14 +12,19 @@ namespace {
 
 using ScanKit::Dependency;
 
-constexpr std::array<const char*, 6> columnTitles{
-    QT_TRANSLATE_NOOP("DependencyTableModel", "Package"),
-    QT_TRANSLATE_NOOP("DependencyTableModel", "Version"),
-    QT_TRANSLATE_NOOP("DependencyTableModel", "Ecosystem"),
-    QT_TRANSLATE_NOOP("DependencyTableModel", "License"),
-    QT_TRANSLATE_NOOP("DependencyTableModel", "Found by"),
-    QT_TRANSLATE_NOOP("DependencyTableModel", "Flag"),
+struct ColumnRow {
+    DependencyColumn value;
+    const char* title;
 };
+constexpr auto columnRows = std::to_array<ColumnRow>({
+    {DependencyColumn::package, QT_TRANSLATE_NOOP("DependencyTableModel", "Package")},
+    {DependencyColumn::version, QT_TRANSLATE_NOOP("DependencyTableModel", "Version")},
+    {DependencyColumn::ecosystem, QT_TRANSLATE_NOOP("DependencyTableModel", "Ecosystem")},
+    {DependencyColumn::license, QT_TRANSLATE_NOOP("DependencyTableModel", "License")},
+    {DependencyColumn::foundBy, QT_TRANSLATE_NOOP("DependencyTableModel", "Found by")},
+    {DependencyColumn::flag, QT_TRANSLATE_NOOP("DependencyTableModel", "Flag")},
+});
+static_assert(ScanKit::hasRowForEachEnumerator(columnRows));
 
 QString cellText(const Dependency& dependency, DependencyColumn column) {
     switch (column) {
@@ -41,11 +47,7 @@ QString cellText(const Dependency& dependency, DependencyColumn column) {
 
 /// All of them: the cell has room for the first.
 QString flagList(const Dependency& dependency) {
-    QStringList labels;
-    for (const ScanKit::Flag flag : dependency.flags) {
-        labels.push_back(Texts::fromUtf8(ScanKit::label(flag)));
-    }
-    return labels.join(QStringLiteral(", "));
+    return Texts::fromUtf8(dependency.flagLabels(", "));
 }
 
 }  // namespace
@@ -61,7 +63,7 @@ int DependencyTableModel::rowCount(const QModelIndex& parent) const {
 }
 
 int DependencyTableModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(columnTitles.size());
+    return parent.isValid() ? 0 : static_cast<int>(columnRows.size());
 }
 
 QVariant DependencyTableModel::data(const QModelIndex& index, int role) const {
@@ -85,7 +87,8 @@ QVariant DependencyTableModel::data(const QModelIndex& index, int role) const {
                        ? tr("%1, dev-only").arg(cellText(dependency, column))
                        : cellText(dependency, column);
         case flagRole:
-            return dependency.flags.empty() ? QVariant() : static_cast<int>(dependency.flags.front());
+            return dependency.flags.empty() ? QVariant()
+                                            : static_cast<int>(dependency.flags.front().position());
         case furtherFlagsRole:
             return dependency.flags.empty() ? 0 : static_cast<int>(dependency.flags.size()) - 1;
         case isDevRole:
@@ -99,7 +102,7 @@ QVariant DependencyTableModel::headerData(int section, Qt::Orientation orientati
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= columnCount()) {
         return {};
     }
-    return tr(columnTitles[static_cast<std::size_t>(section)]);
+    return tr(columnRows[static_cast<std::size_t>(section)].title);
 }
 
 void DependencyTableModel::sort(int column, Qt::SortOrder order) {

@@ -46,16 +46,12 @@ ScanKit::ScanControl controlOf(const ScanKit::StopToken& stop, Background& backg
 
 ScanFindings scanFolder(const ScanRequest& request, const ScanKit::ScanControl& control) {
     ScanFindings found{.detection = ScanKit::detect(request.folder)};
-    const std::vector<ScanKit::Ecosystem> ecosystems = found.detection.ecosystems();
-    ScanKit::ScanOptions options{
-        .ecosystems = {ecosystems.begin(), ecosystems.end()},
+    const ScanKit::ScanOptions options{
+        .ecosystems = found.detection.ecosystemsToRead(request.pythonEnvironments),
         .checkoutFolders = request.extraCheckouts,
         .pythonEnvironments = request.pythonEnvironments,
         .useXcodeDerivedData = true,
     };
-    if (!request.pythonEnvironments.empty()) {
-        options.ecosystems.insert(ScanKit::Ecosystem::python);
-    }
     found.result = ScanKit::Scanner::scan(request.folder, options, found.detection, control);
     return found;
 }

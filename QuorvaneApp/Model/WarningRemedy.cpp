@@ -1,27 +1,28 @@
 #include "QuorvaneApp/Model/WarningRemedy.h"
 
+#include "ScanKit/Model/EnumerationTable.h"
+
 #include <array>
 
 namespace {
 
+using Kind = ScanKit::ScanWarning::Kind;
+
 struct RemedyRow {
-    std::string_view phrase;
+    Kind value;
     WarningRemedy remedy;
 };
 
-/// What the library's sentences ask for. Whatever else a warning names is mended outside, and then scanned again.
-constexpr std::array<RemedyRow, 2> remedyRows{{
-    {"add the checkouts folder", WarningRemedy::addCheckouts},
-    {"Choose the environment", WarningRemedy::choosePythonEnvironment},
-}};
+constexpr auto remedyRows = std::to_array<RemedyRow>({
+    {Kind::swiftPackagesNotCheckedOut, WarningRemedy::addCheckouts},
+    {Kind::npmModulesMissing, WarningRemedy::rescan},
+    {Kind::npmPackagesNotListed, WarningRemedy::rescan},
+    {Kind::pythonEnvironmentMissing, WarningRemedy::choosePythonEnvironment},
+});
+static_assert(ScanKit::hasRowForEachEnumerator(remedyRows));
 
 }  // namespace
 
-WarningRemedy remedyOf(std::string_view warning) {
-    for (const RemedyRow& row : remedyRows) {
-        if (warning.find(row.phrase) != std::string_view::npos) {
-            return row.remedy;
-        }
-    }
-    return WarningRemedy::rescan;
+WarningRemedy remedyOf(ScanKit::ScanWarning::Kind warning) {
+    return ScanKit::rowOf(remedyRows, warning).remedy;
 }

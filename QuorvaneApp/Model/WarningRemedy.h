@@ -1,9 +1,9 @@
 #pragma once
 
-#include <string_view>
+#include "ScanKit/Model/ScanWarning.h"
 
 /// What the program itself can do about a warning of a scan.
 enum class WarningRemedy { addCheckouts, choosePythonEnvironment, rescan };
 
 /// Scanning again is the remedy of every warning that asks for something done outside the program.
-WarningRemedy remedyOf(std::string_view warning);
+WarningRemedy remedyOf(ScanKit::ScanWarning::Kind warning);

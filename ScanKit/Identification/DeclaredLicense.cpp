@@ -9,6 +9,7 @@ namespace {
 constexpr std::size_t longestName = 150;
 
 std::optional<LicenseExpression> expressionOfName(const std::string& name) {
+    // Expressions first: "MIT OR Apache-2.0" squeezed as a name would be no license at all.
     if (std::optional<LicenseExpression> parsed = LicenseExpression::parse(name)) {
         return parsed;
     }
@@ -34,6 +35,7 @@ DeclaredLicense declaredLicense(const RawDependency& package) {
     if (const std::optional<std::string> name = declaredName(package)) {
         const std::string uppercased = Text::uppercased(*name);
         license.isCustom = uppercased == "UNLICENSED" || uppercased.starts_with("SEE LICENSE IN");
+        // "UNLICENSED" is a known license and goes on; a pointer to a file names none, and the classifiers may.
         if (!uppercased.starts_with("SEE LICENSE IN")) {
             license.expression = expressionOfName(*name);
         }

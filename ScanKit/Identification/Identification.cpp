@@ -50,6 +50,7 @@ Dependency identify(const RawDependency& package, TextReadings& readings) {
     Dependency dependency = carriedOver(package);
     std::vector<PackageText> texts = readPackageTexts(package.licenseFiles);
     std::vector<std::shared_ptr<const TextReading>> read;
+    // Thousands of packages share a few hundred texts; each is matched once in a scan.
     for (const PackageText& one : texts) {
         read.push_back(readings.of(one.text));
     }
@@ -61,6 +62,7 @@ Dependency identify(const RawDependency& package, TextReadings& readings) {
         dependency.basis = decision.basis;
         dependency.matchScore = decision.matchScore;
     }
+    // Last, for the notes speak of what was decided and of what there is to reproduce.
     raiseFlagsAndNotes({package, decision, declared.isCustom, holdText(texts)}, dependency);
     dependency.licenseText = reproduced(std::move(texts));
     dependency.noticeText = reproduced(readPackageTexts(package.noticeFiles));

@@ -1,5 +1,8 @@
 #include "ScanKit/Identification/KnownLicense.h"
 
+#include "ScanKit/Licenses/StandardTextNames.h"
+
+#include <algorithm>
 #include <array>
 
 namespace ScanKit {
@@ -9,7 +12,7 @@ using enum LicenseCategory;
 constexpr std::nullopt_t noText = std::nullopt;
 
 // clang-format off
-constexpr std::array<KnownLicense, 62> rows{{
+constexpr auto rows = std::to_array<KnownLicense>({
     {"MIT", "MIT License", permissive, "MIT", true},
     {"MIT-0", "MIT No Attribution", permissive, "MIT-0", true},
     {"ISC", "ISC License", permissive, "ISC", true},
@@ -72,18 +75,23 @@ constexpr std::array<KnownLicense, 62> rows{{
     {"SSPL-1.0", "Server Side Public License v1", networkCopyleft, noText, true},
     {"BUSL-1.1", "Business Source License 1.1", proprietary, noText, true},
     {"UNLICENSED", "Not licensed for use (UNLICENSED)", proprietary, noText, false},
-}};
+});
 // clang-format on
 
-constexpr std::size_t countOf(LicenseCategory category) {
-    std::size_t count = 0;
-    for (const KnownLicense& row : rows) {
-        count += row.category == category ? 1 : 0;
-    }
-    return count;
+/// A row whose text is not there would match nothing, without a word; so would a text that no row names.
+consteval bool rowsAndTextsBelongTogether() {
+    const auto hasText = [](const KnownLicense& row) {
+        return !row.text || std::ranges::find(standardTextNames, *row.text) != standardTextNames.end();
+    };
+    const auto hasRow = [](std::string_view name) {
+        return std::ranges::any_of(
+            rows, [&](const KnownLicense& row) { return row.id == name && row.text == name; });
+    };
+    return std::ranges::all_of(rows, hasText) && std::ranges::all_of(standardTextNames, hasRow);
 }
-static_assert(countOf(permissive) == 28 && countOf(publicDomain) == 3 && countOf(weakCopyleft) == 17 &&
-              countOf(strongCopyleft) == 8 && countOf(networkCopyleft) == 4 && countOf(proprietary) == 2);
+static_assert(
+    rowsAndTextsBelongTogether(),
+    "each text of ScanKit/Licenses needs a row with its name as id and text, and the other way round");
 
 }  // namespace
 

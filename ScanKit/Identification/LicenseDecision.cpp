@@ -13,13 +13,14 @@ using Readings = std::vector<std::shared_ptr<const TextReading>>;
 using Match = TextReading::Match;
 
 /// Identifiers without a version or a clause count, and how the ids begin that they agree with.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 3> bareFamilies{{
+constexpr auto bareFamilies = std::to_array<std::pair<std::string_view, std::string_view>>({
     {"GPL", "GPL-"},
     {"LGPL", "LGPL-"},
     {"BSD", "BSD-"},
-}};
+});
 
 bool isSameFamily(std::string_view declaredId, std::string_view textId) {
+    // "GPL-2.0-only" and "GPL-2.0-or-later" share one text, which cannot tell them apart.
     if (SPDX::baseID(declaredId) == SPDX::baseID(textId)) {
         return true;
     }
@@ -57,6 +58,7 @@ std::optional<LicenseExpression> textExpression(const std::vector<const Match*>&
     if (licenses.empty()) {
         return std::nullopt;
     }
+    // Nobody said that these are a choice, so the cautious reading is that all apply.
     return licenses.size() == 1 ? licenses.front() : LicenseExpression::allOf(std::move(licenses));
 }
 
@@ -82,6 +84,7 @@ bool agrees(const LicenseExpression& declared, const Readings& readings) {
             return isInFiles(declared.id(), readings);
         case LicenseExpression::Kind::allOf:
             return std::ranges::all_of(declared.members(), memberAgrees);
+        // Packages under a choice often ship one text only.
         case LicenseExpression::Kind::anyOf:
             return std::ranges::any_of(declared.members(), memberAgrees);
     }
@@ -90,7 +93,7 @@ bool agrees(const LicenseExpression& declared, const Readings& readings) {
 
 /// True when the match is the text of a declared license that another template happens to fit better.
 bool standsIn(const Match& match, const TextReading& reading, const std::vector<std::string>& declaredIds) {
-    if (!match.region || !match.score) {
+    if (!match.region || match.isLookAlike) {
         return false;
     }
     return std::ranges::any_of(reading.candidates, [&](const LicenseMatcher::Candidate& candidate) {
@@ -168,6 +171,7 @@ LicenseDecision decideLicense(const DeclaredLicense& declared, const Readings& r
     if (matches.empty() || !countFiles) {
         return decision;
     }
+    // From here on the files count: whether they confirm, contradict or decide.
     decision.fromText = textExpression(matches);
     decision.matchScore = lowestScore(matches, true);
     decision.fullTextScore = lowestScore(matches, false);

@@ -10,7 +10,7 @@ namespace ScanKit {
 namespace {
 
 constexpr std::size_t deepestNesting = 1000;
-constexpr std::array<std::string_view, 4> reservedWords{"AND", "OR", "WITH", ")"};
+constexpr auto reservedWords = std::to_array<std::string_view>({"AND", "OR", "WITH", ")"});
 
 /// Words and parentheses. A character is a parenthesis only when it stands alone, without a combining mark.
 std::vector<std::string> tokensOf(std::string_view text) {
@@ -92,6 +92,7 @@ private:
         if (!term || !take("WITH")) {
             return term;
         }
+        // An exception belongs to one license: "(MIT AND ISC) WITH x" says nothing about either.
         if (isGroup || next_ == tokens_.size()) {
             return std::nullopt;
         }
@@ -109,6 +110,7 @@ private:
         if (std::ranges::find(reservedWords, Text::uppercased(token)) != reservedWords.end()) {
             return std::nullopt;
         }
+        // One unknown member makes the whole unknown: half an expression would be calmer than what was declared.
         const auto id = SPDX::canonicalID(token);
         if (!id) {
             return std::nullopt;
@@ -118,6 +120,7 @@ private:
     }
 
     std::optional<LicenseExpression> parenthesized() {
+        // Descending further for a hostile line of parentheses would end the program.
         if (depth_ == deepestNesting) {
             return std::nullopt;
         }
@@ -152,6 +155,7 @@ std::string printed(const LicenseExpression& expression, bool isTopLevel) {
 LicenseCategory categoryOfLicense(const LicenseExpression& license) {
     const KnownLicense* row = SPDX::lookup(license.id());
     const LicenseCategory category = row != nullptr ? row->category : LicenseCategory::unknown;
+    // What such an exception allows is mostly linking; which exception it is, a reader has to check.
     if (category == LicenseCategory::strongCopyleft && license.exception()) {
         return LicenseCategory::weakCopyleft;
     }

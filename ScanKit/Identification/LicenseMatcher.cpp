@@ -2,20 +2,17 @@
 
 #include "ScanKit/Identification/LicenseWords.h"
 #include "ScanKit/Identification/SPDX.h"
+#include "ScanKit/Licenses/StandardTextNames.h"
 
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <limits>
 
 #include <string.h>  // memmem
 
 namespace ScanKit::LicenseMatcher {
 namespace {
-
-constexpr std::array<std::string_view, 16> templateIds{
-    "MIT",        "MIT-0",    "ISC",           "0BSD",      "BSD-2-Clause", "BSD-3-Clause",
-    "Apache-2.0", "Zlib",     "BlueOak-1.0.0", "Unlicense", "CC0-1.0",      "MPL-2.0",
-    "LGPL-2.1",   "LGPL-3.0", "GPL-2.0",       "GPL-3.0"};
 
 constexpr std::size_t shingleLength = 3;
 constexpr double equalScores = 0.005;         ///< scores this close count as equal
@@ -47,6 +44,7 @@ public:
         std::uint32_t number = 0;     ///< of the shingle, from 1; 0 marks a free slot
         std::uint32_t templates = 0;  ///< bit i is set when template i holds it
     };
+    static constexpr std::size_t mostTemplates = std::numeric_limits<decltype(Entry::templates)>::digits;
 
     explicit ShingleTable(const std::vector<Template>& templates) {
         std::size_t total = 0;
@@ -88,6 +86,9 @@ private:
     std::uint32_t count_ = 0;
 };
 
+static_assert(standardTextNames.size() <= ShingleTable::mostTemplates,
+              "widen ShingleTable::Entry::templates");
+
 const ShingleTable& shingleTable() {
     static const ShingleTable table(templates());
     return table;
@@ -105,6 +106,7 @@ const std::vector<std::vector<std::uint32_t>>& foundPositions(const WordHashes& 
     }
     for (std::size_t i = 0; i + shingleLength <= words.size(); ++i) {
         const ShingleTable::Entry* entry = table.find(shingleAt(words, i));
+        // A shingle counts once, where it stands first: repeating a phrase makes no better license.
         if (entry == nullptr || seen[entry->number]) {
             continue;
         }
@@ -121,6 +123,7 @@ Candidate candidateOf(const Template& scored, const std::vector<std::uint32_t>& 
     const std::size_t count = positions.size();
     candidate.score =
         static_cast<double>(count) / static_cast<double>(std::max<std::size_t>(scored.shingles.size(), 1));
+    // A stray match far from the license's body must not stretch its region: tenth to ninetieth percentile.
     if (count > 0) {
         candidate.start = positions[count / 10];
         candidate.end = positions[count * 9 / 10];
@@ -157,7 +160,7 @@ bool replaces(const Candidate& longer, const Candidate& shorter) {
 struct NoticeRow {
     std::string_view phrase, id;
 };
-constexpr std::array<NoticeRow, 9> plainNotices{{
+constexpr auto plainNotices = std::to_array<NoticeRow>({
     {"apache license version 2 0", "Apache-2.0"},
     {"mozilla public license v 2 0", "MPL-2.0"},
     {"mozilla public license version 2 0", "MPL-2.0"},
@@ -167,7 +170,7 @@ constexpr std::array<NoticeRow, 9> plainNotices{{
     {"permission is hereby granted free of charge to any person obtaining a copy", "MIT"},
     {"redistribution and use in source and binary forms with or without modification are permitted", "BSD"},
     {"this is free and unencumbered software released into the public domain", "Unlicense"},
-}};
+});
 
 /// memmem is several times faster over a long text than the standard library's search.
 bool holds(std::string_view words, std::string_view phrase) {
@@ -176,6 +179,7 @@ bool holds(std::string_view words, std::string_view phrase) {
 
 /// The GNU licenses, whose notices also say a version and whether later ones may be used.
 std::optional<std::string> gnuNotice(std::string_view words) {
+    // Nearly all texts end here, without the searches below.
     if (!holds(words, "general public license")) {
         return std::nullopt;
     }
@@ -209,9 +213,10 @@ std::optional<std::string> gnuNotice(std::string_view words) {
 const std::vector<Template>& templates() {
     static const std::vector<Template> built = [] {
         std::vector<Template> made;
-        for (const std::string_view id : templateIds) {
-            if (const auto text = SPDX::builtInText(id)) {
-                made.push_back(templateOf(id, *text));
+        for (const KnownLicense& license : knownLicenses()) {
+            // Rows that share a text, such as "GPL-2.0-only", are told apart by other evidence.
+            if (license.text == license.id) {
+                made.push_back(templateOf(license.id, SPDX::builtInText(license.id).value_or("")));
             }
         }
         return made;
@@ -294,6 +299,7 @@ std::vector<TextMatch> matches(std::string_view text) {
     for (const Candidate& candidate : accepted(candidates(words))) {
         found.push_back({candidate.id, candidate.score, false});
     }
+    // A full text is stronger than any mention of another license in it.
     if (found.empty()) {
         if (std::optional<TextMatch> notice = noticeMatch(words)) {
             found.push_back(std::move(*notice));

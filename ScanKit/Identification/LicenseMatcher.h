@@ -51,12 +51,13 @@ inline constexpr double acceptedScore = 0.75;
 /// The score of every notice.
 inline constexpr double noticeScore = 0.7;
 
-/// The sixteen templates, in the order in which candidates are compared.
+/// One for each standard text, in the order of the known licenses, in which candidates are compared.
 const std::vector<Template>& templates();
 
 /// The words of the text in lower case, without copyright lines and short lines that grant nothing.
 std::vector<std::string> licenseWords(std::string_view text);
-/// The hashes of every run of `length` words; of the single words when there are fewer.
+/// The hashes of every run of `length` words; of the single words when there are fewer. For those who compare texts
+/// on their own, and for the tests: identification goes over a text's words once, without making sets of them.
 std::unordered_set<std::uint64_t> shingles(const std::vector<std::string>& words, std::size_t length);
 
 /// One candidate a template, the best first; candidates within 0.005 of each other by length, the longer

@@ -10,7 +10,8 @@ namespace ScanKit {
 namespace {
 
 constexpr std::size_t mostWordsOfAShortLine = 6;
-constexpr std::array<std::string_view, 4> copyrightBeginnings{"copyright", "(c)", "©", "all rights reserved"};
+constexpr auto copyrightBeginnings =
+    std::to_array<std::string_view>({"copyright", "(c)", "©", "all rights reserved"});
 
 /// What a byte is to the tokenizer. A letter or digit stands for its lower-case form, which is above all others.
 enum ByteKind : unsigned char { separator = 0, lineBreak = 1, beyondAscii = 2 };
@@ -74,7 +75,8 @@ constexpr std::uint64_t hashOf(std::string_view lowercaseWord) {
 constexpr std::uint64_t licenceHash = hashOf("licence");
 constexpr std::uint64_t licenseHash = hashOf("license");
 /// A short line with one of these words is kept.
-constexpr std::array<std::uint64_t, 3> grantingWords{licenseHash, hashOf("permission"), hashOf("granted")};
+constexpr auto grantingWords =
+    std::to_array<std::uint64_t>({licenseHash, hashOf("permission"), hashOf("granted")});
 
 constexpr std::uint64_t withOneSpelling(std::uint64_t hash) {
     return hash == licenceHash ? licenseHash : hash;
@@ -82,6 +84,7 @@ constexpr std::uint64_t withOneSpelling(std::uint64_t hash) {
 
 /// Writes the word in lower case and returns the end. Both spellings of "license" have the same length.
 char* writeLowercased(const LicenseWord& word, char* output) {
+    // British and American spelling count as one word wherever texts are compared.
     if (word.hash == licenseHash) {
         return std::ranges::copy(std::string_view("license"), output).out;
     }
@@ -180,6 +183,7 @@ private:
         if (words_.empty()) {
             return;
         }
+        // "MIT License" stays, a line with a project's name goes, and so do dates and addresses.
         const bool isLong = words_.size() > mostWordsOfAShortLine;
         body_({words_, (isLong || grants()) && !isCopyrightLine(Text::trimmed(line))});
     }

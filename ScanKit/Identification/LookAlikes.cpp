@@ -19,7 +19,7 @@ using enum MatchedBy;
 constexpr std::string_view anyGpl = "GPL*";  ///< GPL, GPL-2.0 or GPL-3.0, with or without -or-later
 
 // The first row that applies counts.
-constexpr std::array<LookAlikeRow, 18> rows{{
+constexpr auto rows = std::to_array<LookAlikeRow>({
     {"GPL-3.0", fullText, "this license refers to version 3 of the gnu affero general public license",
      "AGPL-3.0"},
     {"GPL-3.0", fullText, "server side public license", "SSPL-1.0"},
@@ -43,11 +43,12 @@ constexpr std::array<LookAlikeRow, 18> rows{{
     {"MIT", notice, "unicode inc license agreement data files and software", "Unicode-DFS-2016"},
     {anyGpl, notice, "eclipse public license v 2 0", "EPL-2.0"},
     {anyGpl, notice, "python software foundation license version 2", "Python-2.0"},
-}};
+});
 
-constexpr std::array<std::string_view, 5> gplNotices{"GPL", "GPL-2.0", "GPL-2.0-or-later", "GPL-3.0",
-                                                     "GPL-3.0-or-later"};
+constexpr auto gplNotices =
+    std::to_array<std::string_view>({"GPL", "GPL-2.0", "GPL-2.0-or-later", "GPL-3.0", "GPL-3.0-or-later"});
 
+/// A phrase says something only behind the match that it belongs to: many texts mention the Eclipse license.
 bool isAbout(const LookAlikeRow& row, const TextMatch& match) {
     if ((row.by == notice) != match.byNotice) {
         return false;

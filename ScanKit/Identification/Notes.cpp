@@ -1,6 +1,7 @@
 #include "ScanKit/Identification/Notes.h"
 
 #include "ScanKit/Identification/SPDX.h"
+#include "ScanKit/Model/EnumerationTable.h"
 #include "ScanKit/Support/Text.h"
 
 #include <algorithm>
@@ -15,31 +16,32 @@ namespace {
 constexpr double closeScore = 0.82;
 
 struct NotOnDiskRow {
-    Ecosystem ecosystem;
+    Ecosystem value;
     std::string_view note;
 };
-constexpr std::array<NotOnDiskRow, 3> notOnDiskNotes{{
+constexpr auto notOnDiskNotes = std::to_array<NotOnDiskRow>({
     {Ecosystem::swiftpm,
      "The package isn't checked out on this Mac, so its license file couldn't be read. Build the project once (or add its checkouts folder) and scan again."},
     {Ecosystem::npm,
      "The package isn't in node_modules, so its license file couldn't be read. Run npm install and scan again."},
     {Ecosystem::python,
      "The package isn't installed in the chosen environment, so its license couldn't be read. Choose the virtual environment it's installed in."},
-}};
+});
+static_assert(hasRowForEachEnumerator(notOnDiskNotes));
 
 /// A note that a license calls for by how its identifier begins.
 struct WeakCopyleftRow {
     std::array<std::string_view, 2> beginnings;
     std::string_view note;
 };
-constexpr std::array<WeakCopyleftRow, 3> weakCopyleftNotes{{
+constexpr auto weakCopyleftNotes = std::to_array<WeakCopyleftRow>({
     {{"MPL", "MPL"},
      "MPL: changes to this package's own files must be shared under the MPL; your own code can stay closed. Include the license and say where its source is available."},
     {{"LGPL", "LGPL"},
      "LGPL: usually fine as a separate library people could replace (dynamic linking). Changes to the library must be shared, and static linking (common in iOS apps) has extra conditions."},
     {{"EPL", "CDDL"},
      "File-level copyleft: changes to this package's files must be shared under the same license; your own code can stay closed."},
-}};
+});
 
 constexpr std::string_view unlistedNote =
     "This license isn't in Quorvane's list. Read its text and record it by hand.";
@@ -105,6 +107,7 @@ private:
 
     void noteWhatTheFileSettled() {
         const std::optional<std::string> name = declaredName(facts_.package);
+        // A custom declaration has a note of its own, which must not sound as if it were a spelling mistake.
         if (name && !facts_.isCustom && !facts_.decision.declared && facts_.decision.fromText) {
             note("The metadata says “" + *name +
                  "”, which isn't a standard license ID; the license file was used instead.");
@@ -113,6 +116,7 @@ private:
 
     void noteExtraLicenses() {
         const LicenseDecision& decision = facts_.decision;
+        // What could not be placed is worth a word only beside something that could.
         if (decision.extraLicenses.empty()) {
             return;
         }
@@ -205,6 +209,7 @@ private:
     void noteMissingText() {
         const bool needsNoText = dependency_.category == LicenseCategory::publicDomain ||
                                  dependency_.category == LicenseCategory::proprietary;
+        // Public domain asks for no text, and what is not open source needs a permission, not a text.
         if (facts_.textWasRead || needsNoText) {
             return;
         }
@@ -216,19 +221,20 @@ private:
         const std::vector<std::string> ids = chosen().chosenOption().licenseIDs();
         const bool isBuiltIn = std::ranges::all_of(ids, [](const std::string& id) {
             const KnownLicense* row = SPDX::lookup(id);
-            return row != nullptr && row->text && SPDX::builtInText(*row->text);
+            return row != nullptr && row->text;
         });
         note(isBuiltIn ? standardTextNote : noStandardTextNote);
     }
 
     void noteNotOnDisk() {
         raise(Flag::notOnDisk);
-        note(std::ranges::find(notOnDiskNotes, facts_.package.ecosystem, &NotOnDiskRow::ecosystem)->note);
+        note(rowOf(notOnDiskNotes, facts_.package.ecosystem).note);
     }
 
     void noteUndecided() {
         const std::optional<std::string>& declared = facts_.package.declared;
         const bool isDeclared = declared && !Text::isBlank(*declared);
+        // Terms of the package's own come before "not recognized": they are not open source until somebody read them.
         if (facts_.isCustom) {
             dependency_.category = LicenseCategory::proprietary;
             raise(Flag::proprietary);
@@ -241,6 +247,7 @@ private:
                             "”, which Quorvane doesn't recognize. Read the license and record it by hand."
                       : std::string(unmatchedFileNote));
         } else {
+            // Installing the package may be all that it takes, so that note stands first.
             if (!facts_.package.folder) {
                 noteNotOnDisk();
             }

@@ -24,6 +24,7 @@ void endWithLineFeed(std::string& text) {
 void dropBlankAndRepeated(std::vector<PackageText>& texts) {
     std::vector<PackageText> kept;
     for (PackageText& one : texts) {
+        // Packages ship the same text as LICENSE and LICENSE.txt; once is enough.
         const bool isRepeated =
             std::ranges::any_of(kept, [&](const PackageText& earlier) { return earlier.text == one.text; });
         if (!isRepeated && !Text::isBlank(one.text)) {
@@ -45,6 +46,7 @@ std::vector<PackageText> readPackageTexts(const std::vector<std::filesystem::pat
         }
         const bool isCut = bytes->size() > mostBytesOfAText;
         bytes->resize(std::min(bytes->size(), mostBytesOfAText));
+        // A NUL byte means that this is no text, whatever its name says.
         if (bytes->find('\0') == std::string::npos) {
             texts.push_back({displayName(file), decodedText(std::move(*bytes)), isCut});
         }

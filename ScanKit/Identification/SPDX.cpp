@@ -14,7 +14,7 @@ namespace {
 using Alias = std::pair<std::string_view, std::string_view>;
 
 // clang-format off
-constexpr std::array<Alias, 136> aliasRows{{
+constexpr auto aliasRows = std::to_array<Alias>({
     {"mit", "MIT"},
     {"expat", "MIT"},
     {"mitnoattribution", "MIT-0"},
@@ -151,18 +151,18 @@ constexpr std::array<Alias, 136> aliasRows{{
     {"proprietary", "UNLICENSED"},
     {"commercial", "UNLICENSED"},
     {"allrightsreserved", "UNLICENSED"},
-}};
+});
 // clang-format on
 
 /// Spellings that differ between keyboards and countries, replaced before anything else is looked at.
-constexpr std::array<Alias, 4> replacements{{
+constexpr auto replacements = std::to_array<Alias>({
     {"licence", "license"},
     {"\u2019", "'"},
     {"\u201C", "\""},
     {"\u201D", "\""},
-}};
+});
 
-constexpr std::array<std::string_view, 3> suffixes{"-only", "-or-later", "-no-copyleft-exception"};
+constexpr auto suffixes = std::to_array<std::string_view>({"-only", "-or-later", "-no-copyleft-exception"});
 
 constexpr std::string_view classifierPrefix = "License ::";
 
@@ -221,6 +221,7 @@ std::vector<std::string_view> partsOf(std::string_view classifier) {
 
 }  // namespace
 
+/// "GPL-2.0+" is an old way to write "GPL-2.0-or-later"; where there is no such license the plus adds nothing.
 const KnownLicense* lookup(std::string_view identifier) {
     std::string key = Text::lowercased(Text::trimmedOfBlanks(identifier));
     if (const KnownLicense* row = rowOfLowercased(key)) {
@@ -245,6 +246,7 @@ std::optional<std::string_view> normalize(std::string_view text) {
     if (const auto id = canonicalID(text)) {
         return id;
     }
+    // "GNU General Public License v2 or later (GPLv2+)": what stands in parentheses is the more exact name.
     if (const auto inside = trailingParenthesis(text)) {
         if (const auto id = normalize(*inside)) {
             return id;
@@ -256,6 +258,7 @@ std::optional<std::string_view> normalize(std::string_view text) {
 
 std::string baseID(std::string_view identifier) {
     std::string_view base = canonicalID(identifier).value_or(identifier);
+    // One after the other, each once: no known id carries two.
     for (const std::string_view suffix : suffixes) {
         if (base.ends_with(suffix)) {
             base.remove_suffix(suffix.size());
@@ -271,6 +274,7 @@ std::optional<std::string_view> licenseFromClassifier(std::string_view classifie
     const std::vector<std::string_view> parts = partsOf(classifier);
     const std::string_view last = parts.back();
     const bool hasTwoParts = parts.size() == 2;
+    // "License :: OSI Approved" alone says that there is a license, and not which.
     if (last != "OSI Approved" && !(hasTwoParts && last == "Other/Proprietary License")) {
         return normalize(last);
     }

@@ -14,12 +14,14 @@ constexpr double usableCoverage = 0.5;
 
 /// Makes a text with one match read as the license it really is.
 void applyLookAlike(TextReading& reading, std::string_view joinedWords) {
+    // With several matches the phrase may stand in the part of another one.
     if (reading.matches.size() != 1) {
         return;
     }
     TextReading::Match& match = reading.matches.front();
     if (const auto id = lookAlikeOf({match.id, match.score.value_or(0), match.byNotice}, joinedWords)) {
         match.id = *id;
+        match.isLookAlike = true;
         match.score.reset();
     }
 }
@@ -27,17 +29,17 @@ void applyLookAlike(TextReading& reading, std::string_view joinedWords) {
 }  // namespace
 
 bool TextReading::holdsStandardText(std::string_view templateId) const {
-    const bool isLookAlike =
-        std::ranges::any_of(matches, [](const Match& match) { return !match.score.has_value(); });
-    return !isLookAlike && std::ranges::any_of(candidates, [&](const LicenseMatcher::Candidate& candidate) {
-        return candidate.id == templateId && candidate.score >= LicenseMatcher::acceptedScore;
-    });
+    return std::ranges::none_of(matches, &Match::isLookAlike) &&
+           std::ranges::any_of(candidates, [&](const LicenseMatcher::Candidate& candidate) {
+               return candidate.id == templateId && candidate.score >= LicenseMatcher::acceptedScore;
+           });
 }
 
 bool TextReading::isUsable() const {
     if (matches.empty()) {
         return false;
     }
+    // A long text that mentions the GPL, or ends with a short license for its examples, is another license's text.
     double covered = 0;
     for (const Match& match : matches) {
         if (match.region) {
@@ -54,11 +56,11 @@ TextReading readLicenseText(std::string_view text) {
                         .wordCount = words.wordCount,
                         .licenseWordCount = words.licenseWords.size()};
     for (const LicenseMatcher::Candidate& candidate : LicenseMatcher::accepted(reading.candidates)) {
-        reading.matches.push_back({candidate.id, false, candidate.score, candidate});
+        reading.matches.push_back({.id = candidate.id, .score = candidate.score, .region = candidate});
     }
     if (reading.matches.empty()) {
         if (const std::optional<TextMatch> notice = LicenseMatcher::noticeMatch(words)) {
-            reading.matches.push_back({notice->id, true, notice->score, std::nullopt});
+            reading.matches.push_back({.id = notice->id, .byNotice = true, .score = notice->score});
         }
     }
     applyLookAlike(reading, words.joinedWords);

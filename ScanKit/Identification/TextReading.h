@@ -18,7 +18,9 @@ struct TextReading {
     struct Match {
         std::string id;
         bool byNotice = false;
-        std::optional<double> score;  ///< absent for a look-alike, which no template stands for
+        /// Reads as another license than the template or notice that matched; that one's score says nothing then.
+        bool isLookAlike = false;
+        std::optional<double> score;  ///< absent for a look-alike
         /// The full-text candidate behind the match; absent for a notice.
         std::optional<LicenseMatcher::Candidate> region;
 

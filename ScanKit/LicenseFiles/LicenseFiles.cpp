@@ -1,5 +1,6 @@
 #include "ScanKit/LicenseFiles/LicenseFiles.h"
 
+#include "ScanKit/Support/Containment.h"
 #include "ScanKit/Support/Paths.h"
 #include "ScanKit/Support/Text.h"
 
@@ -11,8 +12,8 @@ namespace ScanKit {
 namespace {
 
 /// Source code and data that merely carry a license's name: license.js reads licenses, it is none.
-constexpr std::array<std::string_view, 12> ignoredExtensions{"js", "cjs", "mjs", "ts", "json", "swift",
-                                                             "py", "pyc", "h",   "c",  "m",    "d"};
+constexpr auto ignoredExtensions = std::to_array<std::string_view>(
+    {"js", "cjs", "mjs", "ts", "json", "swift", "py", "pyc", "h", "c", "m", "d"});
 /// An extension may be any word up to the length of "markdown": LICENSE.apache2 is a license too.
 constexpr std::size_t longestLicenseExtension = 8;
 
@@ -43,6 +44,7 @@ Role roleOf(std::string_view fileName) {
         return Role::none;
     }
     if (namesLicense(base)) {
+        // "LICENSE-3rdparty.some-generator-output" is not written for people.
         return Text::characterCount(extension) <= longestLicenseExtension ? Role::license : Role::none;
     }
     return namesNotice(base) ? Role::notice : Role::none;

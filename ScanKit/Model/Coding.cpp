@@ -1,12 +1,12 @@
 #include "ScanKit/Model/Coding.h"
 
-#include "ScanKit/Support/Json.h"
-#include "ScanKit/Support/JsonWriter.h"
+#include "ScanKit/Support/JSON.h"
+#include "ScanKit/Support/JSONWriter.h"
 
 namespace ScanKit {
 namespace {
 
-void write(JsonWriter& json, const ScanSource& source) {
+void write(JSONWriter& json, const ScanSource& source) {
     json.beginObject();
     json.key("ecosystem");
     json.string(rawValue(source.ecosystem));
@@ -17,14 +17,23 @@ void write(JsonWriter& json, const ScanSource& source) {
     json.endObject();
 }
 
-void writeText(JsonWriter& json, std::string_view key, const std::optional<std::string>& text) {
+void write(JSONWriter& json, const ScanWarning& warning) {
+    json.beginObject();
+    json.key("kind");
+    json.string(rawValue(warning.kind));
+    json.key("sentence");
+    json.string(warning.sentence);
+    json.endObject();
+}
+
+void writeText(JSONWriter& json, std::string_view key, const std::optional<std::string>& text) {
     if (text) {
         json.key(key);
         json.string(*text);
     }
 }
 
-void writeTexts(JsonWriter& json, std::string_view key, const std::vector<std::string>& texts) {
+void writeTexts(JSONWriter& json, std::string_view key, const std::vector<std::string>& texts) {
     json.key(key);
     json.beginArray();
     for (const std::string& text : texts) {
@@ -33,7 +42,7 @@ void writeTexts(JsonWriter& json, std::string_view key, const std::vector<std::s
     json.endArray();
 }
 
-void write(JsonWriter& json, const Dependency& dependency) {
+void write(JSONWriter& json, const Dependency& dependency) {
     json.beginObject();
     json.key("ecosystem");
     json.string(rawValue(dependency.ecosystem));
@@ -67,10 +76,20 @@ void write(JsonWriter& json, const Dependency& dependency) {
     json.endObject();
 }
 
+template <typename Record>
+void writeRecords(JSONWriter& json, std::string_view key, const std::vector<Record>& records) {
+    json.key(key);
+    json.beginArray();
+    for (const Record& record : records) {
+        write(json, record);
+    }
+    json.endArray();
+}
+
 /// Reads the members of one record and remembers whether any was not what it must be.
 class RecordReader {
 public:
-    explicit RecordReader(JsonValue record) : record_(record), isComplete_(record.isObject()) {}
+    explicit RecordReader(JSONValue record) : record_(record), isComplete_(record.isObject()) {}
 
     bool isComplete() const { return isComplete_; }
 
@@ -79,17 +98,13 @@ public:
     }
 
     std::optional<std::string> optionalText(std::string_view key) {
-        if (!record_.member(key)) {
-            return std::nullopt;
-        }
-        return text(key);
+        return isAbsent(key) ? std::nullopt : std::optional(text(key));
     }
 
     bool boolean(std::string_view key) { return required(record_.booleanMember(key)).value_or(false); }
 
     std::optional<double> optionalNumber(std::string_view key) {
-        const std::optional<JsonValue> value = record_.member(key);
-        return value ? required(value->number()) : std::nullopt;
+        return isAbsent(key) ? std::nullopt : required(record_.member(key)->number());
     }
 
     /// The value whose raw name the member holds.
@@ -104,12 +119,13 @@ public:
     template <typename Value, typename Read>
     std::vector<Value> list(std::string_view key, Read read) {
         std::vector<Value> values;
-        const std::optional<JsonValue> array = required(record_.member(key));
+        const std::optional<JSONValue> array = required(record_.member(key));
         if (!array || !array->isArray()) {
+            // A list that is missing is not an empty list: something else wrote this.
             isComplete_ = false;
             return values;
         }
-        for (const JsonValue& element : array->elements()) {
+        for (const JSONValue& element : array->elements()) {
             if (const std::optional<Value> value = required(read(element))) {
                 values.push_back(*value);
             }
@@ -118,7 +134,7 @@ public:
     }
 
     std::vector<std::string> texts(std::string_view key) {
-        return list<std::string>(key, [](const JsonValue& element) -> std::optional<std::string> {
+        return list<std::string>(key, [](const JSONValue& element) -> std::optional<std::string> {
             const auto text = element.string();
             return text ? std::optional<std::string>(*text) : std::nullopt;
         });
@@ -131,11 +147,17 @@ public:
     }
 
 private:
-    JsonValue record_;
+    /// Other programs write null for what is absent.
+    bool isAbsent(std::string_view key) const {
+        const std::optional<JSONValue> value = record_.member(key);
+        return !value || value->isNull();
+    }
+
+    JSONValue record_;
     bool isComplete_;
 };
 
-std::optional<ScanSource> readSource(const JsonValue& value) {
+std::optional<ScanSource> readSource(const JSONValue& value) {
     RecordReader record(value);
     ScanSource source{
         .ecosystem = record.named("ecosystem", ecosystemFromRawValue, Ecosystem::swiftpm),
@@ -145,12 +167,21 @@ std::optional<ScanSource> readSource(const JsonValue& value) {
     return record.isComplete() ? std::optional(std::move(source)) : std::nullopt;
 }
 
-std::optional<Flag> readFlag(const JsonValue& value) {
+std::optional<ScanWarning> readWarning(const JSONValue& value) {
+    RecordReader record(value);
+    ScanWarning warning{
+        .kind = record.named("kind", warningKindFromRawValue, ScanWarning::Kind{}),
+        .sentence = record.text("sentence"),
+    };
+    return record.isComplete() ? std::optional(std::move(warning)) : std::nullopt;
+}
+
+std::optional<Flag> readFlag(const JSONValue& value) {
     const auto name = value.string();
     return name ? flagFromRawValue(*name) : std::nullopt;
 }
 
-std::optional<Dependency> readDependency(const JsonValue& value) {
+std::optional<Dependency> readDependency(const JSONValue& value) {
     RecordReader record(value);
     Dependency dependency{
         .ecosystem = record.named("ecosystem", ecosystemFromRawValue, Ecosystem::swiftpm),
@@ -172,7 +203,7 @@ std::optional<Dependency> readDependency(const JsonValue& value) {
     return record.isComplete() ? std::optional(std::move(dependency)) : std::nullopt;
 }
 
-std::optional<ScanResult> readResult(const JsonValue& value) {
+std::optional<ScanResult> readResult(const JSONValue& value) {
     RecordReader record(value);
     ScanResult result{
         .projectName = record.text("projectName"),
@@ -180,22 +211,22 @@ std::optional<ScanResult> readResult(const JsonValue& value) {
         .scannedAt = record.required(Dates::fromIso8601(record.text("scannedAt"))).value_or(Date{}),
         .sources = record.list<ScanSource>("sources", readSource),
         .dependencies = record.list<Dependency>("dependencies", readDependency),
-        .warnings = record.texts("warnings"),
+        .warnings = record.list<ScanWarning>("warnings", readWarning),
     };
     return record.isComplete() ? std::optional(std::move(result)) : std::nullopt;
 }
 
 template <typename Record>
 std::string encodedRecord(const Record& record) {
-    JsonWriter json;
+    JSONWriter json;
     write(json, record);
     return json.take();
 }
 
 template <typename Record>
-std::optional<Record> decodedRecord(std::string_view json, std::optional<Record> (*read)(const JsonValue&)) {
-    JsonReader reader;
-    const std::optional<JsonValue> top = reader.read(json);
+std::optional<Record> decodedRecord(std::string_view json, std::optional<Record> (*read)(const JSONValue&)) {
+    JSONReader reader;
+    const std::optional<JSONValue> top = reader.read(json);
     return top ? read(*top) : std::nullopt;
 }
 
@@ -210,7 +241,7 @@ std::string encoded(const Dependency& dependency) {
 }
 
 std::string encoded(const ScanResult& result) {
-    JsonWriter json;
+    JSONWriter json;
     json.beginObject();
     json.key("projectName");
     json.string(result.projectName);
@@ -218,19 +249,9 @@ std::string encoded(const ScanResult& result) {
     json.string(result.rootPath);
     json.key("scannedAt");
     json.string(Dates::iso8601(result.scannedAt));
-    json.key("sources");
-    json.beginArray();
-    for (const ScanSource& source : result.sources) {
-        write(json, source);
-    }
-    json.endArray();
-    json.key("dependencies");
-    json.beginArray();
-    for (const Dependency& dependency : result.dependencies) {
-        write(json, dependency);
-    }
-    json.endArray();
-    writeTexts(json, "warnings", result.warnings);
+    writeRecords(json, "sources", result.sources);
+    writeRecords(json, "dependencies", result.dependencies);
+    writeRecords(json, "warnings", result.warnings);
     json.endObject();
     return json.take();
 }

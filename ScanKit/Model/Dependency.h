@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -35,6 +36,11 @@ struct Dependency {
     std::string id() const;
     /// True when any flag but `noLicenseFile` is raised: a missing license file alone calls for no review.
     bool needsReview() const;
+    bool has(Flag flag) const;
+    /// Nothing is known of its license: none was decided, or it is flagged `unknown` or `missing`.
+    bool isUnknownOrMissing() const;
+    /// The labels of its flags in their order, such as "Copyleft (GPL); No license file".
+    std::string flagLabels(std::string_view separator) const;
     /// What a license column shows: the license; else "Unrecognized: " and the first line of the declared
     /// text, at most 40 characters of it; else "None found".
     std::string licenseDisplay() const;

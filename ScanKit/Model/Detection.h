@@ -4,6 +4,7 @@
 #include "ScanKit/Model/Hashing.h"
 
 #include <filesystem>
+#include <set>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -24,6 +25,9 @@ struct Detection {
 
     /// The ecosystems found, in `Ecosystem` order. Checkout folders and project names alone do not count.
     std::vector<Ecosystem> ecosystems() const;
+    /// The ecosystems that a scan reads when nobody names them: those found, and Python when the user chose an
+    /// environment for it.
+    std::set<Ecosystem> ecosystemsToRead(const std::vector<std::filesystem::path>& chosenEnvironments) const;
 
     bool operator==(const Detection&) const = default;
     auto fields() const {

@@ -1,6 +1,6 @@
 #include "ScanKit/Model/Ecosystem.h"
 
-#include "ScanKit/Model/EnumerationTable.h"
+#include <array>
 
 namespace ScanKit {
 namespace {
@@ -9,13 +9,12 @@ struct EcosystemRow {
     Ecosystem value;
     std::string_view rawValue, label, shortLabel;
 };
-constexpr std::array<EcosystemRow, 3> rows{{
+constexpr auto rows = std::to_array<EcosystemRow>({
     {Ecosystem::swiftpm, "swiftpm", "Swift packages", "SwiftPM"},
     {Ecosystem::npm, "npm", "npm", "npm"},
     {Ecosystem::python, "python", "Python", "Python"},
-}};
-static_assert(inDeclaredOrder(rows));
-static_assert(valuesOf(rows) == allEcosystems);
+});
+static_assert(hasRowForEachEnumerator(rows));
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <array>
+#include "ScanKit/Model/EnumerationTable.h"
+
 #include <optional>
 #include <string_view>
 
@@ -9,7 +10,7 @@ namespace ScanKit {
 /// The kinds of packages that a scan reads. The order is meaningful: results are sorted by it first.
 enum class Ecosystem { swiftpm, npm, python };
 
-inline constexpr std::array allEcosystems{Ecosystem::swiftpm, Ecosystem::npm, Ecosystem::python};
+inline constexpr auto allEcosystems = enumerators<Ecosystem>();
 
 /// The short name that machine-readable output uses: "swiftpm", "npm", "python".
 std::string_view rawValue(Ecosystem ecosystem);

@@ -4,12 +4,12 @@ namespace ScanKit {
 namespace {
 
 struct FlagRow {
-    Flag value;
+    Flag::Case value;
     std::string_view rawValue, label;
     Flag::Severity severity;
 };
 using enum Flag::Severity;
-constexpr std::array<FlagRow, 9> rows{{
+constexpr auto rows = std::to_array<FlagRow>({
     {Flag::networkCopyleft, "networkCopyleft", "Network copyleft (AGPL)", high},
     {Flag::strongCopyleft, "strongCopyleft", "Copyleft (GPL)", high},
     {Flag::proprietary, "proprietary", "Not open source", high},
@@ -19,17 +19,8 @@ constexpr std::array<FlagRow, 9> rows{{
     {Flag::weakCopyleft, "weakCopyleft", "Weak copyleft", medium},
     {Flag::notOnDisk, "notOnDisk", "Not on this Mac", medium},
     {Flag::noLicenseFile, "noLicenseFile", "No license file", low},
-}};
-
-constexpr bool rowsInDeclaredOrder() {
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        if (rows[i].value != static_cast<Flag::Case>(i) || allFlags[i] != rows[i].value) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(rowsInDeclaredOrder());
+});
+static_assert(hasRowForEachEnumerator(rows));
 
 }  // namespace
 
@@ -41,24 +32,19 @@ std::optional<Flag::Severity> Flag::severityFromRawValue(int rawValue) {
 }
 
 std::string_view rawValue(Flag flag) {
-    return rows[static_cast<std::size_t>(flag)].rawValue;
+    return rows[flag.position()].rawValue;
 }
 
 std::string_view label(Flag flag) {
-    return rows[static_cast<std::size_t>(flag)].label;
+    return rows[flag.position()].label;
 }
 
 Flag::Severity severity(Flag flag) {
-    return rows[static_cast<std::size_t>(flag)].severity;
+    return rows[flag.position()].severity;
 }
 
 std::optional<Flag> flagFromRawValue(std::string_view rawValue) {
-    for (const FlagRow& row : rows) {
-        if (row.rawValue == rawValue) {
-            return row.value;
-        }
-    }
-    return std::nullopt;
+    return valueOf(rows, rawValue);
 }
 
 }  // namespace ScanKit

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "ScanKit/Model/EnumerationTable.h"
+
 #include <array>
+#include <compare>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string_view>
@@ -13,7 +17,7 @@ namespace ScanKit {
 /// dependency keeps its flags in this order.
 class Flag {
 public:
-    enum Case {
+    enum Case : std::uint8_t {
         networkCopyleft,
         strongCopyleft,
         proprietary,
@@ -27,20 +31,24 @@ public:
 
     enum class Severity { low = 0, medium = 1, high = 2 };
 
-    constexpr Flag(Case value) : value_(value) {}  // NOLINT(google-explicit-constructor): a flag is its case
-    constexpr operator Case() const { return value_; }  // NOLINT(google-explicit-constructor)
+    /// A flag is its case. There is no way back but `position`: with both, `std::ranges::find(flags, Flag::missing)`
+    /// could not tell which of the two to compare.
+    constexpr Flag(Case value) : value_(value) {}  // NOLINT(google-explicit-constructor)
+
+    /// Its place among all flags, from 0.
+    constexpr std::size_t position() const { return value_; }
 
     /// The severity with this integer value (0, 1 or 2), or none.
     static std::optional<Severity> severityFromRawValue(int rawValue);
+
+    constexpr auto operator<=>(const Flag&) const = default;
 
 private:
     Case value_;
 };
 
-inline constexpr std::array<Flag, 9> allFlags{
-    Flag::networkCopyleft, Flag::strongCopyleft, Flag::proprietary, Flag::missing,       Flag::unknown,
-    Flag::mismatch,        Flag::weakCopyleft,   Flag::notOnDisk,   Flag::noLicenseFile,
-};
+/// All flags, the most serious first.
+inline constexpr auto allFlags = enumerators<Flag::Case>();
 
 /// The short name that machine-readable output uses, such as "noLicenseFile".
 std::string_view rawValue(Flag flag);
@@ -54,5 +62,5 @@ std::optional<Flag> flagFromRawValue(std::string_view rawValue);
 
 template <>
 struct std::hash<ScanKit::Flag> {
-    std::size_t operator()(ScanKit::Flag flag) const { return static_cast<std::size_t>(flag); }
+    std::size_t operator()(ScanKit::Flag flag) const { return flag.position(); }
 };

@@ -11,6 +11,7 @@
 
 namespace ScanKit {
 
+/// For those who use the library and want records in unordered containers; no program of ours needs it.
 /// A record that names its fields, in declared order, through `fields()`. Such a record hashes over all of
 /// them, so that equal records hash equal.
 template <typename Record>

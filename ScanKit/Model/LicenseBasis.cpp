@@ -1,6 +1,6 @@
 #include "ScanKit/Model/LicenseBasis.h"
 
-#include "ScanKit/Model/EnumerationTable.h"
+#include <array>
 
 namespace ScanKit {
 namespace {
@@ -9,16 +9,15 @@ struct LicenseBasisRow {
     LicenseBasis value;
     std::string_view rawValue, label, shortLabel;
 };
-constexpr std::array<LicenseBasisRow, 6> rows{{
+constexpr auto rows = std::to_array<LicenseBasisRow>({
     {LicenseBasis::metadataAndText, "metadataAndText", "Metadata and license file", "Metadata + file"},
     {LicenseBasis::metadata, "metadata", "Package metadata", "Metadata"},
     {LicenseBasis::classifier, "classifier", "Python classifier", "Classifier"},
     {LicenseBasis::text, "text", "License file", "License file"},
     {LicenseBasis::notice, "notice", "License notice", "Notice"},
     {LicenseBasis::none, "none", "Not found", "—"},
-}};
-static_assert(inDeclaredOrder(rows));
-static_assert(valuesOf(rows) == allLicenseBases);
+});
+static_assert(hasRowForEachEnumerator(rows));
 
 }  // namespace
 

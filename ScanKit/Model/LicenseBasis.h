@@ -1,6 +1,7 @@
 #pragma once
 
-#include <array>
+#include "ScanKit/Model/EnumerationTable.h"
+
 #include <optional>
 #include <string_view>
 
@@ -9,10 +10,7 @@ namespace ScanKit {
 /// On what evidence the license of a dependency was decided. Not ordered.
 enum class LicenseBasis { metadataAndText, metadata, classifier, text, notice, none };
 
-inline constexpr std::array allLicenseBases{
-    LicenseBasis::metadataAndText, LicenseBasis::metadata, LicenseBasis::classifier, LicenseBasis::text,
-    LicenseBasis::notice,          LicenseBasis::none,
-};
+inline constexpr auto allLicenseBases = enumerators<LicenseBasis>();
 
 /// The short name that machine-readable output uses, such as "metadataAndText".
 std::string_view rawValue(LicenseBasis basis);

@@ -1,6 +1,6 @@
 #include "ScanKit/Model/LicenseCategory.h"
 
-#include "ScanKit/Model/EnumerationTable.h"
+#include <array>
 
 namespace ScanKit {
 namespace {
@@ -9,7 +9,7 @@ struct LicenseCategoryRow {
     LicenseCategory value;
     std::string_view rawValue, label;
 };
-constexpr std::array<LicenseCategoryRow, 7> rows{{
+constexpr auto rows = std::to_array<LicenseCategoryRow>({
     {LicenseCategory::publicDomain, "publicDomain", "Public domain"},
     {LicenseCategory::permissive, "permissive", "Permissive"},
     {LicenseCategory::weakCopyleft, "weakCopyleft", "Weak copyleft"},
@@ -17,9 +17,8 @@ constexpr std::array<LicenseCategoryRow, 7> rows{{
     {LicenseCategory::networkCopyleft, "networkCopyleft", "Network copyleft"},
     {LicenseCategory::proprietary, "proprietary", "Not open source"},
     {LicenseCategory::unknown, "unknown", "Unknown"},
-}};
-static_assert(inDeclaredOrder(rows));
-static_assert(valuesOf(rows) == allLicenseCategories);
+});
+static_assert(hasRowForEachEnumerator(rows));
 
 }  // namespace
 

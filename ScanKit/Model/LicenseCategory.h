@@ -1,6 +1,7 @@
 #pragma once
 
-#include <array>
+#include "ScanKit/Model/EnumerationTable.h"
+
 #include <optional>
 #include <string_view>
 
@@ -18,11 +19,7 @@ enum class LicenseCategory {
     unknown,
 };
 
-inline constexpr std::array allLicenseCategories{
-    LicenseCategory::publicDomain,   LicenseCategory::permissive,      LicenseCategory::weakCopyleft,
-    LicenseCategory::strongCopyleft, LicenseCategory::networkCopyleft, LicenseCategory::proprietary,
-    LicenseCategory::unknown,
-};
+inline constexpr auto allLicenseCategories = enumerators<LicenseCategory>();
 
 /// The short name that machine-readable output uses, such as "weakCopyleft".
 std::string_view rawValue(LicenseCategory category);

@@ -12,7 +12,8 @@ namespace ScanKit {
 
 /// What a scan covers.
 struct ScanOptions {
-    std::set<Ecosystem> ecosystems;                         ///< the ecosystems to read
+    /// The ecosystems to read. Empty, as made, reads nothing: `Detection::ecosystemsToRead` says what is there.
+    std::set<Ecosystem> ecosystems;
     std::vector<std::filesystem::path> checkoutFolders;     ///< further folders of checked-out Swift packages
     std::vector<std::filesystem::path> pythonEnvironments;  ///< in place of the detected ones, when not empty
     bool useXcodeDerivedData = false;  ///< search the development tools' build products for checkouts

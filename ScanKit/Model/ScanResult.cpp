@@ -3,7 +3,7 @@
 namespace ScanKit {
 
 std::vector<const Dependency*> ScanResult::selected(
-    bool includeDev, const std::optional<std::set<Ecosystem>>& ecosystems) const {
+    bool includeDev, const std::optional<std::set<Ecosystem>>& ecosystems) const& {
     std::vector<const Dependency*> kept;
     kept.reserve(dependencies.size());
     for (const Dependency& dependency : dependencies) {

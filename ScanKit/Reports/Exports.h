@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-/// The three text exports, each a pure function of the result, the options and the time zone, and the names of
-/// all four report files. The texts are UTF-8 without a byte-order mark.
+/// The text exports, each a pure function of the result, the options and the time zone. The texts are UTF-8 without a
+/// byte-order mark.
 namespace ScanKit::Exports {
 
 /// Said by every export.
@@ -20,12 +20,5 @@ std::string notice(const ScanResult& result, const ReportOptions& options);
 std::string csv(const ScanResult& result, const ReportOptions& options);
 /// The project, sources, warnings, counts and one object a package; keys sorted.
 std::string json(const ScanResult& result, const ReportOptions& options);
-
-struct FileNames {
-    std::string pdf, notice, csv, json;
-    bool operator==(const FileNames&) const = default;
-};
-/// The names of the report files of a project: "/" and ":" in its name become "-".
-FileNames fileNames(std::string_view projectName);
 
 }  // namespace ScanKit::Exports

@@ -1,7 +1,7 @@
 #include "ScanKit/Reports/JSONReport.h"
 
 #include "ScanKit/Reports/Exports.h"
-#include "ScanKit/Support/JsonWriter.h"
+#include "ScanKit/Support/JSONWriter.h"
 #include "ScanKit/Support/Text.h"
 
 namespace ScanKit::Exports {
@@ -10,19 +10,20 @@ namespace {
 /// The bytes that an item takes in the document, notes of the usual length included.
 constexpr std::size_t usualItemSize = 600;
 
-void write(JsonWriter& writer, std::string_view key, std::string_view text) {
+void write(JSONWriter& writer, std::string_view key, std::string_view text) {
     writer.key(key);
     writer.string(text);
 }
 
-void write(JsonWriter& writer, std::string_view key, const std::optional<std::string_view>& text) {
+void write(JSONWriter& writer, std::string_view key, const std::optional<std::string_view>& text) {
+    // An absent field has no key; null would be one more case for every reader.
     if (text) {
         write(writer, key, *text);
     }
 }
 
 template <typename Texts>
-void writeList(JsonWriter& writer, std::string_view key, const Texts& texts) {
+void writeList(JSONWriter& writer, std::string_view key, const Texts& texts) {
     writer.key(key);
     writer.beginArray();
     for (const auto& text : texts) {
@@ -31,12 +32,12 @@ void writeList(JsonWriter& writer, std::string_view key, const Texts& texts) {
     writer.endArray();
 }
 
-void write(JsonWriter& writer, std::string_view key, std::size_t count) {
+void write(JSONWriter& writer, std::string_view key, std::size_t count) {
     writer.key(key);
     writer.integer(static_cast<std::int64_t>(count));
 }
 
-void write(JsonWriter& writer, const ScanSource& source) {
+void write(JSONWriter& writer, const ScanSource& source) {
     writer.beginObject();
     write(writer, "ecosystem", rawValue(source.ecosystem));
     write(writer, "kind", std::string_view(source.kind));
@@ -44,7 +45,7 @@ void write(JsonWriter& writer, const ScanSource& source) {
     writer.endObject();
 }
 
-void write(JsonWriter& writer, const ReportSummary& summary) {
+void write(JSONWriter& writer, const ReportSummary& summary) {
     writer.beginObject();
     write(writer, "copyleft", summary.copyleft);
     write(writer, "dependencies", summary.total);
@@ -53,7 +54,8 @@ void write(JsonWriter& writer, const ReportSummary& summary) {
     writer.endObject();
 }
 
-void write(JsonWriter& writer, const JSONReport::Item& item) {
+void write(JSONWriter& writer, const JSONReport::Item& item) {
+    // Keys in ascending order: programs that compare two reports line by line rely on it.
     writer.beginObject();
     write(writer, "basis", item.basis);
     write(writer, "category", item.category);
@@ -76,7 +78,7 @@ void write(JsonWriter& writer, const JSONReport::Item& item) {
 }
 
 template <typename Records>
-void writeObjects(JsonWriter& writer, std::string_view key, const Records& records) {
+void writeObjects(JSONWriter& writer, std::string_view key, const Records& records) {
     writer.key(key);
     writer.beginArray();
     for (const auto& record : records) {
@@ -111,8 +113,10 @@ JSONReport::JSONReport(const ScanResult& result, const ReportOptions& options)
       generated(result.scannedAt),
       generator(Text::validUtf8(options.appName)),
       disclaimer(Exports::disclaimer),
-      sources(result.sources),
-      warnings(result.warnings) {
+      sources(result.sources) {
+    for (const ScanWarning& warning : result.warnings) {
+        warnings.emplace_back(warning.sentence);
+    }
     const std::vector<const Dependency*> reported = reportedDependencies(result, options);
     summary = ReportSummary(reported);
     dependencies.reserve(reported.size());
@@ -122,7 +126,7 @@ JSONReport::JSONReport(const ScanResult& result, const ReportOptions& options)
 }
 
 std::string JSONReport::encoded() const {
-    JsonWriter writer(1024 + dependencies.size() * usualItemSize);
+    JSONWriter writer(1024 + dependencies.size() * usualItemSize);
     writer.beginObject();
     writeObjects(writer, "dependencies", dependencies);
     write(writer, "disclaimer", disclaimer);

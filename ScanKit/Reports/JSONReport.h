@@ -36,7 +36,7 @@ struct JSONReport {
     std::string generator;
     std::string_view disclaimer;
     std::span<const ScanSource> sources;
-    std::span<const std::string> warnings;
+    std::vector<std::string_view> warnings;  ///< their sentences
     ReportSummary summary;
     std::vector<Item> dependencies;
 

@@ -47,6 +47,7 @@ void appendLicenseText(std::string& output, const Dependency& dependency) {
         output += '\n';
         return;
     }
+    // The author's own text, copyright line included, is always better than the standard one.
     const auto standard = dependency.license ? standardTextOf(*dependency.license) : std::nullopt;
     if (!standard) {
         output += "[No license text was found for this package. See its source for license terms.]\n";

@@ -8,18 +8,11 @@
 namespace ScanKit {
 namespace {
 
-bool hasFlag(const Dependency& dependency, Flag flag) {
-    return std::ranges::find(dependency.flags, flag) != dependency.flags.end();
-}
-
-bool isUnknownOrMissing(const Dependency& dependency) {
-    return !dependency.license || hasFlag(dependency, Flag::unknown) || hasFlag(dependency, Flag::missing);
-}
-
 std::vector<ReportSummary::License> licensesOf(const std::vector<const Dependency*>& dependencies) {
     std::vector<ReportSummary::License> licenses;
     std::unordered_map<std::string_view, std::size_t> places;
     for (const Dependency* dependency : dependencies) {
+        // One line for all packages of which nothing is known, under a word that no license has for a name.
         const std::string_view name =
             dependency->license ? std::string_view(*dependency->license) : std::string_view("Unknown");
         const auto [place, isNew] = places.try_emplace(name, licenses.size());
@@ -48,7 +41,7 @@ ReportSummary::ReportSummary(const std::vector<const Dependency*>& dependencies)
         ++byCategory[dependency->category];
         needsReview += dependency->needsReview() ? 1 : 0;
         copyleft += isCopyleft(dependency->category) ? 1 : 0;
-        unknownOrMissing += isUnknownOrMissing(*dependency) ? 1 : 0;
+        unknownOrMissing += dependency->isUnknownOrMissing() ? 1 : 0;
     }
 }
 

@@ -1,9 +1,5 @@
 #include "ScanKit/Reports/ReportWriter.h"
 
-#include "ScanKit/Reports/Exports.h"
-#include "ScanKit/Reports/PDFReport.h"
-
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <string_view>
@@ -93,32 +89,17 @@ void flushFolder(const std::filesystem::path& folder) {
     }
 }
 
-struct Report {
-    ReportFormats format;
-    std::string Exports::FileNames::*name;
-    std::string (*bytes)(const ScanResult&, const ReportOptions&);
-};
-
-/// In the order in which they are written.
-constexpr std::array<Report, 4> reports{{
-    {ReportFormats::pdf, &Exports::FileNames::pdf, &PDFReport::document},
-    {ReportFormats::notice, &Exports::FileNames::notice, &Exports::notice},
-    {ReportFormats::csv, &Exports::FileNames::csv, &Exports::csv},
-    {ReportFormats::json, &Exports::FileNames::json, &Exports::json},
-}};
-
 }  // namespace
 
 SavedReports saveReports(const ScanResult& result, const ReportOptions& options, ReportFormats formats,
                          const std::filesystem::path& folder) {
-    const Exports::FileNames names = Exports::fileNames(options.projectName);
     SavedReports saved;
-    for (const Report& report : reports) {
-        if (!contains(formats, report.format)) {
+    for (const ReportFormat& format : reportFormats()) {
+        if (!contains(formats, format.bit)) {
             continue;
         }
-        const std::filesystem::path file = folder / (names.*report.name);
-        saved.failure = saveFile(file, report.bytes(result, options));
+        const std::filesystem::path file = folder / fileName(format, options.projectName);
+        saved.failure = saveFile(file, format.bytes(result, options));
         if (saved.failure) {
             return saved;
         }
@@ -130,6 +111,7 @@ SavedReports saveReports(const ScanResult& result, const ReportOptions& options,
 std::optional<std::string> saveFile(const std::filesystem::path& file, const std::string& bytes) {
     const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
     AsideFile aside(folder);
+    // The first that fails leaves the system's reason behind, and the file aside is removed.
     if (!aside.isOpen() || !aside.write(bytes) || !aside.flushAndClose() || !aside.moveTo(file)) {
         return lastReason();
     }

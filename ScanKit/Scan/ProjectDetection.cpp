@@ -1,6 +1,7 @@
 #include "ScanKit/Scan/ProjectDetection.h"
 
 #include "ScanKit/Support/FileSystem.h"
+#include "ScanKit/Support/Paths.h"
 #include "ScanKit/Support/Text.h"
 
 #include <algorithm>
@@ -17,20 +18,20 @@ constexpr int deepestLevel = 4;
 constexpr std::string_view environmentMark = "pyvenv.cfg";
 
 /// Build products, caches, version control and installed packages.
-constexpr std::array<std::string_view, 24> skippedFolders{
-    "node_modules",  ".git",        ".hg",           ".svn",     ".build",   "build",
-    "dist",          "DerivedData", "Pods",          "Carthage", ".swiftpm", "__pycache__",
-    "site-packages", ".next",       ".nuxt",         ".cache",   ".gradle",  "vendor",
-    ".tox",          ".mypy_cache", ".pytest_cache", "coverage", "out",      "target"};
+constexpr auto skippedFolders = std::to_array<std::string_view>(
+    {"node_modules",  ".git",        ".hg",           ".svn",     ".build",   "build",
+     "dist",          "DerivedData", "Pods",          "Carthage", ".swiftpm", "__pycache__",
+     "site-packages", ".next",       ".nuxt",         ".cache",   ".gradle",  "vendor",
+     ".tox",          ".mypy_cache", ".pytest_cache", "coverage", "out",      "target"});
 
 struct BundleKind {
     std::string_view extension;
     std::string_view resolvedFile;  ///< where the bundle keeps the Package.resolved that its users share
 };
-constexpr std::array<BundleKind, 2> bundleKinds{{
+constexpr auto bundleKinds = std::to_array<BundleKind>({
     {".xcodeproj", "project.xcworkspace/xcshareddata/swiftpm/Package.resolved"},
     {".xcworkspace", "xcshareddata/swiftpm/Package.resolved"},
-}};
+});
 
 const BundleKind* bundleKindOf(std::string_view name) {
     const auto found = std::ranges::find_if(
@@ -58,7 +59,8 @@ private:
     void visit(const std::filesystem::path& folder, int depth) {
         const std::vector<FolderEntry> entries = listPackageFolder(folder);
         noteSwiftPackages(folder, entries);
-        noteNpmPackage(folder, entries);
+        noteNPMPackage(folder, entries);
+        // Files before folders, so that what lies higher is read first.
         for (const FolderEntry& entry : entries) {
             if (entry.kind != EntryKind::folder) {
                 notePythonFile(folder, entry.name);
@@ -82,8 +84,9 @@ private:
         }
     }
 
-    void noteNpmPackage(const std::filesystem::path& folder, const std::vector<FolderEntry>& entries) {
+    void noteNPMPackage(const std::filesystem::path& folder, const std::vector<FolderEntry>& entries) {
         const auto holds = [&](std::string_view name) { return entryNamed(entries, name) != nullptr; };
+        // A lockfile alone belongs to no package: some tools leave theirs in odd places.
         if (!holds("package.json")) {
             return;
         }
@@ -133,7 +136,7 @@ private:
 }  // namespace
 
 Detection detect(const std::filesystem::path& root) {
-    return Walk().detect(root);
+    return Walk().detect(root.is_absolute() ? root : absolutePath(root));
 }
 
 }  // namespace ScanKit

@@ -1,18 +1,21 @@
 #include "ScanKit/Scan/Scanner.h"
 
 #include "ScanKit/Identification/Identification.h"
-#include "ScanKit/Readers/NPMParser.h"
-#include "ScanKit/Readers/PythonParser.h"
-#include "ScanKit/Readers/SwiftPMParser.h"
+#include "ScanKit/Readers/NPM/NPMParser.h"
+#include "ScanKit/Readers/Python/PythonParser.h"
+#include "ScanKit/Readers/ReadLimits.h"
+#include "ScanKit/Readers/SwiftPM/SwiftPMParser.h"
 #include "ScanKit/Scan/DerivedData.h"
 #include "ScanKit/Scan/ProgressReporter.h"
 #include "ScanKit/Scan/ProjectDetection.h"
+#include "ScanKit/Scan/Warnings.h"
 #include "ScanKit/Support/Dates.h"
 #include "ScanKit/Support/FileSystem.h"
 #include "ScanKit/Support/Paths.h"
 #include "ScanKit/Support/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <numeric>
 #include <tuple>
@@ -21,22 +24,20 @@
 namespace ScanKit {
 namespace {
 
-constexpr std::string_view notCheckedOutWarning =
-    "Some Swift packages aren't checked out where Quorvane can see them, so their license files couldn't be read. Build the project once in Xcode, or add the checkouts folder (…/SourcePackages/checkouts) and scan again.";
-constexpr std::string_view noModulesWarning =
-    " has a lockfile but no node_modules folder: licenses come from the lockfile, without the packages' license files. Run npm install and scan again for a complete NOTICE file.";
-constexpr std::string_view manifestOnlyWarning =
-    " has no lockfile and no node_modules folder, so its dependencies can't be listed. Run npm install and scan again.";
-constexpr std::string_view noEnvironmentWarning =
-    "No virtual environment was found, so Python licenses couldn't be read. Choose the environment the project's packages are installed in (a folder with pyvenv.cfg) and scan again.";
+/// What a report names by its path must not depend on where the program was started.
+ScanOptions withAbsolutePaths(ScanOptions options) {
+    std::ranges::transform(options.checkoutFolders, options.checkoutFolders.begin(), absolutePath);
+    std::ranges::transform(options.pythonEnvironments, options.pythonEnvironments.begin(), absolutePath);
+    return options;
+}
 
 /// One scan: runs the readers in order, and notes the sources and warnings as it goes.
 class Run {
 public:
     Run(const std::filesystem::path& root, const ScanOptions& options, const Detection& detection,
         const ScanControl& control)
-        : root_(standardized(root)),
-          options_(options),
+        : root_(absolutePath(root)),
+          options_(withAbsolutePaths(options)),
           detection_(detection),
           control_(control),
           progress_(control.progress) {}
@@ -45,21 +46,29 @@ public:
         result_.projectName = displayName(root_);
         result_.rootPath = Text::validUtf8(root_.string());
         result_.scannedAt = Dates::current();
-        if (covers(Ecosystem::swiftpm) && !detection_.resolvedFiles.empty()) {
-            readSwiftPackages();
-        }
-        if (covers(Ecosystem::npm)) {
-            readNpm();
-        }
-        if (covers(Ecosystem::python)) {
-            readPython();
-        }
+        readAll();
         identifyAll();
         return std::move(result_);
     }
 
 private:
-    bool covers(Ecosystem ecosystem) const { return options_.ecosystems.contains(ecosystem); }
+    void readAll() {
+        struct ReaderRow {
+            Ecosystem value;
+            void (Run::*read)();
+        };
+        static constexpr auto readers = std::to_array<ReaderRow>({
+            {Ecosystem::swiftpm, &Run::readSwiftPackages},
+            {Ecosystem::npm, &Run::readNPM},
+            {Ecosystem::python, &Run::readPython},
+        });
+        static_assert(hasRowForEachEnumerator(readers));
+        for (const ReaderRow& reader : readers) {
+            if (options_.ecosystems.contains(reader.value)) {
+                (this->*reader.read)();
+            }
+        }
+    }
 
     std::string shown(const std::filesystem::path& path) const { return displayPath(path, root_); }
 
@@ -67,7 +76,7 @@ private:
         result_.sources.push_back({ecosystem, shown(path), std::string(kind)});
     }
 
-    void warn(std::string warning) { result_.warnings.push_back(std::move(warning)); }
+    void warn(ScanWarning warning) { result_.warnings.push_back(std::move(warning)); }
 
     ReadControl readControl() {
         return {.stop = control_.stop,
@@ -80,6 +89,9 @@ private:
     }
 
     void readSwiftPackages() {
+        if (detection_.resolvedFiles.empty()) {
+            return;  // checked-out packages that nothing pins are not the project's
+        }
         std::vector<SwiftPMParser::Pin> pins;
         for (const std::filesystem::path& file : detection_.resolvedFiles) {
             if (const std::optional<std::string> bytes = readFile(file, largestLockfile)) {
@@ -94,7 +106,7 @@ private:
         std::vector<RawDependency> packages = SwiftPMParser::dependencies(pins, checkouts, readControl());
         const auto isMissing = [](const RawDependency& package) { return !package.folder; };
         if (std::ranges::any_of(packages, isMissing)) {
-            warn(std::string(notCheckedOutWarning));
+            warn(Warnings::swiftPackagesNotCheckedOut());
         }
         append(std::move(packages));
     }
@@ -110,11 +122,12 @@ private:
         return folders;
     }
 
-    void readNpm() {
+    void readNPM() {
         for (const std::filesystem::path& lockfile : detection_.npmLockfiles) {
-            readNpmLockfile(lockfile);
+            readNPMLockfile(lockfile);
         }
         for (const std::filesystem::path& modules : detection_.npmModulesWithoutLock) {
+            // One for each tree: two projects may both use a package, and each report line says from where.
             NPMParser::Seen seen;
             NPMParser::walk(modules, 0, seen, packages_, readControl());
             addSource(Ecosystem::npm, modules, "Installed packages (no lockfile)");
@@ -122,11 +135,11 @@ private:
         const bool hasOnlyManifests =
             detection_.npmLockfiles.empty() && detection_.npmModulesWithoutLock.empty();
         if (hasOnlyManifests && !detection_.npmManifestsOnly.empty()) {
-            warn(shown(detection_.npmManifestsOnly.front()) + std::string(manifestOnlyWarning));
+            warn(Warnings::npmPackagesNotListed(detection_.npmManifestsOnly.front(), root_));
         }
     }
 
-    void readNpmLockfile(const std::filesystem::path& lockfile) {
+    void readNPMLockfile(const std::filesystem::path& lockfile) {
         const std::optional<std::string> bytes = readFile(lockfile, largestLockfile);
         if (!bytes) {
             return;
@@ -136,10 +149,9 @@ private:
         addSource(Ecosystem::npm, lockfile, "npm lockfile");
         if (isFolder(folder / "node_modules")) {
             addSource(Ecosystem::npm, folder / "node_modules", "Installed packages");
-            return;
+        } else {
+            warn(Warnings::npmModulesMissing(folder, root_));
         }
-        const std::string name = shown(folder);
-        warn((name == "." ? "The project" : name) + std::string(noModulesWarning));
     }
 
     void readPython() {
@@ -156,15 +168,16 @@ private:
         const PythonParser::InstalledPackages installed =
             PythonParser::installed(sitePackages, readControl());
         append(PythonParser::dependencies(requirements, installed));
+        // With something installed, a requirement that is not has a note of its own.
         if (installed.empty() && !requirements.empty()) {
-            warn(std::string(noEnvironmentWarning));
+            warn(Warnings::pythonEnvironmentMissing());
         }
     }
 
     std::vector<PythonParser::Requirement> readRequirements() {
         std::vector<PythonParser::Requirement> requirements;
         for (const std::filesystem::path& file : detection_.requirementFiles) {
-            if (const std::optional<std::string> text = readTextFile(file)) {
+            if (const std::optional<std::string> text = readTextFile(file, largestLockfile)) {
                 const std::string name = Text::lowercased(displayName(file));
                 const bool isDev =
                     name.find("dev") != std::string::npos || name.find("test") != std::string::npos;
@@ -174,7 +187,7 @@ private:
             }
         }
         for (const std::filesystem::path& file : detection_.poetryLocks) {
-            if (const std::optional<std::string> text = readTextFile(file)) {
+            if (const std::optional<std::string> text = readTextFile(file, largestLockfile)) {
                 std::ranges::move(PythonParser::requirementsFromPoetryLock(*text),
                                   std::back_inserter(requirements));
                 addSource(Ecosystem::python, file, "Poetry lockfile");
@@ -215,7 +228,7 @@ private:
     }
 
     std::filesystem::path root_;
-    const ScanOptions& options_;
+    const ScanOptions options_;
     const Detection& detection_;
     const ScanControl& control_;
     ProgressReporter progress_;

@@ -18,7 +18,7 @@ struct ScanControl {
     std::function<void(const ScanProgress&)> progress;
     /// When a stop is requested the scan returns soon, with a result that holds only part and is to be dropped.
     StopToken stop;
-    /// At most this many threads; as many as the machine has cores when absent.
+    /// At most this many threads, and at least one; as many as the machine has cores when absent.
     std::optional<unsigned> threadLimit;
 };
 
@@ -26,7 +26,8 @@ namespace Scanner {
 
 /// Reads what detection found, for the ecosystems in `options`, and identifies every dependency. Never fails:
 /// what cannot be read is skipped, and what the user can mend is a warning. The same folder and options give the
-/// same result whatever the number of threads. Holds no state between calls and may run on any thread; without
+/// same result whatever the number of threads. Relative paths are taken from the working folder.
+/// An empty set of ecosystems reads nothing. Holds no state between calls and may run on any thread; without
 /// a `detection` it detects first.
 ScanResult scan(const std::filesystem::path& root, const ScanOptions& options,
                 const std::optional<Detection>& detection = {}, const ScanControl& control = {});

@@ -33,6 +33,7 @@ constexpr Date endOfDates = std::chrono::sys_days{std::chrono::year{10000} / 1 /
 }  // namespace
 
 Date current() {
+    // Builds that must be reproducible give a fixed time by this name, which many tools know.
     if (const char* epoch = std::getenv("SOURCE_DATE_EPOCH")) {
         const auto seconds = wholeNumber<long long>(epoch);
         if (seconds && Date{std::chrono::seconds{*seconds}} >= firstDate &&
@@ -67,6 +68,7 @@ std::optional<Date> fromIso8601(std::string_view text) {
     }
     const std::chrono::year_month_day calendar{std::chrono::year{*year}, std::chrono::month{*month},
                                                std::chrono::day{*day}};
+    // "February 30" has digits in all the right places.
     if (!calendar.ok() || *hours > 23 || *minutes > 59 || *seconds > 59) {
         return std::nullopt;
     }

@@ -87,6 +87,7 @@ public:
                 bytes.resize(std::min(count, filled * 2));
             }
             const ssize_t got = read(descriptor_, bytes.data() + filled, bytes.size() - filled);
+            // A signal, such as a resized terminal's, is no failure.
             if (got < 0 && errno == EINTR) {
                 continue;
             }
@@ -114,30 +115,6 @@ private:
     std::size_t size_ = 0;
 };
 
-/// What the path is when no part of it below the folder is a link or "..", which a few cheap questions tell;
-/// absent when it takes resolving. What is not there is `other`.
-std::optional<EntryKind> kindWithoutLinks(const std::filesystem::path& path,
-                                          const std::filesystem::path& folder) {
-    const auto [folderEnd, first] = std::ranges::mismatch(folder, path);
-    if (folderEnd != folder.end() || std::find(first, path.end(), "..") != path.end()) {
-        return std::nullopt;
-    }
-    EntryKind kind = EntryKind::folder;
-    std::filesystem::path reached = folder;
-    for (auto part = first; part != path.end(); ++part) {
-        reached /= *part;
-        struct stat status {};
-        if (lstat(reached.c_str(), &status) != 0) {
-            return EntryKind::other;
-        }
-        if (S_ISLNK(status.st_mode)) {
-            return std::nullopt;
-        }
-        kind = kindOf(status.st_mode);
-    }
-    return kind;
-}
-
 }  // namespace
 
 std::vector<FolderEntry> listPackageFolder(const std::filesystem::path& folder) {
@@ -148,10 +125,12 @@ std::vector<FolderEntry> listPackageFolder(const std::filesystem::path& folder) 
         return entries;
     }
     while (const dirent* listed = readdir(listing.get())) {
+        // A companion file of another system holds no text, though its name says LICENSE.
         if (!isLeftOut(listed->d_name)) {
             entries.push_back(entryOf(dirfd(listing.get()), *listed));
         }
     }
+    // A file system's own order differs between two copies of a folder, and would reach the reports.
     std::ranges::sort(entries, {}, &FolderEntry::name);
     return entries;
 }
@@ -191,6 +170,7 @@ std::optional<std::string> readFile(const std::filesystem::path& path, std::size
     if (!file.isOpen() || file.size() > largest) {
         return std::nullopt;
     }
+    // The size was asked before; a file that grows meanwhile must not pass the limit.
     std::optional<std::string> bytes = file.readStart(largest + 1);
     if (bytes && bytes->size() > largest) {
         return std::nullopt;
@@ -220,23 +200,6 @@ std::string decodedText(std::string bytes) {
         bytes.erase(0, byteOrderMark.size());
     }
     return Text::validUtf8(std::move(bytes));
-}
-
-bool isRegularFileInside(const std::filesystem::path& path, const std::filesystem::path& folder) {
-    if (const std::optional<EntryKind> kind = kindWithoutLinks(path, folder)) {
-        return kind == EntryKind::file;
-    }
-    std::error_code error;
-    const std::filesystem::path realFolder = std::filesystem::canonical(folder, error);
-    if (error) {
-        return false;
-    }
-    const std::filesystem::path realPath = std::filesystem::canonical(path, error);
-    if (error || !isRegularFile(realPath)) {
-        return false;
-    }
-    const auto [folderEnd, rest] = std::ranges::mismatch(realFolder, realPath);
-    return folderEnd == realFolder.end();
 }
 
 std::optional<FolderIdentity> folderIdentity(const std::filesystem::path& path) {

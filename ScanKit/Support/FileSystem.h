@@ -37,11 +37,6 @@ bool isFolder(const std::filesystem::path& path);
 std::optional<std::chrono::sys_time<std::chrono::nanoseconds>> modificationDate(
     const std::filesystem::path& path);
 
-/// The largest package description (package.json, METADATA) that is read: far beyond any real one.
-inline constexpr std::size_t largestPackageDescription = std::size_t{64} << 20;
-/// The largest lockfile or requirements file that is read.
-inline constexpr std::size_t largestLockfile = std::size_t{512} << 20;
-
 /// What is known of a path before it is opened. An unknown one is looked at first, since opening a device may have
 /// effects of its own; one that a listing has shown to lead to a regular file is opened at once, which saves a
 /// question for each of thousands of files.
@@ -55,13 +50,10 @@ std::optional<std::string> readFile(const std::filesystem::path& path, std::size
 std::optional<std::string> readFileStart(const std::filesystem::path& path, std::size_t count,
                                          PathKind known = PathKind::unknown);
 /// The whole file as text: a byte-order mark is skipped, each invalid part becomes U+FFFD. Absent as above.
-std::optional<std::string> readTextFile(const std::filesystem::path& path,
-                                        std::size_t largest = largestLockfile);
+std::optional<std::string> readTextFile(const std::filesystem::path& path, std::size_t largest);
 /// The bytes as text, as `readTextFile` decodes them.
 std::string decodedText(std::string bytes);
 
-/// True when the path, links resolved, names a regular file below the folder, its own links resolved too.
-bool isRegularFileInside(const std::filesystem::path& path, const std::filesystem::path& folder);
 /// A number that is the same for two paths exactly when they lead to the same folder; absent when there is none.
 struct FolderIdentity {
     std::uint64_t device = 0;

@@ -14,12 +14,23 @@
 #endif
 
 namespace ScanKit {
+namespace {
+
+/// Of no use beyond the number of cores, and a system gives only so many.
+constexpr unsigned mostThreads = 256;
+
+std::optional<unsigned> sensible(std::optional<unsigned> threadLimit) {
+    return threadLimit ? std::optional(std::clamp(*threadLimit, 1U, mostThreads)) : std::nullopt;
+}
+
+}  // namespace
 
 #ifdef QUORVANE_PARALLEL_ON_STD_THREAD
 
 void forEachIndex(std::size_t count, const std::function<void(std::size_t)>& body, const StopToken& stop,
                   std::optional<unsigned> threadLimit) {
-    const std::size_t wanted = threadLimit.value_or(std::max(2U, std::thread::hardware_concurrency()));
+    const std::size_t wanted =
+        sensible(threadLimit).value_or(std::max(2U, std::thread::hardware_concurrency()));
     std::atomic<std::size_t> next = 0;
     const auto work = [&] {
         for (std::size_t i = next++; i < count && !stop.stop_requested(); i = next++) {
@@ -45,14 +56,15 @@ void forEachIndex(std::size_t count, const std::function<void(std::size_t)>& bod
                 }
             });
     };
-    if (threadLimit == 1U) {
+    const std::optional<unsigned> threads = sensible(threadLimit);
+    if (threads == 1U) {
         for (std::size_t i = 0; i < count && !stop.stop_requested(); ++i) {
             body(i);
         }
-    } else if (threadLimit) {
+    } else if (threads) {
         // The library never uses more threads than cores unless told so.
-        const tbb::global_control allowed(tbb::global_control::max_allowed_parallelism, *threadLimit);
-        tbb::task_arena(static_cast<int>(*threadLimit)).execute(run);
+        const tbb::global_control allowed(tbb::global_control::max_allowed_parallelism, *threads);
+        tbb::task_arena(static_cast<int>(*threads)).execute(run);
     } else {
         run();
     }

@@ -11,8 +11,9 @@ namespace ScanKit {
 using StopToken = std::stop_token;
 
 /// Calls `body(i)` for every i below `count`, on as many threads as the machine has cores, or on at most
-/// `threadLimit`. The order is not defined: body i writes to slot i alone, and the caller puts the result together
-/// in input order. Once a stop is requested no further body begins. A body must not throw.
+/// `threadLimit` (at least one; never more than 256). The order is not defined: body i writes to slot i alone, and the
+/// caller puts the result together in input order. Once a stop is requested no further body begins. A body must not
+/// throw.
 void forEachIndex(std::size_t count, const std::function<void(std::size_t)>& body, const StopToken& stop = {},
                   std::optional<unsigned> threadLimit = {});
 

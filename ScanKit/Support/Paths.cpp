@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <optional>
 #include <string_view>
+#include <system_error>
 
 #include <pwd.h>
 #include <unistd.h>
@@ -14,6 +15,7 @@ namespace {
 
 /// What follows `folder` and a slash at the start of `path`; absent when the path does not lie inside.
 std::optional<std::string_view> pathBelow(std::string_view path, std::string_view folder) {
+    // Only the root folder ends with a slash, and needs no further one behind it.
     if (!folder.ends_with('/')) {
         if (!path.starts_with(folder) || path.size() <= folder.size() || path[folder.size()] != '/') {
             return std::nullopt;
@@ -43,10 +45,17 @@ std::filesystem::path homeFolder() {
 
 std::filesystem::path standardized(const std::filesystem::path& path) {
     std::filesystem::path normal = path.lexically_normal();
+    // Normalizing keeps a trailing slash as an empty last part. The root folder is nothing but its slash.
     if (!normal.has_filename() && normal.has_relative_path()) {
         normal = normal.parent_path();
     }
     return normal;
+}
+
+std::filesystem::path absolutePath(const std::filesystem::path& path) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(path.empty() ? "." : path, error);
+    return standardized(error ? path : absolute);
 }
 
 std::string displayPath(const std::filesystem::path& path, const std::filesystem::path& root) {
@@ -62,6 +71,7 @@ std::string displayPath(const std::filesystem::path& path, const std::filesystem
     if (full == home) {
         return "~";
     }
+    // With "/" for a home, as in some containers, every path would begin with "~".
     if (const auto below = pathBelow(full, home); below && home != "/") {
         return "~/" + Text::validUtf8(std::string(*below));
     }
@@ -69,7 +79,8 @@ std::string displayPath(const std::filesystem::path& path, const std::filesystem
 }
 
 std::string displayName(const std::filesystem::path& path) {
-    const std::filesystem::path name = path.has_filename() ? path.filename() : path.root_directory();
+    const std::filesystem::path normal = standardized(path);
+    const std::filesystem::path name = normal.has_filename() ? normal.filename() : normal.root_directory();
     return Text::validUtf8(name.string());
 }
 

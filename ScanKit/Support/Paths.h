@@ -9,6 +9,9 @@ namespace ScanKit {
 std::filesystem::path homeFolder();
 /// Without "." and "..", without a trailing slash. No link is resolved; a relative path stays relative.
 std::filesystem::path standardized(const std::filesystem::path& path);
+/// The path from the root folder, standardized; a relative one is taken from the working folder. Standardized as it
+/// stands when there is no working folder any more.
+std::filesystem::path absolutePath(const std::filesystem::path& path);
 /// The path as people see it: relative to `root` when it lies inside ("." for the root itself), otherwise in
 /// full with the home folder written as "~". Names that are not valid UTF-8 show U+FFFD.
 std::string displayPath(const std::filesystem::path& path, const std::filesystem::path& root);

@@ -34,6 +34,7 @@ icu::RegexMatcher& matcherOfThread(const icu::RegexPattern& pattern, unsigned lo
 template <typename Body>
 void walkMatches(icu::RegexMatcher& matcher, std::string_view text, Body body) {
     UErrorCode status = U_ZERO_ERROR;
+    // Matched in place: turning a text into UTF-16 and its offsets back costs more than most matches.
     UText* opened = utext_openUTF8(nullptr, text.data(), static_cast<int64_t>(text.size()), &status);
     if (U_SUCCESS(status)) {
         matcher.reset(opened);
@@ -58,6 +59,7 @@ Regex::Regex(std::string_view pattern) {
     const auto source =
         icu::UnicodeString::fromUTF8(icu::StringPiece(pattern.data(), static_cast<int32_t>(pattern.size())));
     compiled->pattern.reset(icu::RegexPattern::compile(source, 0, where, status));
+    // Patterns stand in the code, so that a faulty one is a mistake of ours and shows at the first use.
     if (U_FAILURE(status)) {
         std::abort();
     }

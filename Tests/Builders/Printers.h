@@ -8,8 +8,8 @@
 #include "ScanKit/Model/RawDependency.h"
 #include "ScanKit/Model/ScanOptions.h"
 #include "ScanKit/Model/ScanResult.h"
-#include "ScanKit/Readers/PythonParser.h"
-#include "ScanKit/Readers/SwiftPMParser.h"
+#include "ScanKit/Readers/Python/PythonParser.h"
+#include "ScanKit/Readers/SwiftPM/SwiftPMParser.h"
 #include "ScanKit/Support/FileSystem.h"
 #include "ScanKit/Support/Regex.h"
 
@@ -33,6 +33,7 @@ struct Printed {
     static std::string_view of(Ecosystem value) { return rawValue(value); }
     static std::string_view of(LicenseBasis value) { return rawValue(value); }
     static std::string_view of(LicenseCategory value) { return rawValue(value); }
+    static std::string_view of(ScanWarning::Kind value) { return rawValue(value); }
     static std::string of(const LicenseExpression& one) { return one.description(); }
     static auto of(const HasFields auto& record) { return record.fields(); }
     static auto of(const KnownLicense& one) {
@@ -43,7 +44,7 @@ struct Printed {
         return std::tie(one.id, one.score, one.wordCount, one.start, one.end);
     }
     static auto of(const TextReading::Match& one) {
-        return std::tie(one.id, one.byNotice, one.score, one.region);
+        return std::tie(one.id, one.byNotice, one.isLookAlike, one.score, one.region);
     }
     static auto of(const Regex::Match& one) { return std::tie(one.begin, one.end); }
     static auto of(const LicenseFiles& one) { return std::tie(one.licenses, one.notices); }

@@ -77,7 +77,7 @@ TEST(CommandOptions, ReadsEachOption) {
          "--python-env=f,g", "--no-derived-data", "--fail-on=missing,review", "--quiet", "folder"});
     EXPECT_EQ(options.folder, here / "folder");
     EXPECT_EQ(options.output, here / "out");
-    EXPECT_TRUE(options.printJson && options.includeDev && options.quiet && !options.useDerivedData);
+    EXPECT_TRUE(options.printJSON && options.includeDev && options.quiet && !options.useDerivedData);
     EXPECT_EQ(options.projectName, "Name");
     EXPECT_THAT(options.ecosystems, ElementsAre(Ecosystem::npm, Ecosystem::python));
     EXPECT_THAT(options.checkouts, ElementsAre(here / "[a,b]", "/c"));
@@ -90,7 +90,7 @@ TEST(CommandOptions, ReadsEachOption) {
     }
     const CommandOptions usual = read({"."});
     EXPECT_EQ(usual.formats, pdf | notice | csv | json);
-    EXPECT_TRUE(!usual.printJson && !usual.includeDev && !usual.quiet && usual.useDerivedData);
+    EXPECT_TRUE(!usual.printJSON && !usual.includeDev && !usual.quiet && usual.useDerivedData);
 }
 
 TEST(Command, ReadsTheSampleProjectFromAnyPlaceAndInAnyLocale) {

@@ -214,7 +214,7 @@ TEST(LookAlikes, ReadAsTheLicenseThatTheyAre) {
             ASSERT_EQ(reading.matches.size(), 1U);
             // No template stands for a look-alike: it has no score.
             EXPECT_EQ(reading.matches[0],
-                      (TextReading::Match{id, text.empty(), std::nullopt, reading.matches[0].region}));
+                      (TextReading::Match{id, text.empty(), true, std::nullopt, reading.matches[0].region}));
             EXPECT_FALSE(!text.empty() && reading.holdsStandardText(base));
         }
     }
@@ -233,7 +233,8 @@ TEST(LookAlikes, AreFoundOnlyAsWholeWordsOfATextWithOneLicense) {
     EXPECT_TRUE(two.holdsStandardText("MIT"));
     const TextReading notice = readLicenseText(
         "Permission is hereby granted, free of charge, to any person obtaining a copy, by the X Consortium");
-    EXPECT_EQ(notice.matches, (std::vector<TextReading::Match>{{"MIT", true, 0.7, std::nullopt}}));
+    EXPECT_EQ(notice.matches,
+              (std::vector<TextReading::Match>{{.id = "MIT", .byNotice = true, .score = 0.7}}));
 }
 
 TEST(TextReading, IsUsableWhenItsMatchesAccountForIt) {

@@ -144,10 +144,12 @@ const Dependency full{
 TEST(Coding, ReadsBackWhatItWrote) {
     const Dependency bare{.name = "bare"};
     const ScanSource source{Ecosystem::python, ".venv", "Installed packages"};
-    const ScanResult result{"p", "/p", Date{std::chrono::seconds{1767621802}}, {source}, {full, bare}, {"w"}};
+    const ScanResult result{"p",      "/p",         Date{std::chrono::seconds{1767621802}},
+                            {source}, {full, bare}, {{ScanWarning::Kind::npmModulesMissing, "w"}}};
     EXPECT_EQ(decodedDependency(encoded(full)), full);
     EXPECT_EQ(decodedDependency(encoded(bare)), bare);
     EXPECT_EQ(decodedScanSource(encoded(source)), source);
+    EXPECT_EQ(decodedDependency(encoded(Dependency{.name = "\xFF"})), Dependency{.name = "\uFFFD"});
     EXPECT_EQ(decodedScanResult(encoded(result)), result);
 }
 
@@ -171,6 +173,10 @@ TEST(Coding, RefusesWhatIsNotARecord) {
         return text;
     };
     EXPECT_EQ(decodedDependency(changed(encoded(full), "\"isDev\"", "\"more\" : 1, \"isDev\"")), full);
+    // Absent by the habit of other programs.
+    Dependency undeclared = full;
+    undeclared.declared.reset();
+    EXPECT_EQ(decodedDependency(changed(encoded(full), "\"GPL-2.0+\"", "null")), undeclared);
     EXPECT_EQ(decodedDependency("[]"), std::nullopt);
     EXPECT_EQ(decodedDependency(""), std::nullopt);
     constexpr std::pair<const char*, const char*> faults[]{
@@ -180,7 +186,6 @@ TEST(Coding, RefusesWhatIsNotARecord) {
         {"0.996", "\"0.996\""},
         {"\"One.\"", "1"},
         {"\"notes\"", "\"n\""},
-        {"\"GPL-2.0+\"", "null"},  // an absent text is left out
         {"[\n    \"One.\",\n    \"Two.\"\n  ]", "\"One.\""},
     };
     for (const auto& [what, replacement] : faults) {

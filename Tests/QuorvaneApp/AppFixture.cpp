@@ -73,7 +73,7 @@ Dependency flagged(const std::string& name, std::vector<ScanKit::Flag> flags,
     return dependency;
 }
 
-ScanFindings findings(std::vector<Dependency> dependencies, std::vector<std::string> warnings) {
+ScanFindings findings(std::vector<Dependency> dependencies, std::vector<ScanKit::ScanWarning> warnings) {
     ScanFindings found;
     for (const Dependency& dependency : dependencies) {
         switch (dependency.ecosystem) {

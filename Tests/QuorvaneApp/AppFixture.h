@@ -61,7 +61,8 @@ ScanKit::Dependency flagged(const std::string& name, std::vector<ScanKit::Flag> 
                             ScanKit::LicenseCategory category = ScanKit::LicenseCategory::permissive,
                             std::optional<std::string> license = "MIT");
 /// Findings with these dependencies; every ecosystem among them counts as detected.
-ScanFindings findings(std::vector<ScanKit::Dependency> dependencies, std::vector<std::string> warnings = {});
+ScanFindings findings(std::vector<ScanKit::Dependency> dependencies,
+                      std::vector<ScanKit::ScanWarning> warnings = {});
 /// A scan that always finds the same.
 ScanFunction alwaysFinding(ScanFindings found);
 

@@ -1,6 +1,5 @@
 #include "QuorvaneApp/Model/AppModel.h"
 
-#include "QuorvaneApp/Model/WarningRemedy.h"
 #include "Tests/QuorvaneApp/AppFixture.h"
 
 #include <algorithm>
@@ -276,32 +275,6 @@ private Q_SLOTS:
         QVERIFY(fixture.waitForScan());
         QCOMPARE(fixture.shown(), u"coral"_s);
         QVERIFY(fixture.model.ecosystems() == std::vector{Ecosystem::python});
-    }
-
-    /// The remedies know the library's warnings by their words: a real scan must still say them.
-    void everyWarningOfARealScanHasItsRemedy() {
-        struct Row {
-            const char* file;
-            const char* content;
-            WarningRemedy remedy;
-        };
-        for (
-            const Row& row : {
-                Row{"Package.resolved",
-                    R"({"version":2,"pins":[{"identity":"buoy","kind":"remoteSourceControl","location":"https://example.org/buoy","state":{"version":"1.0.0","revision":"aa"}}]})",
-                    WarningRemedy::addCheckouts},
-                Row{"requirements.txt", "coral==1.0\n", WarningRemedy::choosePythonEnvironment},
-                Row{"package-lock.json",
-                    R"({"lockfileVersion":3,"packages":{"node_modules/a":{"version":"1.0.0"}}})",
-                    WarningRemedy::rescan},
-            }) {
-            ModelFixture fixture(scanFolder);
-            fixture.project.write("Harbor/package.json", "{}");
-            fixture.project.write(std::string("Harbor/") + row.file, row.content);
-            QVERIFY(fixture.open());
-            QVERIFY2(std::ranges::count(fixture.model.result()->warnings, row.remedy, remedyOf) > 0,
-                     row.file);
-        }
     }
 
     void twoSettingsSurviveARestartAndOnlyWithPersist() {

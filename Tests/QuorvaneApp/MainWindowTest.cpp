@@ -237,24 +237,28 @@ private Q_SLOTS:
     }
 
     void warningsOfferWhatTheProgramCanDoAndManyAreFolded() {
-        WindowFixture fixture(alwaysFinding(
-            findings({}, {"Or add the checkouts folder.", "Choose the environment.", "third", "fourth"})));
+        using Kind = ScanKit::ScanWarning::Kind;
+        WindowFixture fixture(alwaysFinding(findings(
+            {}, {{Kind::swiftPackagesNotCheckedOut, "Choose the environment."},  // words decide nothing
+                 {Kind::pythonEnvironmentMissing, "Add the checkouts folder."},
+                 {Kind::npmModulesMissing, "third"},
+                 {Kind::npmPackagesNotListed, "fourth"}})));
         QVERIFY(fixture.open());
         QWidget& warnings = *fixture.find("warnings");
         const auto click = [&warnings](const char* button) {
             warnings.findChild<QPushButton*>(QLatin1StringView(button))->click();
         };
-        QCOMPARE(textOf(warnings), u"Or add the checkouts folder.|Choose the environment."_s);
+        QCOMPARE(textOf(warnings), u"Choose the environment.|Add the checkouts folder."_s);
         click("addCheckoutsButton");
         QCOMPARE(fixture.chooser.questions.back().prompt, u"Add"_s);
         click("choosePythonEnvironmentButton");
         QCOMPARE(fixture.chooser.questions.back().prompt, u"Use"_s);
         QCOMPARE(warnings.findChild<QPushButton*>(u"warningsToggle"_s)->text(), u"Show 2 more warnings"_s);
         click("warningsToggle");
-        QTRY_COMPARE(textOf(warnings),
-                     u"Or add the checkouts folder.|Choose the environment.|third|fourth"_s);
+        QTRY_COMPARE(textOf(warnings), u"Choose the environment.|Add the checkouts folder.|third|fourth"_s);
+        QCOMPARE(warnings.findChildren<QPushButton*>(u"rescanButton"_s).size(), 2);
         click("warningsToggle");
-        QTRY_COMPARE(textOf(warnings), u"Or add the checkouts folder.|Choose the environment."_s);
+        QTRY_COMPARE(textOf(warnings), u"Choose the environment.|Add the checkouts folder."_s);
         fixture.model.openFolder(fixture.project.folder("next"));
         QVERIFY(!warnings.isVisible());
     }

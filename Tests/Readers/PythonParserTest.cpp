@@ -1,3 +1,5 @@
+#include "ScanKit/Readers/Python/PackageName.h"
+#include "ScanKit/Readers/Python/PythonParser.h"
 #include "Tests/Builders/Printers.h"
 #include "Tests/Builders/TemporaryFolder.h"
 
@@ -129,6 +131,7 @@ TEST(PythonDistribution, IsNoneWithoutReadableNameAndVersion) {
                                {"b.dist-info/PKG-INFO", "Name: METADATA counts here\nVersion: 1\n"}};
     ASSERT_EQ(mkfifo((site.makeFolder("p.dist-info") / "METADATA").c_str(), 0600), 0);
     EXPECT_TRUE(distribution(site / "a.egg-info"));
+    EXPECT_EQ(distribution(site / "a.egg-info/"), distribution(site / "a.egg-info"));
     EXPECT_EQ(distribution(site / "b.dist-info"), std::nullopt);
     EXPECT_EQ(distribution(site / "p.dist-info"), std::nullopt);
 }

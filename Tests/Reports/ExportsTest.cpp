@@ -1,4 +1,5 @@
 #include "ScanKit/Reports/Exports.h"
+#include "ScanKit/Reports/ReportFormats.h"
 
 #include "Tests/Builders/TemporaryFolder.h"
 #include "Tests/Reports/SampleResult.h"
@@ -48,7 +49,7 @@ TEST(Exports, NoticeReproducesTheTextOfTheChosenLicense) {
     }
 }
 
-TEST(Exports, CsvGuardsFormulasAndQuotes) {
+TEST(Exports, CSVGuardsFormulasAndQuotes) {
     std::map<std::string, std::string> cases{
         {"\rx", "\"'\rx\""},          {"-1,5", "\"'-1,5\""},
         {"a,b", "\"a,b\""},           {"say \"hi\"", "\"say \"\"hi\"\"\""},
@@ -76,9 +77,12 @@ TEST(Exports, TakeAnyBytesAndNamesOfFiles) {
     EXPECT_THAT(Exports::json(resultOf({}), options),
                 HasSubstr("\"generator\" : \"\uFFFD\",\n  \"project\" : \"../a:c\\\\\uFFFD\""));
     const std::string stem = "..-a-c\\\uFFFD ";
-    EXPECT_EQ(Exports::fileNames(options.projectName),
-              (Exports::FileNames{stem + "License Report.pdf", "NOTICE.txt", stem + "Dependencies.csv",
-                                  stem + "Dependencies.json"}));
+    std::vector<std::string> names;
+    for (const ReportFormat& format : reportFormats()) {
+        names.push_back(fileName(format, options.projectName));
+    }
+    EXPECT_THAT(names, ::testing::ElementsAre(stem + "License Report.pdf", "NOTICE.txt",
+                                              stem + "Dependencies.csv", stem + "Dependencies.json"));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
-#include "ScanKit/Reports/PDFCanvas.h"
+#include "ScanKit/Reports/PDF/PDFCanvas.h"
 
+#include "ScanKit/Reports/PDF/PDFReport.h"
 #include "Tests/Builders/TemporaryFolder.h"
 #include "Tests/Reports/SampleResult.h"
 

@@ -1,7 +1,7 @@
-#include "ScanKit/Reports/PDFReport.h"
+#include "ScanKit/Reports/PDF/PDFReport.h"
 
-#include "ScanKit/Reports/PDFCanvas.h"
-#include "ScanKit/Reports/PDFText.h"
+#include "ScanKit/Reports/PDF/PDFCanvas.h"
+#include "ScanKit/Reports/PDF/PDFText.h"
 #include "Tests/Builders/TemporaryFolder.h"
 #include "Tests/Reports/SampleResult.h"
 

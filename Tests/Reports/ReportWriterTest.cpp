@@ -1,7 +1,7 @@
 #include "ScanKit/Reports/ReportWriter.h"
 
 #include "ScanKit/Reports/Exports.h"
-#include "ScanKit/Reports/PDFReport.h"
+#include "ScanKit/Reports/PDF/PDFReport.h"
 #include "ScanKit/Support/FileSystem.h"
 #include "Tests/Builders/TemporaryFolder.h"
 #include "Tests/Reports/SampleResult.h"

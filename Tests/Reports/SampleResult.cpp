@@ -87,7 +87,8 @@ ScanResult sampleResult() {
                       {Ecosystem::npm, "web/package-lock.json", "npm lockfile"},
                       {Ecosystem::npm, "web/node_modules", "Installed packages"},
                       {Ecosystem::python, "~/envs/\\odd\"name", "Virtual environment"}};
-    result.warnings = {"2 packages are not on this Mac: their licenses come from the lockfile alone."};
+    result.warnings = {
+        {.sentence = "2 packages are not on this Mac: their licenses come from the lockfile alone."}};
     return result;
 }
 

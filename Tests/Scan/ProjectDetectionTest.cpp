@@ -17,7 +17,7 @@ Names below(const TemporaryFolder& project, const std::vector<std::filesystem::p
     return names;
 }
 
-TEST(ProjectDetection, TakesOneNpmFileOfEachPackageFolder) {
+TEST(ProjectDetection, TakesOneNPMFileOfEachPackageFolder) {
     const TemporaryFolder project{{"package.json", ""},        {"package-lock.json", ""},
                                   {"npm-shrinkwrap.json", ""}, {"node_modules/a/package.json", ""},
                                   {"a/package.json", ""},      {"a/npm-shrinkwrap.json", ""},

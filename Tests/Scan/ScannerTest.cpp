@@ -2,6 +2,7 @@
 
 #include "ScanKit/Licenses/StandardTexts.h"
 #include "ScanKit/Scan/DerivedData.h"
+#include "ScanKit/Scan/ProjectDetection.h"
 #include "Tests/Builders/Printers.h"
 #include "Tests/Builders/TemporaryFolder.h"
 
@@ -83,24 +84,24 @@ TEST(Scanner, JoinsEverythingAProjectHolds) {
 }
 
 TEST(Scanner, WarnsOfWhatTheUserCanMend) {
+    using enum ScanWarning::Kind;
     struct Case {
         std::vector<std::pair<const char*, std::string_view>> files;
-        std::vector<testing::Matcher<std::string>> warnings;
+        std::vector<std::pair<ScanWarning::Kind, std::string>> warnings;  ///< and how they begin
     };
     const Case cases[]{
         {{{"Package.resolved", pins}, {".build/checkouts/zeta/LICENSE", ""}},
-         {StartsWith("Some Swift packages aren't checked out where Quorvane can see them")}},
+         {{swiftPackagesNotCheckedOut, "Some Swift packages"}}},
         {{{"package.json", "{}"}, {"package-lock.json", "{}"}},
-         {StartsWith("The project has a lockfile but no node_modules folder: ")}},
+         {{npmModulesMissing, "The project has a lockfile"}}},
         {{{"web/package.json", "{}"},
           {"web/package-lock.json", "{}"},
-          {"api/package.json", ""},
-          {"api/npm-shrinkwrap.json", "no"}},
-         {StartsWith("api has a lockfile but"), StartsWith("web has a lockfile but")}},
+          {"api/package.json", "{}"},
+          {"api/npm-shrinkwrap.json", "not JSON"}},
+         {{npmModulesMissing, "api has a lockfile"}, {npmModulesMissing, "web has a lockfile"}}},
         {{{"package.json", "{}"}, {"web/package.json", "{}"}},
-         {StartsWith("package.json has no lockfile and no node_modules folder, so")}},
-        {{{"requirements.txt", "six\n"}},
-         {StartsWith("No virtual environment was found, so Python licenses couldn't be read.")}},
+         {{npmPackagesNotListed, "package.json has no lockfile"}}},
+        {{{"requirements.txt", "six\n"}}, {{pythonEnvironmentMissing, "No virtual environment"}}},
         {{{".venv/pyvenv.cfg", ""}}, {}},
         {{{"requirements.txt", "# nothing\n"}}, {}},
         {{{"web/package.json", "{}"}, {"web/node_modules/x/package.json", "{}"}, {"package.json", "{}"}}, {}},
@@ -110,9 +111,34 @@ TEST(Scanner, WarnsOfWhatTheUserCanMend) {
         for (const auto& [name, content] : one.files) {
             project.write(name, content);
         }
-        EXPECT_THAT(scanned(project).warnings, testing::ElementsAreArray(one.warnings))
+        std::vector<testing::Matcher<ScanWarning>> warnings;
+        for (const auto& [kind, start] : one.warnings) {
+            warnings.push_back(testing::AllOf(testing::Field(&ScanWarning::kind, kind),
+                                              testing::Field(&ScanWarning::sentence, StartsWith(start))));
+        }
+        EXPECT_THAT(scanned(project).warnings, testing::ElementsAreArray(warnings))
             << one.files.front().first;
     }
+}
+
+TEST(Scanner, TakesPathsFromTheWorkingFolder) {
+    const TemporaryFolder project{
+        {"env/lib/site-packages/six-1.dist-info/METADATA", "Name: six\nVersion: 1\n"},
+        {"work/requirements.txt", "six\n"},
+        {"work/pods/zeta/LICENSE", ""},
+        {"work/Package.resolved", pins}};
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(project / "work");
+    const ScanResult result = Scanner::scan(
+        ".", {.ecosystems = everything, .checkoutFolders = {"pods/"}, .pythonEnvironments = {"../env/"}});
+    EXPECT_EQ(detect("").requirementFiles, std::vector{project / "work/requirements.txt"});
+    std::filesystem::current_path(before);
+    EXPECT_EQ(result.projectName, "work");
+    EXPECT_EQ(result.rootPath, project / "work");
+    EXPECT_THAT(sources(result),
+                ElementsAre("swiftpm Package.resolved: Package.resolved",
+                            "swiftpm pods: Checked-out packages", "python requirements.txt: requirements",
+                            testing::EndsWith("env/lib/site-packages: Installed packages")));
 }
 
 TEST(Scanner, ReadsOnlyWhatItIsAskedFor) {

@@ -1,6 +1,6 @@
 #include "ScanKit/Support/Text.h"
 
-#include "ScanKit/Support/Links.h"
+#include "ScanKit/Support/Credentials.h"
 #include "Tests/Builders/Printers.h"
 
 namespace ScanKit {

@@ -1,6 +1,7 @@
 #include "QuorvaneApp/Views/Dialogs/ExportSheet.h"
 
 #include "QuorvaneApp/Model/AppModel.h"
+#include "QuorvaneApp/Model/Texts.h"
 #include "QuorvaneApp/Views/Controls/Button.h"
 #include "QuorvaneApp/Views/Controls/Label.h"
 #include "QuorvaneApp/Views/Dialogs/BoundField.h"
@@ -15,10 +16,6 @@ ExportSheet::ExportSheet(AppModel& model, QWidget* parent)
     : QDialog(parent, Qt::Sheet),
       model_(&model),
       count_(new Label(Label::Role::caption)),
-      pdf_(addFormat(QStringLiteral("pdf"), tr("PDF license report (summary, flags, every dependency)"))),
-      notice_(addFormat(QStringLiteral("notice"), tr("NOTICE.txt (every package with its license text)"))),
-      csv_(addFormat(QStringLiteral("csv"), tr("CSV (one row per package)"))),
-      json_(addFormat(QStringLiteral("json"), tr("JSON"))),
       export_(new Button(tr("Export…"))) {
     setObjectName(QStringLiteral("exportSheet"));
     setWindowTitle(tr("Export Report"));
@@ -40,8 +37,8 @@ ExportSheet::ExportSheet(AppModel& model, QWidget* parent)
     layout->addSpacing(10);
     layout->addWidget(new DevPackagesToggle(model));
     layout->addSpacing(10);
-    for (QCheckBox* const format : {pdf_, notice_, csv_, json_}) {
-        layout->addWidget(format);
+    for (const ScanKit::ReportFormat& format : ScanKit::reportFormats()) {
+        layout->addWidget(addFormat(format));
     }
     layout->addSpacing(14);
     layout->addStretch();
@@ -55,21 +52,22 @@ ExportSheet::ExportSheet(AppModel& model, QWidget* parent)
 }
 
 ScanKit::ReportFormats ExportSheet::formats() const {
-    using ScanKit::ReportFormats;
-    const auto bit = [](const QCheckBox* toggle, ReportFormats format) {
-        return toggle->isChecked() ? format : ReportFormats::none;
-    };
-    return bit(pdf_, ReportFormats::pdf) | bit(notice_, ReportFormats::notice) |
-           bit(csv_, ReportFormats::csv) | bit(json_, ReportFormats::json);
+    auto formats = ScanKit::ReportFormats::none;
+    for (const Toggle& toggle : toggles_) {
+        if (toggle.box->isChecked()) {
+            formats = formats | toggle.format;
+        }
+    }
+    return formats;
 }
 
-QCheckBox* ExportSheet::addFormat(const QString& name, const QString& text) {
-    auto* const toggle = new QCheckBox(text);
-    toggle->setObjectName(name);
-    // Checked before it is connected: the button that would be told is not made yet.
-    toggle->setChecked(true);
-    connect(toggle, &QCheckBox::toggled, this, &ExportSheet::showWhetherReady);
-    return toggle;
+QCheckBox* ExportSheet::addFormat(const ScanKit::ReportFormat& format) {
+    auto* const box = new QCheckBox(Texts::fromUtf8(format.title));
+    box->setObjectName(Texts::fromUtf8(format.rawValue));
+    box->setChecked(true);
+    connect(box, &QCheckBox::toggled, this, &ExportSheet::showWhetherReady);
+    toggles_.push_back({format.bit, box});
+    return box;
 }
 
 QWidget* ExportSheet::makeFields() {

@@ -2,6 +2,8 @@
 
 #include "ScanKit/Reports/ReportWriter.h"
 
+#include <vector>
+
 #include <QDialog>
 
 class AppModel;
@@ -20,16 +22,17 @@ public:
     ScanKit::ReportFormats formats() const;
 
 private:
-    QCheckBox* addFormat(const QString& name, const QString& text);
+    struct Toggle {
+        ScanKit::ReportFormats format;
+        QCheckBox* box;
+    };
+    QCheckBox* addFormat(const ScanKit::ReportFormat& format);
     QWidget* makeFields();
     void showCount();
     void showWhetherReady();
 
     AppModel* model_;
     Label* count_;
-    QCheckBox* pdf_;
-    QCheckBox* notice_;
-    QCheckBox* csv_;
-    QCheckBox* json_;
+    std::vector<Toggle> toggles_;  ///< one for each report
     QPushButton* export_;
 };

@@ -21,7 +21,7 @@ struct Meaning {
     const char* words;
 };
 
-constexpr std::array<Meaning<LicenseCategory>, 7> categoryMeanings{{
+constexpr auto categoryMeanings = std::to_array<Meaning<LicenseCategory>>({
     {LicenseCategory::publicDomain, "The authors gave up their rights. Nothing is asked of you."},
     {LicenseCategory::permissive,
      "Use it freely; keep its copyright notice and license text with your program."},
@@ -34,10 +34,10 @@ constexpr std::array<Meaning<LicenseCategory>, 7> categoryMeanings{{
     {LicenseCategory::proprietary,
      "The license is not an open-source license. Read its terms before you use the package."},
     {LicenseCategory::unknown, "The license was not recognized, so nothing can be said about it."},
-}};
-static_assert(ScanKit::inDeclaredOrder(categoryMeanings));
+});
+static_assert(ScanKit::hasRowForEachEnumerator(categoryMeanings));
 
-constexpr std::array<Meaning<Flag::Case>, 9> flagMeanings{{
+constexpr auto flagMeanings = std::to_array<Meaning<Flag::Case>>({
     {Flag::networkCopyleft,
      "The license has network copyleft. Have it reviewed before you ship or host the program."},
     {Flag::strongCopyleft, "The license has copyleft. Have it reviewed before you ship the program."},
@@ -52,10 +52,10 @@ constexpr std::array<Meaning<Flag::Case>, 9> flagMeanings{{
      "The package's files are not on this computer, so its license file could not be read. Install the packages and scan again."},
     {Flag::noLicenseFile,
      "The license is known, but the package ships no text of it. This alone needs no review."},
-}};
-static_assert(ScanKit::inDeclaredOrder(flagMeanings));
+});
+static_assert(ScanKit::hasRowForEachEnumerator(flagMeanings));
 
-constexpr std::array<Meaning<LicenseBasis>, 6> basisMeanings{{
+constexpr auto basisMeanings = std::to_array<Meaning<LicenseBasis>>({
     {LicenseBasis::metadataAndText,
      "The metadata names the license and the license file agrees: the surest answer."},
     {LicenseBasis::metadata, "The metadata names the license; no license file could confirm it."},
@@ -63,8 +63,8 @@ constexpr std::array<Meaning<LicenseBasis>, 6> basisMeanings{{
     {LicenseBasis::text, "The text of the license file was recognized; the metadata says nothing."},
     {LicenseBasis::notice, "A short notice in a file names the license; its full text was not found."},
     {LicenseBasis::none, "Nothing was found."},
-}};
-static_assert(ScanKit::inDeclaredOrder(basisMeanings));
+});
+static_assert(ScanKit::hasRowForEachEnumerator(basisMeanings));
 
 template <typename Value, std::size_t count>
 QString definitions(const std::array<Meaning<Value>, count>& meanings) {

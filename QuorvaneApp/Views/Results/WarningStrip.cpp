@@ -68,10 +68,10 @@ void WarningStrip::rebuild() {
     fitHeight();
 }
 
-void WarningStrip::addWarning(QVBoxLayout& column, const std::string& warning) {
+void WarningStrip::addWarning(QVBoxLayout& column, const ScanKit::ScanWarning& warning) {
     auto* const strip = new Strip(ScanKit::Flag::Severity::medium);
-    strip->setSentence(Texts::fromUtf8(warning));
-    strip->addButton(*new CommandButton(*commands_->action(commandFor(remedyOf(warning)))));
+    strip->setSentence(Texts::fromUtf8(warning.sentence));
+    strip->addButton(*new CommandButton(*commands_->action(commandFor(remedyOf(warning.kind)))));
     column.addWidget(strip);
 }
 

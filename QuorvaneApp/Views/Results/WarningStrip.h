@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include "ScanKit/Model/ScanWarning.h"
 
 #include <QScrollArea>
 
@@ -25,7 +25,7 @@ protected:
 
 private:
     void rebuild();
-    void addWarning(QVBoxLayout& column, const std::string& warning);
+    void addWarning(QVBoxLayout& column, const ScanKit::ScanWarning& warning);
     void addToggle(QVBoxLayout& column, std::size_t folded);
     void fitHeight();
 

@@ -1,0 +1,8 @@
+#pragma once
+
+/// How the command ends, for scripts.
+enum ExitStatus {
+    done = 0,
+    failOnMet = 1,   ///< a reported dependency meets --fail-on
+    wrongUsage = 2,  ///< also when a folder cannot be read, or a report cannot be saved or printed
+};

@@ -1,0 +1,33 @@
+#include "ScanKit/Model/ScanWarning.h"
+
+#include "ScanKit/Model/EnumerationTable.h"
+
+#include <array>
+
+namespace ScanKit {
+namespace {
+
+struct KindRow {
+    ScanWarning::Kind value;
+    std::string_view rawValue;
+};
+using enum ScanWarning::Kind;
+constexpr auto rows = std::to_array<KindRow>({
+    {swiftPackagesNotCheckedOut, "swiftPackagesNotCheckedOut"},
+    {npmModulesMissing, "npmModulesMissing"},
+    {npmPackagesNotListed, "npmPackagesNotListed"},
+    {pythonEnvironmentMissing, "pythonEnvironmentMissing"},
+});
+static_assert(hasRowForEachEnumerator(rows));
+
+}  // namespace
+
+std::string_view rawValue(ScanWarning::Kind kind) {
+    return rowOf(rows, kind).rawValue;
+}
+
+std::optional<ScanWarning::Kind> warningKindFromRawValue(std::string_view rawValue) {
+    return valueOf(rows, rawValue);
+}
+
+}  // namespace ScanKit

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "ScanKit/Model/RawDependency.h"
+#include "ScanKit/Readers/NPM/NodeModules.h"
+#include "ScanKit/Readers/NPM/PackageJSON.h"
+#include "ScanKit/Readers/ReadControl.h"
+
+#include <filesystem>
+#include <string_view>
+#include <vector>
+
+/// Turns an npm lockfile and the packages installed in node_modules into dependencies. Nothing here fails: what
+/// cannot be read is left out. Without a lockfile `walk` reads the installed tree alone.
+namespace ScanKit::NPMParser {
+
+/// The dependencies that a lockfile (package-lock.json, npm-shrinkwrap.json) names, each name and version once,
+/// in the order of their install paths. A package that is installed in the project folder carries its folder and
+/// files, and its own package.json has the last word; others are told from the lockfile alone. Empty when the
+/// bytes are no lockfile.
+std::vector<RawDependency> dependencies(std::string_view lockfile, const std::filesystem::path& projectFolder,
+                                        const ReadControl& control = {});
+
+}  // namespace ScanKit::NPMParser

@@ -1,0 +1,142 @@
+#include "ScanKit/Readers/NPM/NodeModules.h"
+
+#include "ScanKit/Readers/NPM/PackageJSON.h"
+#include "ScanKit/Support/FileSystem.h"
+#include "ScanKit/Support/Paths.h"
+
+#include <algorithm>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+namespace ScanKit::NPMParser {
+namespace {
+
+constexpr std::string_view modulesName = "node_modules";
+/// Deeper nesting is not met in real trees; a tree without end stops here.
+constexpr int deepestLevel = 7;
+
+/// A folder by the way that led to it, and by where it really is.
+struct Place {
+    std::filesystem::path folder;
+    std::filesystem::path real;
+};
+
+/// One package folder of the tree: found first, read later.
+struct Package {
+    Place place;
+    std::optional<RawDependency> dependency = {};  ///< absent when the folder turned out to be no package
+    std::vector<Package> nested = {};
+};
+
+std::filesystem::path resolved(const std::filesystem::path& path) {
+    std::error_code error;
+    std::filesystem::path real = std::filesystem::canonical(path, error);
+    return error ? path : real;
+}
+
+Place placeOf(const std::filesystem::path& folder) {
+    return {standardized(folder), resolved(folder)};
+}
+
+/// Only a link needs resolving; any other entry really lies where its parent does.
+Place placeOf(const Place& parent, const FolderEntry& entry) {
+    Place place{parent.folder / entry.name, parent.real / entry.name};
+    if (entry.isLink) {
+        place.real = resolved(place.folder);
+    }
+    return place;
+}
+
+std::vector<Package> packagesIn(const Place& nodeModules) {
+    std::vector<Package> packages;
+    for (const FolderEntry& entry : listPackageFolder(nodeModules.folder)) {
+        // Hidden folders hold the manager's own bookkeeping and the links to programs.
+        if (entry.kind != EntryKind::folder || entry.name.starts_with('.')) {
+            continue;
+        }
+        const Place place = placeOf(nodeModules, entry);
+        if (!entry.name.starts_with('@')) {
+            packages.push_back({place});
+            continue;
+        }
+        for (const FolderEntry& scoped : listPackageFolder(place.folder)) {
+            if (scoped.kind == EntryKind::folder) {
+                packages.push_back({placeOf(place, scoped)});
+            }
+        }
+    }
+    return packages;
+}
+
+void readPackage(Package& package, bool hasRoomBelow) {
+    const std::filesystem::path& folder = package.place.folder;
+    const std::vector<FolderEntry> entries = listPackageFolder(folder);
+    if (!holdsManifest(entries)) {
+        return;
+    }
+    package.dependency = {.ecosystem = Ecosystem::npm, .name = displayName(folder)};
+    enrich(*package.dependency, folder, entries);
+    const FolderEntry* modules = entryNamed(entries, modulesName);
+    if (hasRoomBelow && modules != nullptr && modules->kind == EntryKind::folder) {
+        package.nested = packagesIn(placeOf(package.place, *modules));
+    }
+}
+
+/// Drops the packages whose real folder was met before, and puts the others on the level to be read.
+void takeUnseen(std::vector<Package>& packages, Seen& seen, std::vector<Package*>& level) {
+    std::erase_if(packages, [&](const Package& package) {
+        return !seen.folders.insert(package.place.real.string()).second;
+    });
+    for (Package& package : packages) {
+        level.push_back(&package);
+    }
+}
+
+/// Where a name and version stand twice, the place that comes first in the tree is reported.
+void collect(std::vector<Package>& packages, Seen& seen, std::vector<RawDependency>& result) {
+    for (Package& package : packages) {
+        if (package.dependency &&
+            seen.packages.insert(package.dependency->name + "@" + package.dependency->version).second) {
+            result.push_back(std::move(*package.dependency));
+        }
+        collect(package.nested, seen, result);
+    }
+}
+
+/// Reads level by level, so that all packages of a level are read in parallel, and puts them together in the
+/// order of the tree.
+void readTree(std::vector<Package> top, int depth, Seen& seen, std::vector<RawDependency>& result,
+              const ReadControl& control) {
+    std::vector<Package*> level;
+    takeUnseen(top, seen, level);
+    for (; !level.empty(); ++depth) {
+        forEachPackage(level.size(), control, [&](std::size_t i) {
+            Package& package = *level[i];
+            readPackage(package, depth < deepestLevel);
+            return package.dependency ? package.dependency->name : displayName(package.place.folder);
+        });
+        std::vector<Package*> next;
+        for (Package* package : level) {
+            takeUnseen(package->nested, seen, next);
+        }
+        level = std::move(next);
+    }
+    collect(top, seen, result);
+}
+
+}  // namespace
+
+void walk(const std::filesystem::path& nodeModules, int depth, Seen& seen, std::vector<RawDependency>& result,
+          const ReadControl& control) {
+    if (depth <= deepestLevel) {
+        readTree(packagesIn(placeOf(nodeModules)), depth, seen, result, control);
+    }
+}
+
+void visit(const std::filesystem::path& packageFolder, int depth, Seen& seen,
+           std::vector<RawDependency>& result, const ReadControl& control) {
+    readTree({{placeOf(packageFolder)}}, depth, seen, result, control);
+}
+
+}  // namespace ScanKit::NPMParser

@@ -1,0 +1,90 @@
+#include "ScanKit/Readers/NPM/PackageLock.h"
+
+#include "ScanKit/Readers/NPM/PackageJSON.h"
+#include "ScanKit/Support/Credentials.h"
+#include "ScanKit/Support/JSON.h"
+#include "ScanKit/Support/Text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace ScanKit::NPMParser {
+namespace {
+
+constexpr std::string_view modulesPrefix = "node_modules/";
+/// No system takes a longer path. Names nested in each other would otherwise make a small file fill the memory.
+constexpr std::size_t longestInstallPath = 4096;
+/// Of all paths together, in bytes: ten times what a lockfile of 30,000 packages holds. What comes beyond is left
+/// out.
+constexpr std::size_t mostPathBytes = 64 << 20;
+
+LockedPackage packageOf(std::string installPath, const JSONValue& entry) {
+    const auto isTrue = [&entry](std::string_view member) { return entry.booleanMember(member) == true; };
+    LockedPackage package{.name = installPath.substr(installPath.rfind(modulesPrefix) + modulesPrefix.size()),
+                          .version = std::string(entry.stringMember("version").value_or("")),
+                          .declared = declaredLicense(entry),
+                          .isDev = isTrue("dev") || isTrue("devOptional"),
+                          .isOptional = isTrue("optional"),
+                          .isLink = isTrue("link")};
+    if (const auto alias = entry.stringMember("name"); alias && !alias->empty()) {
+        package.name = *alias;
+    }
+    if (const auto resolved = entry.stringMember("resolved"); resolved && !Text::isBlank(*resolved)) {
+        package.source = withoutCredentials(*resolved);
+    }
+    package.installPath = std::move(installPath);
+    return package;
+}
+
+/// Versions 2 and 3 list all packages by path. The project itself and its workspaces stand there too, under paths
+/// without node_modules.
+std::vector<LockedPackage> packagesOfList(const std::vector<JSONValue::Member>& entries) {
+    std::vector<LockedPackage> packages;
+    for (const auto& [path, entry] : entries) {
+        if (path.find(modulesPrefix) != std::string_view::npos) {
+            packages.push_back(packageOf(std::string(path), entry));
+        }
+    }
+    return packages;
+}
+
+/// Version 1 nests the packages as their folders are nested.
+void appendTree(const JSONValue& entries, const std::string& prefix, std::vector<LockedPackage>& packages,
+                std::size_t& pathBytes) {
+    for (const auto& [name, entry] : entries.members()) {
+        std::string path = prefix + std::string(modulesPrefix) + std::string(name);
+        if (!entry.isObject() || path.size() > longestInstallPath ||
+            pathBytes + path.size() > mostPathBytes) {
+            continue;
+        }
+        pathBytes += path.size();
+        if (const std::optional<JSONValue> nested = entry.member("dependencies")) {
+            appendTree(*nested, path + "/", packages, pathBytes);
+        }
+        packages.push_back(packageOf(std::move(path), entry));
+    }
+}
+
+}  // namespace
+
+std::vector<LockedPackage> lockedPackages(std::string_view lockfile) {
+    JSONReader reader;
+    const std::optional<JSONValue> top = reader.read(lockfile);
+    if (!top) {
+        return {};
+    }
+    std::vector<LockedPackage> packages;
+    const std::optional<JSONValue> list = top->member("packages");
+    const std::vector<JSONValue::Member> entries = list ? list->members() : std::vector<JSONValue::Member>{};
+    const auto isObject = [](const JSONValue::Member& member) { return member.second.isObject(); };
+    if (list && list->isObject() && std::ranges::all_of(entries, isObject)) {
+        packages = packagesOfList(entries);
+    } else if (const std::optional<JSONValue> tree = top->member("dependencies")) {
+        std::size_t pathBytes = 0;
+        appendTree(*tree, "", packages, pathBytes);
+    }
+    std::ranges::stable_sort(packages, {}, &LockedPackage::installPath);
+    return packages;
+}
+
+}  // namespace ScanKit::NPMParser

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// npm's own lockfile: package-lock.json, or npm-shrinkwrap.json.
+namespace ScanKit::NPMParser {
+
+/// One entry of a lockfile, as it stands there. What is installed is asked of the disk later.
+struct LockedPackage {
+    std::string installPath;  ///< relative to the project folder: "node_modules/a/node_modules/@scope/b"
+    std::string name;         ///< the alias' target for an aliased package
+    std::string version;      ///< empty when the entry has none
+    std::optional<std::string> source;    ///< the download address, without credentials
+    std::optional<std::string> declared;  ///< the license, which newer lockfiles copy from the packages
+    bool isDev = false;
+    bool isOptional = false;
+    bool isLink = false;  ///< leads to a folder of the project, and is no package of its own
+};
+
+/// The entries below node_modules, by install path. Every format version: the shape tells, not the number. Empty
+/// when the bytes are no lockfile. Install paths beyond 4,096 bytes, or beyond 64 MiB together, are left out.
+std::vector<LockedPackage> lockedPackages(std::string_view lockfile);
+
+}  // namespace ScanKit::NPMParser

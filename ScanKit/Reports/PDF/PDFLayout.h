@@ -1,0 +1,53 @@
+#pragma once
+
+#include "ScanKit/Reports/PDF/PDFPages.h"
+#include "ScanKit/Reports/PDF/PDFText.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ScanKit {
+
+/// Fills pages from the top: keeps the place that was reached, and begins a new page when the next block does
+/// not fit any more.
+class PDFLayout {
+public:
+    explicit PDFLayout(PDFTextMeasure& measure) : measure_(measure), pages_(1) {}
+
+    PDFTextMeasure& measure() { return measure_; }
+    PDFPages::Page& page() { return pages_.back(); }
+    /// Where the next block begins, from the top of the page.
+    double y() const { return y_; }
+    /// The height that is left on this page.
+    double room() const { return PDFPages::contentEnd - y_; }
+    /// The height that an empty page has for blocks.
+    static constexpr double pageRoom = PDFPages::contentEnd - PDFPages::margin;
+
+    void skip(double height) { y_ += height; }
+    void newPage();
+    /// Makes sure that a block of this height, or of a whole page when it is higher, can be placed at `y()`,
+    /// on a new page if need be. A heading that waits is placed before it, on the same page.
+    void makeRoom(double height);
+
+    /// A heading, also for the outline. It waits for the block that follows, so that it never ends a page.
+    void heading(std::string title);
+    /// Paragraphs over the whole width, over several pages when they are longer than a good part of one.
+    void text(std::vector<PDFParagraph> paragraphs);
+    /// One such paragraph.
+    void text(PDFPages::AttributedString string);
+
+    std::vector<PDFPages::Page> takePages() { return std::move(pages_); }
+    std::vector<PDFPages::Bookmark> takeOutline() { return std::move(outline_); }
+
+private:
+    void placeHeading();
+
+    PDFTextMeasure& measure_;
+    std::vector<PDFPages::Page> pages_;
+    std::vector<PDFPages::Bookmark> outline_;
+    std::optional<std::string> waitingHeading_;
+    double y_ = PDFPages::margin;
+};
+
+}  // namespace ScanKit

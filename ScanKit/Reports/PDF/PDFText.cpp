@@ -1,0 +1,157 @@
+#include "ScanKit/Reports/PDF/PDFText.h"
+
+#include "ScanKit/Reports/PDF/PDFTextMeasure.h"
+#include "ScanKit/Support/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include <fmt/format.h>
+
+namespace ScanKit {
+namespace {
+
+/// Three squares beside a text, as many of them filled as the severity says.
+constexpr double meterSquare = 4.5, meterGap = 1.5;
+constexpr double meterWidth = 3 * meterSquare + 2 * meterGap + 5;
+
+void drawMeter(PDFPages::Page& page, Flag::Severity severity, PDFPages::Point corner, double lineHeight) {
+    const double top = corner.y + (lineHeight - meterSquare) / 2;
+    for (int i = 0; i < 3; ++i) {
+        const PDFPages::Rectangle square{corner.x + i * (meterSquare + meterGap), top, meterSquare,
+                                         meterSquare};
+        if (i <= static_cast<int>(severity)) {
+            page.emplace_back(PDFPages::Fill{square, PDFColours::ink});
+        } else {
+            page.emplace_back(PDFPages::Stroke{square, PDFColours::strongRule});
+        }
+    }
+}
+
+bool isPlainText(std::string_view text) {
+    return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
+}
+
+bool isControl(char32_t scalar) {
+    return scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0) || Text::isLineBreak(scalar);
+}
+
+/// Embeddings, overrides and isolates: a name could show the text around it in another order.
+bool turnsDirection(char32_t scalar) {
+    return (scalar >= 0x202A && scalar <= 0x202E) || (scalar >= 0x2066 && scalar <= 0x2069);
+}
+
+}  // namespace
+
+PDFPages::AttributedString PDFStyle::operator()(std::string_view text) const {
+    return {.text = displayText(text), .font = font, .colour = colour, .letterSpacing = letterSpacing};
+}
+
+std::string displayText(std::string_view text) {
+    if (isPlainText(text)) {
+        return std::string(text);
+    }
+    const std::string valid = Text::validUtf8(std::string(text));
+    std::string shown;
+    shown.reserve(valid.size());
+    for (std::size_t end = 0; end < valid.size();) {
+        const std::size_t begin = end;
+        const char32_t scalar = Text::nextScalar(valid, end);
+        if (isControl(scalar)) {
+            shown += ' ';
+            // Left out rather than shown: a mark in a name would only puzzle the reader of a report.
+        } else if (!turnsDirection(scalar)) {
+            shown.append(valid, begin, end - begin);
+        }
+    }
+    return shown;
+}
+
+std::optional<std::string> linkAddress(std::string_view address) {
+    const std::string scheme = Text::lowercased(address.substr(0, address.find(':')));
+    // Whatever else a package calls its source, a report must not offer it for a click.
+    if ((scheme != "http" && scheme != "https") || !address.substr(scheme.size()).starts_with("://")) {
+        return std::nullopt;
+    }
+    std::string escaped;
+    escaped.reserve(address.size());
+    for (const char c : address) {
+        if (c > ' ' && c < 0x7F && std::string_view("()\\'\"<>").find(c) == std::string_view::npos) {
+            escaped += c;
+        } else {
+            fmt::format_to(std::back_inserter(escaped), "%{:02X}", static_cast<unsigned char>(c));
+        }
+    }
+    return escaped;
+}
+
+PDFTextBlock::PDFTextBlock(std::vector<PDFParagraph> paragraphs, double width, PDFTextMeasure& measure)
+    : paragraphs_(std::move(paragraphs)), width_(width) {
+    for (std::size_t i = 0; i < paragraphs_.size(); ++i) {
+        const PDFParagraph& paragraph = paragraphs_[i];
+        double gapAbove = paragraph.gapAbove;
+        std::size_t begin = 0;
+        for (const auto& [end, height, baseline] :
+             measure.lines(paragraph.string, width - (paragraph.meter ? meterWidth : 0))) {
+            lines_.push_back({.paragraph = i,
+                              .begin = begin,
+                              .end = end,
+                              .gapAbove = gapAbove,
+                              .height = height,
+                              .baseline = baseline});
+            height_ += gapAbove + height;
+            begin = end;
+            gapAbove = 0;
+        }
+    }
+}
+
+std::size_t PDFTextBlock::endOfFitting(double room) const {
+    // Sums of heights that are equal on paper may differ in their last bits.
+    constexpr double tolerance = 0.01;
+    std::size_t end = next_;
+    for (double used = 0; end < lines_.size(); ++end) {
+        used += lines_[end].gapAbove + lines_[end].height;
+        if (used > room + tolerance && end > next_) {
+            break;
+        }
+    }
+    return end;
+}
+
+double PDFTextBlock::place(PDFPages::Page& page, PDFPages::Point corner, double room) {
+    const std::size_t end = endOfFitting(room);
+    double y = corner.y;
+    while (next_ < end) {
+        y += lines_[next_].gapAbove;
+        y += placeParagraph(page, {corner.x, y}, end);
+    }
+    height_ -= y - corner.y;
+    return y - corner.y;
+}
+
+double PDFTextBlock::placeParagraph(PDFPages::Page& page, PDFPages::Point corner, std::size_t end) {
+    const Line& first = lines_[next_];
+    const PDFParagraph& paragraph = paragraphs_[first.paragraph];
+    double height = 0;
+    std::size_t last = next_;
+    for (; next_ < end && lines_[next_].paragraph == first.paragraph; ++next_) {
+        height += lines_[next_].height;
+        last = next_;
+    }
+    if (paragraph.meter && first.begin == 0) {
+        drawMeter(page, *paragraph.meter, corner, first.height);
+    }
+    const double inset = paragraph.meter ? meterWidth : 0;
+    PDFPages::AttributedString string = paragraph.string;
+    string.text = string.text.substr(first.begin, lines_[last].end - first.begin);
+    if (!string.text.empty()) {
+        page.emplace_back(PDFPages::Text{.string = std::move(string),
+                                         .rectangle = {corner.x + inset, corner.y, width_ - inset, height},
+                                         .right = paragraph.right});
+    }
+    return height;
+}
+
+}  // namespace ScanKit

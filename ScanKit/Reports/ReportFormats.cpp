@@ -1,0 +1,61 @@
+#include "ScanKit/Reports/ReportFormats.h"
+
+#include "ScanKit/Reports/Exports.h"
+#include "ScanKit/Reports/PDF/PDFReport.h"
+#include "ScanKit/Model/EnumerationTable.h"
+#include "ScanKit/Support/Text.h"
+
+#include <array>
+#include <cstddef>
+
+namespace ScanKit {
+namespace {
+
+constexpr auto rows = std::to_array<ReportFormat>({
+    {ReportFormats::pdf, "pdf", "PDF license report (summary, flags, every dependency)",
+     " License Report.pdf", &PDFReport::document},
+    {ReportFormats::notice, "notice", "NOTICE.txt (every package with its license text)", "NOTICE.txt",
+     &Exports::notice},
+    {ReportFormats::csv, "csv", "CSV (one row per package)", " Dependencies.csv", &Exports::csv},
+    {ReportFormats::json, "json", "JSON", " Dependencies.json", &Exports::json},
+});
+
+consteval bool rowsAreComplete() {
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const ReportFormat& row = rows[i];
+        if (row.bit != static_cast<ReportFormats>(1U << i) || row.rawValue.empty() || row.title.empty() ||
+            row.fileName.empty() || row.bytes == nullptr) {
+            return false;
+        }
+    }
+    return !isEnumerator<static_cast<ReportFormats>(1U << rows.size())>();
+}
+static_assert(rowsAreComplete(), "each bit of ReportFormats needs its row, in the order of the bits");
+
+}  // namespace
+
+std::span<const ReportFormat> reportFormats() {
+    return rows;
+}
+
+ReportFormats allReportFormats() {
+    ReportFormats all = ReportFormats::none;
+    for (const ReportFormat& row : rows) {
+        all = all | row.bit;
+    }
+    return all;
+}
+
+std::string fileName(const ReportFormat& format, std::string_view projectName) {
+    if (!format.fileName.starts_with(' ')) {
+        return std::string(format.fileName);
+    }
+    std::string name = Text::validUtf8(std::string(projectName));
+    // One separates folders here, the other did on older systems and still reads as one in file managers.
+    for (char& c : name) {
+        c = c == '/' || c == ':' ? '-' : c;
+    }
+    return name + std::string(format.fileName);
+}
+
+}  // namespace ScanKit

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace ScanKit {
+
+struct ReportOptions;
+struct ScanResult;
+
+/// The report formats as bits of a set, in the order in which they are written.
+enum class ReportFormats : unsigned { none = 0, pdf = 1, notice = 2, csv = 4, json = 8 };
+
+constexpr ReportFormats operator|(ReportFormats a, ReportFormats b) {
+    return static_cast<ReportFormats>(static_cast<unsigned>(a) | static_cast<unsigned>(b));
+}
+constexpr bool contains(ReportFormats set, ReportFormats one) {
+    return (static_cast<unsigned>(set) & static_cast<unsigned>(one)) != 0;
+}
+
+/// All that is said of a report in one place: the writer, the command's options and the export sheet read it here.
+struct ReportFormat {
+    ReportFormats bit;
+    std::string_view rawValue;  ///< the name for a command line: "notice"
+    std::string_view title;     ///< what people read: "NOTICE.txt (every package with its license text)"
+    std::string_view fileName;  ///< begins with a blank when the project's name stands before it
+    std::string (*bytes)(const ScanResult&, const ReportOptions&);  ///< the finished file
+};
+
+/// The reports, in the order in which they are written.
+std::span<const ReportFormat> reportFormats();
+/// The set of all of them.
+ReportFormats allReportFormats();
+
+/// The name of a report's file. In the project's name "/" and ":" become "-".
+std::string fileName(const ReportFormat& format, std::string_view projectName);
+
+}  // namespace ScanKit
