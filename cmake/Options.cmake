@@ -1,6 +1,11 @@
-# One interface target carries what every target of the project compiles with.
+# What whoever includes a header of the library needs: where it lies, and the language it is written in.
+add_library(quorvane_headers INTERFACE)
+target_include_directories(quorvane_headers INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/generated)
+target_compile_features(quorvane_headers INTERFACE cxx_std_20)
+
+# What every target of this project compiles with. Another project that uses the library keeps its own warnings.
 add_library(quorvane_options INTERFACE)
-target_include_directories(quorvane_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/generated)
+target_link_libraries(quorvane_options INTERFACE quorvane_headers)
 target_compile_options(quorvane_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Wold-style-cast
   # Records are built with named initializers, which leave out what keeps its default.
@@ -23,5 +28,5 @@ endif()
 function(quorvane_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;SEES;WRAPS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
-  target_link_libraries(${name} PUBLIC quorvane_options ${ARG_SEES} PRIVATE ${ARG_WRAPS})
+  target_link_libraries(${name} PUBLIC quorvane_headers ${ARG_SEES} PRIVATE quorvane_options ${ARG_WRAPS})
 endfunction()
