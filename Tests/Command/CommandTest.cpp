@@ -172,10 +172,8 @@ TEST(Command, RefusesWrongUsageInOneLineWithStatusTwo) {
         EXPECT_THAT(outcome.output, IsEmpty()) << arguments;
         EXPECT_THAT(outcome.error, AllOf(StartsWith("quorvane: "), HasSubstr(word))) << arguments;
     }
-    for (const std::string help : {"--help", "-h"}) {
-        EXPECT_EQ(quorvane(help).status, 0);
-        EXPECT_THAT(quorvane(help).output, HasSubstr("--fail-on"));
-    }
+    EXPECT_EQ(quorvane("--help").status, 0);
+    EXPECT_THAT(quorvane("-h").output, HasSubstr("--fail-on"));
     EXPECT_THAT(quorvane("--version").output, StartsWith("quorvane "));
 }
 
@@ -204,16 +202,19 @@ TEST(Command, ReadsOnlyTheEcosystemsFoldersAndEnvironmentsAskedFor) {
         {"Package.resolved",
          R"({"pins": [{"identity": "lantern", "location": "l", "state": {"version": "1"}}]})"},
         {"[a,b]/lantern/LICENSE", mit},
+        {"My.xcodeproj/project.pbxproj", ""},
+        {"home/Library/Developer/Xcode/DerivedData/My-1/SourcePackages/checkouts/lantern/LICENSE", mit},
         {"env/site-packages/six-1.16.dist-info/METADATA", "Name: six\nVersion: 1.16\nLicense: MIT\n"}};
     const std::string options = "--no-derived-data --checkouts '[a,b]' --python-env env/site-packages .";
-    const std::string inside = "cd " + quoted(project.path()) + " &&";
-    const std::string all = quorvane(options, inside).output;
-    EXPECT_THAT(all, AllOf(HasSubstr("[a,b] (Checked-out packages)"), HasSubstr("six "), HasSubstr("gull ")));
+    const std::string inside = "cd " + quoted(project.path()) + " && HOME=\"$PWD/home\"";
+    EXPECT_THAT(quorvane(options, inside).output,
+                AllOf(HasSubstr("[a,b] (Checked-out packages)"), HasSubstr("six "), HasSubstr("gull "),
+                      Not(HasSubstr("DerivedData"))));
     EXPECT_THAT(quorvane("--ecosystem python " + options, inside).output,
                 AllOf(HasSubstr("six "), Not(HasSubstr("gull ")), Not(HasSubstr("lantern "))));
+    EXPECT_THAT(quorvane(".", inside).output, HasSubstr("DerivedData"));
 }
 
-/// Whatever a folder holds, the scan ends and says what it could read.
 TEST(Command, SurvivesAHostileFolder) {
     const TemporaryFolder project = smallProject();
     ASSERT_EQ(mkfifo((project / "requirements.txt").c_str(), 0600), 0);
