@@ -137,8 +137,7 @@ TEST(Command, FailsOnWhatItIsTold) {
         {"strongCopyleft", met + gpl},
         {"review", met + gpl},
         {"missing,noLicenseFile", met + gpl},
-        {"networkCopyleft", ""},
-        {"missing,unknown", ""},
+        {"networkCopyleft,missing", ""},
         {"permissive --fail-on review", met + "  good 1.0: MIT\n" + gpl},
         {"networkCopyleft --include-dev", met + "  linter 3.0: AGPL-3.0-only\n"},
     };

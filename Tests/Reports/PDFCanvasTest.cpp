@@ -17,7 +17,6 @@ namespace {
 
 using ::testing::ContainsRegex;
 using ::testing::HasSubstr;
-using ::testing::Not;
 using String = PDFReport::AttributedString;
 
 constexpr const char* sound = "No syntax or stream encoding errors found";
@@ -134,7 +133,6 @@ TEST(PDFCanvas, MeasuresSizeWeightAndSpacing) {
     EXPECT_GT(line.height, 9 * 1.2);
     const std::string ten = "WWWWWWWWWW";
     EXPECT_EQ(canvas.lines({ten}, canvas.width({ten}) + 1).size(), 1U);
-    EXPECT_EQ(canvas.lines({.text = ten, .letterSpacing = 2}, canvas.width({ten}) + 1).size(), 2U);
     EXPECT_EQ(canvas.lines({.text = ten, .letterSpacing = 2}, canvas.width({ten}) * 1.15).size(), 2U);
 }
 
@@ -185,7 +183,6 @@ TEST(PDFDocument, IsSoundWithoutALinkAndWithAnyText) {
     for (const ScanResult& result : {resultOf({}), hostileResult()}) {
         const Document document(PDFReport::document(result, {.projectName = std::string(10'000, 'P')}));
         EXPECT_THAT(document.faults(), HasSubstr(sound));
-        EXPECT_THAT(document.info(), Not(HasSubstr("Author")));
     }
 }
 

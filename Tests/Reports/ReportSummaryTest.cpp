@@ -17,14 +17,9 @@ TEST(ReportSummary, CountsADependencyOnceByItsFlagsCategoryAndLicense) {
         std::size_t needsReview = 0, copyleft = 0, unknownOrMissing = 0;
     };
     const Case cases[] = {
-        {"MIT", permissive, {}},
-        {"MIT", permissive, {Flag::noLicenseFile}},
         {"MIT", permissive, {Flag::mismatch, Flag::notOnDisk}, 1},
-        {"MPL-2.0", weakCopyleft, {}, 0, 1},
         {"GPL-2.0", strongCopyleft, {}, 0, 1},
-        {"AGPL-3.0", networkCopyleft, {}, 0, 1},
         {"MIT", permissive, {Flag::strongCopyleft}, 1},
-        {"Custom", unknown, {}},
         {"Custom", unknown, {Flag::unknown}, 1, 0, 1},
         {{}, unknown, {}, 0, 0, 1},
         {{}, unknown, {Flag::missing, Flag::unknown}, 1, 0, 1},
