@@ -29,7 +29,9 @@ TEST(ResultText, IsTheSameTextAtTheSameWidth) {
     ScanKit::expectGolden("result-text-in-72-columns.txt", shown({.columns = 72}));
     ScanKit::expectGolden("result-text-in-40-columns.txt", shown({.columns = 40}));
     ScanKit::expectGolden("result-text-coloured.txt", shown({.columns = 100, .colour = true}));
-    ScanKit::expectGolden("result-text-of-nothing.txt", resultText({}, {}, {}));
+    ScanKit::ScanResult nothing = ScanKit::resultOf({{.isDev = true}});
+    nothing.sources = ScanKit::sampleResult().sources;
+    ScanKit::expectGolden("result-text-of-nothing.txt", resultText({}, {}, {}) + resultText(nothing, {}, {}));
     EXPECT_THAT(shown({}), testing::Not(testing::HasSubstr("\x1b")))
         << "an escape of the project's own is sent";
 }

@@ -167,13 +167,12 @@ TEST(PDFDocument, IsSoundAndCarriesItsTextFontsLinksAndProperties) {
         EXPECT_THAT(document.text(), HasSubstr(text));
     }
     for (const std::string line :
-         {"Title: Démo: A/B License Report\n", "Author: Studio Nord\n", "Creator: Quorvane\n",
-          "CreationDate: Mon Jan 5 14:03:22 2026 UTC\n", "ModDate: Mon Jan 5 14:03:22 2026 UTC\n",
-          "Page size: 612 x 792 pts", "Tagged: yes\n"}) {
+         {"Title: Démo: A/B License Report\nAuthor: Studio Nord\nCreator: Quorvane\n", "Tagged: yes\n",
+          "\nCreationDate: Mon Jan 5 14:03:22 2026 UTC\nModDate: Mon Jan 5 14:03:22 2026 UTC\n",
+          "Page size: 612 x 792 pts"}) {
         EXPECT_THAT(document.info(), HasSubstr(line));
     }
     EXPECT_THAT(document.links(), HasSubstr("https://example.com/a/b?c=%22d%22&e=f\n"));
-    // Where an entry leads, and in the end which it is.
     EXPECT_THAT(document.outline(),
                 ContainsRegex("\"destpageposfrom1\":1,[^}]*Licenses.*:2,[^}]*Aboutthisscan\""));
     EXPECT_EQ(document.fontsNotEmbedded(), "");
