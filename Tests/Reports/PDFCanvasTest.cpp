@@ -128,6 +128,7 @@ TEST(PDFCanvas, MeasuresSizeWeightAndSpacing) {
     EXPECT_NEAR(canvas.width({.text = text, .letterSpacing = 2}), plain + 8 * 2, 2.1);
     // A letter outside of plain text makes the canvas lay the whole text out.
     const auto line = canvas.lines({text}, 100).front(), laidOut = canvas.lines({text + "ı"}, 100).front();
+    EXPECT_GT(canvas.lines({text + "ı"}, 20).size(), 1U) << "the same text in another width";
     EXPECT_NEAR(line.height, laidOut.height, 0.002);
     EXPECT_NEAR(line.baseline, laidOut.baseline, 0.002);
     EXPECT_GT(line.height, 9 * 1.2);
