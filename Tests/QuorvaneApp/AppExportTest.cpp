@@ -114,10 +114,15 @@ private Q_SLOTS:
             return ScanKit::SavedReports{};
         });
         QVERIFY(fixture.open());
-        fixture.chooser.answer = fixture.project.path();
         fixture.model.exportReports(ReportFormats::json);
-        QVERIFY(fixture.model.exporting());
         fixture.model.exportReports(ReportFormats::json);
+        QCOMPARE(fixture.chooser.openPanels.size(), std::size_t{2});
+        for (const auto& choose : fixture.chooser.openPanels) {
+            choose(fixture.project.path());
+            QVERIFY(fixture.model.exporting());
+        }
+        fixture.model.exportReports(ReportFormats::json);
+        QCOMPARE(fixture.chooser.questions.size(), std::size_t{2});
         QTRY_COMPARE(begun.load(), 1);
         mayEnd = true;
         QTRY_VERIFY(!fixture.model.exporting());

@@ -1,5 +1,6 @@
 #include "Tests/QuorvaneApp/AppFixture.h"
 
+#include <array>
 #include <chrono>
 #include <fstream>
 #include <utility>
@@ -13,35 +14,6 @@ namespace {
 constexpr std::chrono::seconds longestHold{10};
 
 }  // namespace
-
-void FakeFolderChooser::choose(const FolderQuestion& question, Answer chosen) {
-    questions.push_back(question);
-    if (answer) {
-        chosen(*answer);
-    }
-}
-
-ScanFunction HeldScans::function() {
-    return [this](const ScanRequest& request, const ScanKit::ScanControl& control) {
-        return run(request, control);
-    };
-}
-
-void HeldScans::release(std::size_t index, ScanFindings findings) {
-    const std::lock_guard guard(lock_);
-    released_[index] = std::move(findings);
-    changed_.notify_all();
-}
-
-std::vector<ScanRequest> HeldScans::begun() {
-    const std::lock_guard guard(lock_);
-    return begun_;
-}
-
-bool HeldScans::wasStopped(std::size_t index) {
-    const std::lock_guard guard(lock_);
-    return stopped_[index];
-}
 
 ScanFindings HeldScans::run(const ScanRequest& request, const ScanKit::ScanControl& control) {
     std::unique_lock guard(lock_);
@@ -75,18 +47,10 @@ Dependency flagged(const std::string& name, std::vector<ScanKit::Flag> flags,
 
 ScanFindings findings(std::vector<Dependency> dependencies, std::vector<ScanKit::ScanWarning> warnings) {
     ScanFindings found;
+    const std::array lists{&found.detection.resolvedFiles, &found.detection.npmLockfiles,
+                           &found.detection.poetryLocks};
     for (const Dependency& dependency : dependencies) {
-        switch (dependency.ecosystem) {
-            case Ecosystem::swiftpm:
-                found.detection.resolvedFiles = {"Package.resolved"};
-                break;
-            case Ecosystem::npm:
-                found.detection.npmLockfiles = {"package-lock.json"};
-                break;
-            case Ecosystem::python:
-                found.detection.poetryLocks = {"poetry.lock"};
-                break;
-        }
+        *lists[static_cast<std::size_t>(dependency.ecosystem)] = {"one"};
     }
     found.result.dependencies = std::move(dependencies);
     found.result.warnings = std::move(warnings);
@@ -113,15 +77,6 @@ ModelFixture::ModelFixture(ScanFunction scan, AppModel::SaveFunction save, bool 
                       .fileRevealer = revealer,
                       .scan = std::move(scan),
                       .save = std::move(save)}) {}
-
-bool ModelFixture::open(const std::string& name) {
-    model.openFolder(project.folder(name));
-    return waitForScan();
-}
-
-bool ModelFixture::waitForScan() {
-    return QTest::qWaitFor([this] { return !model.scanning(); });
-}
 
 QString ModelFixture::shown() const {
     QStringList names;

@@ -6,24 +6,32 @@
 #include "Tests/QuorvaneApp/Words.h"
 
 #include <condition_variable>
-#include <initializer_list>
 #include <map>
 #include <mutex>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <QDebug>
 #include <QTemporaryDir>
 #include <QTest>
 
-/// Answers the questions for folders; without an answer it cancels.
+/// Answers the questions for folders; without an answer the panels stay open.
 class FakeFolderChooser : public FolderChooser {
 public:
-    void choose(const FolderQuestion& question, Answer chosen) override;
+    void choose(const FolderQuestion& question, Answer chosen) override {
+        questions.push_back(question);
+        if (answer) {
+            chosen(*answer);
+        } else {
+            openPanels.push_back(std::move(chosen));
+        }
+    }
 
     std::optional<std::filesystem::path> answer;
     std::vector<FolderQuestion> questions;
+    std::vector<Answer> openPanels;
 };
 
 /// Remembers what was to be shown in the file manager.
@@ -37,13 +45,27 @@ public:
 /// Scans that end only when the test releases them, in the order in which it does.
 class HeldScans {
 public:
-    ScanFunction function();
+    ScanFunction function() {
+        return [this](const ScanRequest& request, const ScanKit::ScanControl& control) {
+            return run(request, control);
+        };
+    }
     /// Lets the scan that began as number `index` end with these findings. May be called before it begins.
-    void release(std::size_t index, ScanFindings findings);
+    void release(std::size_t index, ScanFindings findings) {
+        const std::lock_guard guard(lock_);
+        released_[index] = std::move(findings);
+        changed_.notify_all();
+    }
     /// The scans begun so far.
-    std::vector<ScanRequest> begun();
+    std::vector<ScanRequest> begun() {
+        const std::lock_guard guard(lock_);
+        return begun_;
+    }
     /// Whether the scan was told to stop when it ended.
-    bool wasStopped(std::size_t index);
+    bool wasStopped(std::size_t index) {
+        const std::lock_guard guard(lock_);
+        return stopped_[index];
+    }
 
 private:
     ScanFindings run(const ScanRequest& request, const ScanKit::ScanControl& control);
@@ -82,9 +104,14 @@ struct ModelFixture {
                           bool persist = false);
 
     /// Opens a folder of the fixture's, made when missing, and waits for its scan.
-    bool open(const std::string& name = "Harbor");
+    bool open(const std::string& name = "Harbor") {
+        model.openFolder(project.folder(name));
+        return waitForScan();
+    }
     /// True once no scan runs.
-    bool waitForScan();
+    bool waitForScan() {
+        return QTest::qWaitFor([this] { return !model.scanning(); });
+    }
     /// The names of the rows that the model shows, with blanks between them.
     QString shown() const;
 

@@ -28,14 +28,9 @@ private Q_SLOTS:
         QVERIFY(!Facts::webLink({}).has_value());
     }
 
-    void fullNamesAreAddedWhereTheyHelp() {
-        QCOMPARE(Facts::displayNames(u"MIT"_s), u"MIT License"_s);
+    void factsAreToldInOrderAndAScoreIsNeverRoundedUp() {
         QCOMPARE(Facts::displayNames(u"MIT OR (Zlib AND MIT)"_s), u"MIT License, zlib License"_s);
         QCOMPARE(Facts::displayNames(u"ask us"_s), QString());
-        QCOMPARE(Facts::displayNames({}), QString());
-    }
-
-    void factsAreToldInOrderAndAScoreIsNeverRoundedUp() {
         ScanKit::Dependency dependency = package("a");
         dependency.declared = "MIT";
         dependency.licenseFileNames = {"LICENSE", "COPY\nING"};

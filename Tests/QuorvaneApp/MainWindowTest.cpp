@@ -233,6 +233,9 @@ private Q_SLOTS:
         QVERIFY2(timer.elapsed() < 15000, qPrintable(QString::number(timer.elapsed())));
         const QString shown = fixture.find<QPlainTextEdit>("licenseText")->toPlainText();
         QCOMPARE(shown.count(u't'), 400000);
+        for (const QString& line : shown.split(u'\n')) {
+            QVERIFY2(line.size() <= 2000, "a line that takes half a minute to lay out");
+        }
         QVERIFY(shown.endsWith(u"\nend"_s));
     }
 
@@ -246,7 +249,9 @@ private Q_SLOTS:
         QVERIFY(fixture.open());
         QWidget& warnings = *fixture.find("warnings");
         const auto click = [&warnings](const char* button) {
-            warnings.findChild<QPushButton*>(QLatin1StringView(button))->click();
+            auto* const found = warnings.findChild<QPushButton*>(QLatin1StringView(button));
+            QVERIFY2(found != nullptr, button);
+            found->click();
         };
         QCOMPARE(textOf(warnings), u"Choose the environment.|Add the checkouts folder."_s);
         click("addCheckoutsButton");
