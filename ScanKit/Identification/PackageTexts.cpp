@@ -46,9 +46,10 @@ std::vector<PackageText> readPackageTexts(const std::vector<std::filesystem::pat
         }
         const bool isCut = bytes->size() > mostBytesOfAText;
         bytes->resize(std::min(bytes->size(), mostBytesOfAText));
-        // A NUL byte means that this is no text, whatever its name says.
-        if (bytes->find('\0') == std::string::npos) {
-            texts.push_back({displayName(file), decodedText(std::move(*bytes)), isCut});
+        std::string text = decodedText(std::move(*bytes));
+        // A NUL means that this is no text, whatever its name says.
+        if (text.find('\0') == std::string::npos) {
+            texts.push_back({displayName(file), std::move(text), isCut});
         }
     }
     return texts;

@@ -109,9 +109,9 @@ JSONReport::Item::Item(const Dependency& dependency)
 }
 
 JSONReport::JSONReport(const ScanResult& result, const ReportOptions& options)
-    : project(Text::validUtf8(options.projectName)),
+    : project(Text::oneLine(options.projectName)),
       generated(result.scannedAt),
-      generator(Text::validUtf8(options.appName)),
+      generator(Text::oneLine(options.appName)),
       disclaimer(Exports::disclaimer),
       sources(result.sources) {
     for (const ScanWarning& warning : result.warnings) {

@@ -86,7 +86,7 @@ std::size_t expectedSize(const std::vector<const Dependency*>& dependencies) {
 
 std::string notice(const ScanResult& result, const ReportOptions& options) {
     const std::vector<const Dependency*> dependencies = reportedDependencies(result, options);
-    const std::string project = Text::validUtf8(options.projectName);
+    const std::string project = Text::oneLine(options.projectName);
     std::string output;
     output.reserve(expectedSize(dependencies));
     fmt::format_to(
@@ -94,7 +94,7 @@ std::string notice(const ScanResult& result, const ReportOptions& options) {
         "THIRD-PARTY SOFTWARE NOTICES\n{0}\n\n"
         "{0} uses the open-source software listed below. Each package's license and copyright notices follow.\n"
         "Generated {1} with {2}. {3}\n\nPackages ({4}):\n",
-        project, Dates::longDate(result.scannedAt), Text::validUtf8(options.appName), disclaimer,
+        project, Dates::longDate(result.scannedAt), Text::oneLine(options.appName), disclaimer,
         dependencies.size());
     for (const Dependency* dependency : dependencies) {
         fmt::format_to(std::back_inserter(output), "  - {} {} ({})\n", dependency->name, dependency->version,

@@ -4,6 +4,7 @@
 #include "ScanKit/Readers/NPM/NPMParser.h"
 #include "ScanKit/Readers/Python/PythonParser.h"
 #include "ScanKit/Readers/ReadLimits.h"
+#include "ScanKit/Readers/ReportableText.h"
 #include "ScanKit/Readers/SwiftPM/SwiftPMParser.h"
 #include "ScanKit/Scan/DerivedData.h"
 #include "ScanKit/Scan/ProgressReporter.h"
@@ -44,7 +45,7 @@ public:
 
     ScanResult result() {
         result_.projectName = displayName(root_);
-        result_.rootPath = Text::validUtf8(root_.string());
+        result_.rootPath = Text::oneLine(root_.string());
         result_.scannedAt = Dates::current();
         readAll();
         identifyAll();
@@ -84,7 +85,9 @@ private:
                 .packageRead = [this](std::string_view name) { progress_.packageDone(name); }};
     }
 
+    /// The way of every reader's packages into the result.
     void append(std::vector<RawDependency> packages) {
+        std::ranges::for_each(packages, makeReportable);
         std::ranges::move(packages, std::back_inserter(packages_));
     }
 
@@ -129,7 +132,9 @@ private:
         for (const std::filesystem::path& modules : detection_.npmModulesWithoutLock) {
             // One for each tree: two projects may both use a package, and each report line says from where.
             NPMParser::Seen seen;
-            NPMParser::walk(modules, 0, seen, packages_, readControl());
+            std::vector<RawDependency> packages;
+            NPMParser::walk(modules, 0, seen, packages, readControl());
+            append(std::move(packages));
             addSource(Ecosystem::npm, modules, "Installed packages (no lockfile)");
         }
         const bool hasOnlyManifests =

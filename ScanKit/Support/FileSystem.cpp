@@ -196,6 +196,9 @@ std::optional<std::string> readTextFile(const std::filesystem::path& path, std::
 }
 
 std::string decodedText(std::string bytes) {
+    if (std::optional<std::string> text = Text::fromUTF16(bytes)) {
+        return std::move(*text);
+    }
     if (bytes.starts_with(byteOrderMark)) {
         bytes.erase(0, byteOrderMark.size());
     }

@@ -49,7 +49,8 @@ std::optional<std::string> readFile(const std::filesystem::path& path, std::size
 /// The first `count` bytes of a regular file, or all when it is shorter. Absent as above.
 std::optional<std::string> readFileStart(const std::filesystem::path& path, std::size_t count,
                                          PathKind known = PathKind::unknown);
-/// The whole file as text: a byte-order mark is skipped, each invalid part becomes U+FFFD. Absent as above.
+/// The whole file as text: UTF-8, or UTF-16 where a byte-order mark says so, as some shells write it. The mark is left
+/// out, each invalid part becomes U+FFFD. Absent as above.
 std::optional<std::string> readTextFile(const std::filesystem::path& path, std::size_t largest);
 /// The bytes as text, as `readTextFile` decodes them.
 std::string decodedText(std::string bytes);

@@ -65,7 +65,7 @@ std::string displayPath(const std::filesystem::path& path, const std::filesystem
         return ".";
     }
     if (const auto below = pathBelow(full, rootText)) {
-        return Text::validUtf8(std::string(*below));
+        return Text::oneLine(std::string(*below));
     }
     const std::string home = standardized(homeFolder()).string();
     if (full == home) {
@@ -73,15 +73,15 @@ std::string displayPath(const std::filesystem::path& path, const std::filesystem
     }
     // With "/" for a home, as in some containers, every path would begin with "~".
     if (const auto below = pathBelow(full, home); below && home != "/") {
-        return "~/" + Text::validUtf8(std::string(*below));
+        return "~/" + Text::oneLine(std::string(*below));
     }
-    return Text::validUtf8(full);
+    return Text::oneLine(full);
 }
 
 std::string displayName(const std::filesystem::path& path) {
     const std::filesystem::path normal = standardized(path);
     const std::filesystem::path name = normal.has_filename() ? normal.filename() : normal.root_directory();
-    return Text::validUtf8(name.string());
+    return Text::oneLine(name.string());
 }
 
 }  // namespace ScanKit

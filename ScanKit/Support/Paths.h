@@ -13,9 +13,9 @@ std::filesystem::path standardized(const std::filesystem::path& path);
 /// stands when there is no working folder any more.
 std::filesystem::path absolutePath(const std::filesystem::path& path);
 /// The path as people see it: relative to `root` when it lies inside ("." for the root itself), otherwise in
-/// full with the home folder written as "~". Names that are not valid UTF-8 show U+FFFD.
+/// full with the home folder written as "~". It is shown on one line: see `Text::oneLine`.
 std::string displayPath(const std::filesystem::path& path, const std::filesystem::path& root);
-/// The last path component as people see it; of the root folder "/".
+/// The last path component as people see it, on one line; of the root folder "/".
 std::string displayName(const std::filesystem::path& path);
 
 }  // namespace ScanKit

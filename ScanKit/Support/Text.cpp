@@ -10,6 +10,7 @@
 #include <unicode/locid.h>
 #include <unicode/stringpiece.h>
 #include <unicode/uchar.h>
+#include <unicode/unistr.h>
 #include <unicode/utext.h>
 #include <unicode/utf8.h>
 
@@ -103,6 +104,18 @@ void walkCharacters(std::string_view text, Body body) {
     utext_close(opened);
 }
 
+constexpr bool isControl(char32_t scalar) {
+    return scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0);
+}
+
+/// Marks, embeddings, overrides and isolates of bidirectional text.
+constexpr bool turnsDirection(char32_t scalar) {
+    return scalar == 0x061C || scalar == 0x200E || scalar == 0x200F ||
+           (scalar >= 0x202A && scalar <= 0x202E) || (scalar >= 0x2066 && scalar <= 0x2069);
+}
+
+constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
+
 }  // namespace
 
 std::string lowercased(std::string_view text) {
@@ -191,12 +204,46 @@ std::string validUtf8(std::string text) {
         const std::size_t begin = i;
         // One for each invalid part, as the Unicode standard recommends, so that the damage stays visible.
         if (nextScalar(text, i) == 0xFFFD) {
-            result += "\xEF\xBF\xBD";
+            result += replacementCharacter;
         } else {
             result.append(text, begin, i - begin);
         }
     }
     return result;
+}
+
+std::string oneLine(std::string text) {
+    if (std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; })) {
+        return text;
+    }
+    std::string result;
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t begin = i;
+        const char32_t scalar = nextScalar(text, i);
+        if (scalar == 0xFFFD || isControl(scalar) || isLineBreak(scalar) || turnsDirection(scalar)) {
+            result += replacementCharacter;
+        } else {
+            result.append(text, begin, i - begin);
+        }
+    }
+    return result;
+}
+
+std::optional<std::string> fromUTF16(std::string_view bytes) {
+    const bool isLittle = bytes.starts_with("\xFF\xFE");
+    if (!isLittle && !bytes.starts_with("\xFE\xFF")) {
+        return std::nullopt;
+    }
+    icu::UnicodeString units(static_cast<int32_t>(bytes.size() / 2), 0, 0);
+    for (std::size_t i = 2; i + 1 < bytes.size(); i += 2) {
+        const auto low = static_cast<unsigned char>(bytes[isLittle ? i : i + 1]);
+        const auto high = static_cast<unsigned char>(bytes[isLittle ? i + 1 : i]);
+        units.append(static_cast<char16_t>(high << 8 | low));
+    }
+    std::string text;
+    units.toUTF8String(text);
+    // Half a unit is left when the text was cut.
+    return bytes.size() % 2 == 0 ? text : text + std::string(replacementCharacter);
 }
 
 std::size_t columnWidth(char32_t scalar) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,6 +39,13 @@ char32_t nextScalar(std::string_view text, std::size_t& offset);
 /// The text with U+FFFD in place of each invalid part.
 std::string validUtf8(std::string text);
 bool isValidUtf8(std::string_view text);
+
+/// The text for a place of one line: U+FFFD for each invalid part, and for each character that would end the line, do
+/// something to a terminal, or show the text around it in another order.
+std::string oneLine(std::string text);
+/// The text that UTF-16 bytes stand for, without the mark at their start, which says the byte order. None for bytes
+/// without such a mark; U+FFFD for each invalid part.
+std::optional<std::string> fromUTF16(std::string_view bytes);
 
 /// The columns that a scalar takes in a terminal: two when it is wide, none when it combines or is invisible.
 std::size_t columnWidth(char32_t scalar);

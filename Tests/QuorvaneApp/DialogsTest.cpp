@@ -20,7 +20,8 @@ const AvailableUpdate update{.version = u"1.11"_s,
 ScanFunction twoPackages() {
     ScanKit::Dependency dev = package("probe");
     dev.isDev = true;
-    return alwaysFinding(findings({package("pad"), dev}, {{.sentence = "Choose the environment and scan again."}}));
+    return alwaysFinding(
+        findings({package("pad"), dev}, {{.sentence = "Choose the environment and scan again."}}));
 }
 
 template <typename Widget>

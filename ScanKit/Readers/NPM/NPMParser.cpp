@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <optional>
 #include <string>
-#include <unordered_set>
+#include <unordered_map>
 #include <utility>
 
 namespace ScanKit::NPMParser {
@@ -72,10 +72,16 @@ std::vector<RawDependency> dependencies(std::string_view lockfile, const std::fi
         return packages[i] ? packages[i]->name : locked[i].installPath;
     });
     std::vector<RawDependency> result;
-    std::unordered_set<std::string> seen;
+    std::unordered_map<std::string, std::size_t> places;
     for (std::optional<RawDependency>& package : packages) {
-        if (package && seen.insert(package->name + "@" + package->version).second) {
+        if (!package) {
+            continue;
+        }
+        const auto [place, isNew] = places.try_emplace(package->name + "@" + package->version, result.size());
+        if (isNew) {
             result.push_back(std::move(*package));
+        } else if (!package->isDev) {
+            result[place->second].isDev = false;  // it ships, if only from this place
         }
     }
     return result;

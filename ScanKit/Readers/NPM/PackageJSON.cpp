@@ -2,7 +2,6 @@
 
 #include "ScanKit/LicenseFiles/LicenseFiles.h"
 #include "ScanKit/Readers/ReadLimits.h"
-#include "ScanKit/Support/Credentials.h"
 #include "ScanKit/Support/Paths.h"
 #include "ScanKit/Support/Text.h"
 
@@ -36,7 +35,7 @@ void applyManifest(RawDependency& dependency, const JSONValue& manifest) {
         dependency.name = *name;
     }
     if (const std::optional<std::string> repository = repositoryLink(manifest)) {
-        dependency.source = withoutCredentials(webLink(*repository));
+        dependency.source = webLink(*repository);
     }
 }
 

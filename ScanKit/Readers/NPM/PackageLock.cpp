@@ -1,7 +1,6 @@
 #include "ScanKit/Readers/NPM/PackageLock.h"
 
 #include "ScanKit/Readers/NPM/PackageJSON.h"
-#include "ScanKit/Support/Credentials.h"
 #include "ScanKit/Support/JSON.h"
 #include "ScanKit/Support/Text.h"
 
@@ -30,7 +29,7 @@ LockedPackage packageOf(std::string installPath, const JSONValue& entry) {
         package.name = *alias;
     }
     if (const auto resolved = entry.stringMember("resolved"); resolved && !Text::isBlank(*resolved)) {
-        package.source = withoutCredentials(*resolved);
+        package.source = *resolved;
     }
     package.installPath = std::move(installPath);
     return package;

@@ -13,7 +13,7 @@ struct LockedPackage {
     std::string installPath;  ///< relative to the project folder: "node_modules/a/node_modules/@scope/b"
     std::string name;         ///< the alias' target for an aliased package
     std::string version;      ///< empty when the entry has none
-    std::optional<std::string> source;    ///< the download address, without credentials
+    std::optional<std::string> source;    ///< the download address
     std::optional<std::string> declared;  ///< the license, which newer lockfiles copy from the packages
     bool isDev = false;
     bool isOptional = false;

@@ -1,7 +1,6 @@
 #include "ScanKit/Readers/Python/PythonParser.h"
 
 #include "ScanKit/Readers/Python/PackageName.h"
-#include "ScanKit/Support/Credentials.h"
 
 #include <algorithm>
 #include <array>
@@ -24,12 +23,29 @@ bool isTool(std::string_view normalizedName) {
 
 using Declared = std::map<std::string, Requirement>;  ///< by normalized name
 
-Declared declaredByName(const std::vector<Requirement>& requirements) {
+/// The requirements of one kind. Of several for a package the last counts, but none without a version displaces one with.
+Declared declaredByName(const std::vector<Requirement>& requirements, bool isDev) {
     Declared declared;
     for (const Requirement& requirement : requirements) {
+        if (requirement.isDev != isDev) {
+            continue;
+        }
         const auto [place, isNew] = declared.try_emplace(normalizedName(requirement.name), requirement);
         if (!isNew && (requirement.version || !place->second.version)) {
             place->second = requirement;
+        }
+    }
+    return declared;
+}
+
+/// What ships has the word: a package that is needed for development too is none of development alone. Only where what
+/// ships is not pinned does the pin of development tell which version it is.
+Declared declaredByName(const std::vector<Requirement>& requirements) {
+    Declared declared = declaredByName(requirements, false);
+    for (auto& [name, requirement] : declaredByName(requirements, true)) {
+        const auto [place, isNew] = declared.try_emplace(name, requirement);
+        if (!isNew && !place->second.version) {
+            place->second.version = requirement.version;
         }
     }
     return declared;
@@ -40,14 +56,12 @@ RawDependency installedDependency(const Installed& distribution, bool isDev) {
         .ecosystem = Ecosystem::python,
         .name = distribution.name,
         .version = distribution.version,
+        .source = distribution.homepage,
         .isDev = isDev,
         .declared = distribution.licenseExpression ? distribution.licenseExpression : distribution.license,
         .folder = distribution.folder,
         .licenseFiles = distribution.licenseFiles,
     };
-    if (distribution.homepage) {
-        dependency.source = withoutCredentials(*distribution.homepage);
-    }
     // The others tell of topics, systems and ages.
     for (const std::string& classifier : distribution.classifiers) {
         if (classifier.starts_with(licenseClassifier)) {

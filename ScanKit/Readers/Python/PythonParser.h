@@ -13,7 +13,8 @@ namespace ScanKit::PythonParser {
 
 /// Every installed distribution, except the tools that come with each environment when nothing declares them;
 /// then every requirement that is not installed. Both in the order of their normalized names. Of several
-/// requirements for a package the last counts, but one without a version never displaces one with.
+/// requirements for a package the last counts, but one without a version never displaces one with, and one for development
+/// never displaces one that ships.
 std::vector<RawDependency> dependencies(const std::vector<Requirement>& requirements,
                                         const InstalledPackages& installed);
 

@@ -1,7 +1,6 @@
 #include "ScanKit/Readers/SwiftPM/SwiftPMParser.h"
 
 #include "ScanKit/LicenseFiles/LicenseFiles.h"
-#include "ScanKit/Support/Credentials.h"
 #include "ScanKit/Support/FileSystem.h"
 #include "ScanKit/Support/Text.h"
 
@@ -46,7 +45,7 @@ RawDependency dependencyOf(const Pin& pin, const FolderIndex& index) {
                              .version = pin.displayVersion(),
                              .folder = folderOf(pin, index)};
     if (!Text::isBlank(pin.location)) {
-        dependency.source = withoutCredentials(pin.location);
+        dependency.source = pin.location;
     }
     return dependency;
 }
