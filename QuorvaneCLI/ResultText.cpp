@@ -264,12 +264,12 @@ private:
     void printAccount() {
         std::size_t withText = 0, withoutText = 0, notOnDisk = 0, noLicense = 0;
         for (const Dependency* dependency : dependencies_) {
-            if (!dependency->license) {
+            if (dependency->has(ScanKit::Flag::notOnDisk)) {
+                ++notOnDisk;
+            } else if (!dependency->license) {
                 ++noLicense;
             } else if (dependency->licenseText) {
                 ++withText;
-            } else if (dependency->has(ScanKit::Flag::notOnDisk)) {
-                ++notOnDisk;
             } else {
                 ++withoutText;
             }

@@ -15,6 +15,7 @@
 #include <cstring>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include <dirent.h>
 #ifdef __GLIBC__
@@ -118,10 +119,20 @@ void printResult(const CommandOptions& options, const ScanKit::ScanResult& resul
                              {Terminal::columns(STDOUT_FILENO), Terminal::takesColour(STDOUT_FILENO)}));
 }
 
+/// Whoever names a folder relies on what is in it: one that cannot be read must not look like an empty one.
+std::vector<std::filesystem::path> namedFolders(const CommandOptions& options) {
+    std::vector<std::filesystem::path> folders{options.folder};
+    folders.insert(folders.end(), options.checkouts.begin(), options.checkouts.end());
+    folders.insert(folders.end(), options.pythonEnvironments.begin(), options.pythonEnvironments.end());
+    return folders;
+}
+
 int run(const CommandOptions& options) {
-    if (const auto fault = faultOf(options.folder)) {
-        print(stderr, "quorvane: " + Terminal::safe(options.folder.string()) + ": " + *fault + "\n");
-        return wrongUsage;
+    for (const std::filesystem::path& folder : namedFolders(options)) {
+        if (const auto fault = faultOf(folder)) {
+            print(stderr, "quorvane: " + Terminal::safe(folder.string()) + ": " + *fault + "\n");
+            return wrongUsage;
+        }
     }
     const ScanKit::ScanResult result = scan(options);
     const ScanKit::ReportOptions report = reportOptions(options);

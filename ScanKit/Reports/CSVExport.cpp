@@ -31,11 +31,9 @@ bool isFiniteNumber(const std::string& field) {
 /// A cell that begins like this is run as a formula by a spreadsheet, whoever wrote it.
 bool looksLikeFormula(const std::string& field) {
     static constexpr std::string_view beginnings = "=+-@\t\r";
-    if (field.empty() || beginnings.find(field.front()) == std::string_view::npos) {
-        return false;
-    }
-    // "=" with a mark combined onto it is another character; "-1" is a number and stays one.
-    return Text::prefix(field, 1).size() == 1 && !isFiniteNumber(field);
+    // What combines with the first character makes another one for a reader, and the same one for a spreadsheet.
+    return !field.empty() && beginnings.find(field.front()) != std::string_view::npos &&
+           !isFiniteNumber(field);
 }
 
 /// Whole characters are compared: the pair CR LF is one character, and none of these.

@@ -161,6 +161,8 @@ TEST(Command, RefusesWrongUsageInOneLineWithStatusTwo) {
         {"--fail-on nothing " + folder, "--fail-on takes categories, flags and review, not \"nothing\"\n"},
         {"/does/not/exist", "/does/not/exist: No such file or directory\n"},
         {file, "Not a directory\n"},
+        {folder + " --checkouts /does/not/exist", "/does/not/exist: No such file or directory\n"},
+        {folder + " --python-env " + file, "Not a directory\n"},
         {folder + " " + folder, "quorvane: "},
         {"--ecosystem npm python " + folder, "quorvane: "},
     };
