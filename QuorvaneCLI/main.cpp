@@ -10,6 +10,7 @@
 #include "ScanKit/Scan/Scanner.h"
 #include "ScanKit/Support/Paths.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -108,6 +109,13 @@ bool listMet(const CommandOptions& options, const ScanKit::ScanResult& result,
     return true;
 }
 
+/// Whether every dependency file was read: nothing can be promised about packages that nobody saw.
+bool isWhole(const ScanKit::ScanResult& result) {
+    return std::ranges::none_of(result.warnings, [](const ScanKit::ScanWarning& warning) {
+        return warning.kind == ScanKit::ScanWarning::Kind::dependencyFileUnreadable;
+    });
+}
+
 void printResult(const CommandOptions& options, const ScanKit::ScanResult& result,
                  const ScanKit::ReportOptions& report) {
     if (options.printJSON) {
@@ -150,7 +158,12 @@ int run(const CommandOptions& options) {
         print(stderr, "Couldn't save: " + failure + "\n");
         return wrongUsage;
     }
-    return listMet(options, result, report) ? failOnMet : done;
+    const bool isMet = listMet(options, result, report);
+    if (!options.failOn.isEmpty() && !isWhole(result)) {
+        print(stderr, "quorvane: --fail-on can't be answered while a dependency file can't be read\n");
+        return wrongUsage;
+    }
+    return isMet ? failOnMet : done;
 }
 
 }  // namespace

@@ -14,6 +14,7 @@ struct RemedyRow {
 };
 
 constexpr auto remedyRows = std::to_array<RemedyRow>({
+    {Kind::dependencyFileUnreadable, WarningRemedy::rescan},
     {Kind::swiftPackagesNotCheckedOut, WarningRemedy::addCheckouts},
     {Kind::npmModulesMissing, WarningRemedy::rescan},
     {Kind::npmPackagesNotListed, WarningRemedy::rescan},

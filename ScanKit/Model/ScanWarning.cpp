@@ -13,6 +13,7 @@ struct KindRow {
 };
 using enum ScanWarning::Kind;
 constexpr auto rows = std::to_array<KindRow>({
+    {dependencyFileUnreadable, "dependencyFileUnreadable"},
     {swiftPackagesNotCheckedOut, "swiftPackagesNotCheckedOut"},
     {npmModulesMissing, "npmModulesMissing"},
     {npmPackagesNotListed, "npmPackagesNotListed"},

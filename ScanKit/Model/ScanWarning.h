@@ -13,13 +13,14 @@ namespace ScanKit {
 struct ScanWarning {
     /// What is the matter. Whoever offers a remedy goes by this and never reads the sentence.
     enum class Kind {
+        dependencyFileUnreadable,  ///< cannot be read, or is not what its name says
         swiftPackagesNotCheckedOut,
         npmModulesMissing,         ///< a lockfile without its node_modules
         npmPackagesNotListed,      ///< a package.json with neither
         pythonEnvironmentMissing,  ///< requirements, and nothing installed
     };
 
-    Kind kind = Kind::swiftPackagesNotCheckedOut;
+    Kind kind = Kind::dependencyFileUnreadable;
     std::string sentence;  ///< in plain words: what could not be read, and what to do
 
     bool operator==(const ScanWarning&) const = default;

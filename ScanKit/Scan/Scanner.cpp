@@ -97,10 +97,14 @@ private:
         }
         std::vector<SwiftPMParser::Pin> pins;
         for (const std::filesystem::path& file : detection_.resolvedFiles) {
-            if (const std::optional<std::string> bytes = readFile(file, largestLockfile)) {
-                std::ranges::move(SwiftPMParser::pins(*bytes), std::back_inserter(pins));
-                addSource(Ecosystem::swiftpm, file, "Package.resolved");
+            const std::optional<std::string> bytes = readFile(file, largestLockfile);
+            auto found = bytes ? SwiftPMParser::pins(*bytes) : std::nullopt;
+            if (!found) {
+                warn(Warnings::dependencyFileUnreadable(file, root_));
+                continue;
             }
+            std::ranges::move(*found, std::back_inserter(pins));
+            addSource(Ecosystem::swiftpm, file, "Package.resolved");
         }
         const std::vector<std::filesystem::path> checkouts = checkoutFolders();
         for (const std::filesystem::path& folder : checkouts) {
@@ -145,12 +149,14 @@ private:
     }
 
     void readNPMLockfile(const std::filesystem::path& lockfile) {
+        const std::filesystem::path folder = lockfile.parent_path();
         const std::optional<std::string> bytes = readFile(lockfile, largestLockfile);
-        if (!bytes) {
+        auto packages = bytes ? NPMParser::dependencies(*bytes, folder, readControl()) : std::nullopt;
+        if (!packages) {
+            warn(Warnings::dependencyFileUnreadable(lockfile, root_));
             return;
         }
-        const std::filesystem::path folder = lockfile.parent_path();
-        append(NPMParser::dependencies(*bytes, folder, readControl()));
+        append(std::move(*packages));
         addSource(Ecosystem::npm, lockfile, "npm lockfile");
         if (isFolder(folder / "node_modules")) {
             addSource(Ecosystem::npm, folder / "node_modules", "Installed packages");
@@ -181,22 +187,24 @@ private:
 
     std::vector<PythonParser::Requirement> readRequirements() {
         std::vector<PythonParser::Requirement> requirements;
-        for (const std::filesystem::path& file : detection_.requirementFiles) {
-            if (const std::optional<std::string> text = readTextFile(file, largestLockfile)) {
-                const std::string name = Text::lowercased(displayName(file));
-                const bool isDev =
-                    name.find("dev") != std::string::npos || name.find("test") != std::string::npos;
-                std::ranges::move(PythonParser::requirementsFromText(*text, isDev),
-                                  std::back_inserter(requirements));
-                addSource(Ecosystem::python, file, "requirements");
+        const auto read = [&](const std::filesystem::path& file, std::string_view kind, const auto& parse) {
+            const std::optional<std::string> text = readTextFile(file, largestLockfile);
+            if (!text) {
+                warn(Warnings::dependencyFileUnreadable(file, root_));
+                return;
             }
+            std::ranges::move(parse(*text), std::back_inserter(requirements));
+            addSource(Ecosystem::python, file, kind);
+        };
+        for (const std::filesystem::path& file : detection_.requirementFiles) {
+            const std::string name = Text::lowercased(displayName(file));
+            const bool isDev =
+                name.find("dev") != std::string::npos || name.find("test") != std::string::npos;
+            read(file, "requirements",
+                 [&](std::string_view text) { return PythonParser::requirementsFromText(text, isDev); });
         }
         for (const std::filesystem::path& file : detection_.poetryLocks) {
-            if (const std::optional<std::string> text = readTextFile(file, largestLockfile)) {
-                std::ranges::move(PythonParser::requirementsFromPoetryLock(*text),
-                                  std::back_inserter(requirements));
-                addSource(Ecosystem::python, file, "Poetry lockfile");
-            }
+            read(file, "Poetry lockfile", PythonParser::requirementsFromPoetryLock);
         }
         return requirements;
     }

@@ -6,6 +6,15 @@
 
 namespace ScanKit::Warnings {
 
+ScanWarning dependencyFileUnreadable(const std::filesystem::path& file, const std::filesystem::path& root) {
+    return {
+        .kind = ScanWarning::Kind::dependencyFileUnreadable,
+        .sentence =
+            displayPath(file, root) +
+            " couldn't be read, so the packages it names are missing here. It may be damaged, or hold the marks of an unfinished merge. Mend it and scan again.",
+    };
+}
+
 ScanWarning swiftPackagesNotCheckedOut() {
     return {
         .kind = ScanWarning::Kind::swiftPackagesNotCheckedOut,

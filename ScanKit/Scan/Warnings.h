@@ -8,6 +8,8 @@
 /// relative to it.
 namespace ScanKit::Warnings {
 
+/// For each file whose packages are missing in the result.
+ScanWarning dependencyFileUnreadable(const std::filesystem::path& file, const std::filesystem::path& root);
 /// Once for a scan, however many packages are missing.
 ScanWarning swiftPackagesNotCheckedOut();
 /// For each npm lockfile without the packages it names; `folder` holds the lockfile.

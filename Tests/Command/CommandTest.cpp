@@ -146,6 +146,12 @@ TEST(Command, FailsOnWhatItIsTold) {
         EXPECT_EQ(outcome.status, listed.empty() ? 0 : 1) << names;
         EXPECT_EQ(outcome.error, listed) << names;
     }
+    // Nothing can be promised of a file that was not read.
+    project.link("requirements.txt", "gone");
+    EXPECT_EQ(quorvane(quoted(project.path())).status, 0);
+    const Outcome unanswered = quorvane("--fail-on networkCopyleft " + quoted(project.path()));
+    EXPECT_EQ(unanswered.status, 2);
+    EXPECT_THAT(unanswered.error, HasSubstr("quorvane: --fail-on can't be answered"));
 }
 
 TEST(Command, RefusesWrongUsageInOneLineWithStatusTwo) {

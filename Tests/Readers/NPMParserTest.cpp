@@ -22,6 +22,8 @@ Names identities(const std::vector<RawDependency>& dependencies) {
 }
 
 /// A project folder in which packages are installed.
+const RawDependency notALockfile{.name = "none"};
+
 class NPMProject : public TemporaryFolder {
 public:
     /// Installs a package below node_modules, such as "a/node_modules/b", under the last part of that path.
@@ -40,7 +42,7 @@ public:
         return result;
     }
     std::vector<RawDependency> locked(std::string_view lockfile, const ReadControl& control = {}) const {
-        return dependencies(lockfile, path(), control);
+        return dependencies(lockfile, path(), control).value_or(std::vector{notALockfile});
     }
     Names lockedNames(std::string_view lockfile) const { return identities(locked(lockfile)); }
 };
@@ -71,9 +73,13 @@ TEST(NPMLockfile, ReadsBothShapesInTheOrderOfInstallPaths) {
     EXPECT_EQ(project.lockedNames(deep), Names{"a-name-of-some-length@"});
     for (const std::string_view text :
          {"", "[]", "\"x\"", R"({"packages": []})", R"({"dependencies": [{}]})"}) {
-        EXPECT_EQ(project.lockedNames(text), Names{}) << text;
+        EXPECT_EQ(project.locked(text), std::vector{notALockfile}) << text;
     }
-    EXPECT_EQ(project.lockedNames(R"({"dependencies": {"a": )" + std::string(5000, '[')), Names{});
+    EXPECT_EQ(project.locked(R"({"dependencies": {"a": )" + std::string(5000, '[')),
+              std::vector{notALockfile});
+    for (const std::string_view empty : {"{}", R"({"packages": {}})", R"({"dependencies": {}})"}) {
+        EXPECT_EQ(project.locked(empty), std::vector<RawDependency>{}) << empty;
+    }
 }
 
 TEST(NPMLockfile, TellsWhatAnEntryStatesButLinksLocalPackagesAndRepeats) {

@@ -62,9 +62,14 @@ std::optional<RawDependency> reported(const LockedPackage& package,
 
 }  // namespace
 
-std::vector<RawDependency> dependencies(std::string_view lockfile, const std::filesystem::path& projectFolder,
-                                        const ReadControl& control) {
-    const std::vector<LockedPackage> locked = lockedPackages(lockfile);
+std::optional<std::vector<RawDependency>> dependencies(std::string_view lockfile,
+                                                       const std::filesystem::path& projectFolder,
+                                                       const ReadControl& control) {
+    const std::optional<std::vector<LockedPackage>> found = lockedPackages(lockfile);
+    if (!found) {
+        return std::nullopt;
+    }
+    const std::vector<LockedPackage>& locked = *found;
     const bool hasModules = isFolder(projectFolder / "node_modules");
     std::vector<std::optional<RawDependency>> packages(locked.size());
     forEachPackage(locked.size(), control, [&](std::size_t i) {

@@ -6,6 +6,7 @@
 #include "ScanKit/Readers/ReadControl.h"
 
 #include <filesystem>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -16,8 +17,9 @@ namespace ScanKit::NPMParser {
 /// The dependencies that a lockfile (package-lock.json, npm-shrinkwrap.json) names, each name and version once,
 /// in the order of their install paths. A package that is installed in the project folder carries its folder and
 /// files, and its own package.json has the last word; others are told from the lockfile alone. One that stands
-/// in several places is development-only when it is so in all of them. Empty when the bytes are no lockfile.
-std::vector<RawDependency> dependencies(std::string_view lockfile, const std::filesystem::path& projectFolder,
-                                        const ReadControl& control = {});
+/// in several places is development-only when it is so in all of them. Absent when the bytes are no lockfile.
+std::optional<std::vector<RawDependency>> dependencies(std::string_view lockfile,
+                                                       const std::filesystem::path& projectFolder,
+                                                       const ReadControl& control = {});
 
 }  // namespace ScanKit::NPMParser

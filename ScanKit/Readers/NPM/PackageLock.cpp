@@ -66,21 +66,25 @@ void appendTree(const JSONValue& entries, const std::string& prefix, std::vector
 
 }  // namespace
 
-std::vector<LockedPackage> lockedPackages(std::string_view lockfile) {
+std::optional<std::vector<LockedPackage>> lockedPackages(std::string_view lockfile) {
     JSONReader reader;
     const std::optional<JSONValue> top = reader.read(lockfile);
-    if (!top) {
-        return {};
+    if (!top || !top->isObject()) {
+        return std::nullopt;
     }
     std::vector<LockedPackage> packages;
     const std::optional<JSONValue> list = top->member("packages");
+    const std::optional<JSONValue> tree = top->member("dependencies");
     const std::vector<JSONValue::Member> entries = list ? list->members() : std::vector<JSONValue::Member>{};
     const auto isObject = [](const JSONValue::Member& member) { return member.second.isObject(); };
     if (list && list->isObject() && std::ranges::all_of(entries, isObject)) {
         packages = packagesOfList(entries);
-    } else if (const std::optional<JSONValue> tree = top->member("dependencies")) {
+    } else if (tree && tree->isObject()) {
         std::size_t pathBytes = 0;
         appendTree(*tree, "", packages, pathBytes);
+    } else if (list || tree) {
+        return std::
+            nullopt;  // a project without packages has neither; this has something else in their place
     }
     std::ranges::stable_sort(packages, {}, &LockedPackage::installPath);
     return packages;

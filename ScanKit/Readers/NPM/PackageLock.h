@@ -20,8 +20,8 @@ struct LockedPackage {
     bool isLink = false;  ///< leads to a folder of the project, and is no package of its own
 };
 
-/// The entries below node_modules, by install path. Every format version: the shape tells, not the number. Empty
-/// when the bytes are no lockfile. Install paths beyond 4,096 bytes, or beyond 64 MiB together, are left out.
-std::vector<LockedPackage> lockedPackages(std::string_view lockfile);
+/// The entries below node_modules, by install path. Every format version: the shape tells, not the number. Absent
+/// when the bytes are no lockfile, such as one with the marks of an unfinished merge. Install paths beyond 4,096 bytes, or beyond 64 MiB together, are left out.
+std::optional<std::vector<LockedPackage>> lockedPackages(std::string_view lockfile);
 
 }  // namespace ScanKit::NPMParser

@@ -30,13 +30,13 @@ std::optional<std::vector<JSONValue>> pinList(const JSONValue& object) {
 }
 
 /// Format version 1 keeps the list one level deeper than the later ones. The version number is not asked.
-std::vector<JSONValue> pinObjects(const JSONValue& top) {
+std::optional<std::vector<JSONValue>> pinObjects(const JSONValue& top) {
     if (const std::optional<JSONValue> object = top.member("object")) {
         if (std::optional<std::vector<JSONValue>> list = pinList(*object)) {
-            return std::move(*list);
+            return list;
         }
     }
-    return pinList(top).value_or(std::vector<JSONValue>{});
+    return pinList(top);
 }
 
 bool isLocal(const JSONValue& pin) {
@@ -93,14 +93,15 @@ std::string Pin::displayVersion() const {
     return branch.value_or("unversioned");
 }
 
-std::vector<Pin> pins(std::string_view resolvedFile) {
+std::optional<std::vector<Pin>> pins(std::string_view resolvedFile) {
     JSONReader reader;
-    std::vector<Pin> result;
     const std::optional<JSONValue> top = reader.read(resolvedFile);
-    if (!top) {
-        return result;
+    const auto objects = top ? pinObjects(*top) : std::nullopt;
+    if (!objects) {
+        return std::nullopt;
     }
-    for (const JSONValue& object : pinObjects(*top)) {
+    std::vector<Pin> result;
+    for (const JSONValue& object : *objects) {
         if (std::optional<Pin> pin = pinOf(object)) {
             result.push_back(std::move(*pin));
         }

@@ -24,8 +24,8 @@ struct Pin {
 };
 
 /// The pins of one Package.resolved file of any format version, in file order. Local packages are left out.
-/// Empty when the bytes are no such file.
-std::vector<Pin> pins(std::string_view resolvedFile);
+/// Absent when the bytes are no such file.
+std::optional<std::vector<Pin>> pins(std::string_view resolvedFile);
 
 /// The package name that a repository address ends in: "Repo" of "https://host/owner/Repo.git" and of
 /// "git@host:Repo.git". Empty when there is none.
