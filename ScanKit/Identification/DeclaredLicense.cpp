@@ -48,6 +48,8 @@ DeclaredLicense declaredLicense(const RawDependency& package) {
         license.expression = LicenseExpression::parse(*text);
         license.basis = license.expression ? LicenseBasis::classifier : LicenseBasis::none;
     }
+    const bool saysSomething = package.declared && !Text::isBlank(*package.declared);
+    license.isUnrecognized = !license.expression && (saysSomething || !package.classifiers.empty());
     return license;
 }
 

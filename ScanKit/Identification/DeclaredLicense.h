@@ -15,6 +15,8 @@ struct DeclaredLicense {
     LicenseBasis basis = LicenseBasis::none;  ///< `metadata` or `classifier` when there is an expression
     /// "UNLICENSED", or "SEE LICENSE IN" a file: terms of the package's own.
     bool isCustom = false;
+    /// The metadata says something, and it names no license that is known.
+    bool isUnrecognized = false;
 };
 
 /// Reads the declared text, then the classifiers. A text that is long or has several lines is a license pasted

@@ -165,9 +165,12 @@ LicenseDecision decideLicense(const DeclaredLicense& declared, const Readings& r
         .chosen = declared.expression, .basis = declared.basis, .declared = declared.expression};
     const std::vector<const Match*> matches = matchesOf(readings);
     const bool agree = declared.expression && agrees(*declared.expression, readings);
-    const bool countFiles =
-        !declared.expression || agree ||
-        std::ranges::any_of(readings, [](const auto& reading) { return reading->isUsable(); });
+    // A package that declares terms of its own may end its text with the licenses of what it bundles: such matches decide
+    // nothing. With no declaration at all they are the only evidence there is.
+    const bool isOnlyEvidence = !declared.expression && !declared.isUnrecognized;
+    const bool countFiles = isOnlyEvidence || agree || std::ranges::any_of(readings, [](const auto& reading) {
+                                return reading->isUsable();
+                            });
     if (matches.empty() || !countFiles) {
         return decision;
     }

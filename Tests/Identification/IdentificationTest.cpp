@@ -109,6 +109,11 @@ TEST(Identify, WeighsMetadataAgainstTheFiles) {
         {"UNLICENSED", {standard("MIT")}, "UNLICENSED by metadata, proprietary, mismatch"},
         {"unlicensed", {}, "UNLICENSED by metadata, proprietary"},
         {"SEE LICENSE IN terms.txt", {standard("MIT")}, "MIT by text"},
+        // Terms of its own, and at their end the license of something bundled: only where nothing is declared is that
+        // the best there is.
+        {"SEE LICENSE IN terms.txt", {prose + standard("MIT")}, "nothing by none, proprietary"},
+        {"Custom-1.0", {prose + standard("MIT")}, "nothing by none, unknown"},
+        {"", {prose + standard("MIT")}, "MIT by text"},
         {"see license in terms.txt", {"Our own terms."}, "nothing by none, proprietary"},
         {"Custom", {"Our own terms."}, "nothing by none, unknown"},
         {"Public Domain", {}, "PublicDomain by metadata"},
