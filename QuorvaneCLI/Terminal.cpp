@@ -13,16 +13,6 @@ namespace {
 
 constexpr std::size_t usualColumns = 80;
 
-/// Characters that print nothing of their own but change what stands around them.
-constexpr bool reordersText(char32_t scalar) {
-    return scalar == 0x061C || scalar == 0x200E || scalar == 0x200F ||
-           (scalar >= 0x202A && scalar <= 0x202E) || (scalar >= 0x2066 && scalar <= 0x2069);
-}
-
-constexpr bool isControl(char32_t scalar) {
-    return scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0);
-}
-
 /// The picture that Unicode has for a control character: U+2400 and on.
 std::string picture(char32_t scalar) {
     if (scalar < 0x20) {
@@ -38,7 +28,8 @@ std::string safe(std::string_view text) {
     for (std::size_t i = 0; i < text.size();) {
         const std::size_t at = i;
         const char32_t scalar = ScanKit::Text::nextScalar(text, i);
-        if (isControl(scalar) || reordersText(scalar) || ScanKit::Text::isLineBreak(scalar)) {
+        if (ScanKit::Text::isControl(scalar) || ScanKit::Text::turnsDirection(scalar) ||
+            ScanKit::Text::isLineBreak(scalar)) {
             result += picture(scalar);
         } else if (scalar == 0xFFFD) {
             result += "\uFFFD";

@@ -46,7 +46,7 @@ constexpr auto commandRows = std::to_array<CommandRow>({
     {Command::about, "about", QT_TRANSLATE_NOOP("AppCommands", "About Quorvane"), "", QAction::AboutRole},
     {Command::quit, "quit", QT_TRANSLATE_NOOP("AppCommands", "Quit"), "Ctrl+Q", QAction::QuitRole},
 });
-static_assert(ScanKit::hasRowForEachEnumerator(commandRows));
+static_assert(ScanKit::hasRowForEachEnumerator(commandRows), "each enumerator needs its row here");
 
 struct FilterRow {
     Command command;

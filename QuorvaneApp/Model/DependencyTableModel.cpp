@@ -24,7 +24,7 @@ constexpr auto columnRows = std::to_array<ColumnRow>({
     {DependencyColumn::foundBy, QT_TRANSLATE_NOOP("DependencyTableModel", "Found by")},
     {DependencyColumn::flag, QT_TRANSLATE_NOOP("DependencyTableModel", "Flag")},
 });
-static_assert(ScanKit::hasRowForEachEnumerator(columnRows));
+static_assert(ScanKit::hasRowForEachEnumerator(columnRows), "each enumerator needs its row here");
 
 QString cellText(const Dependency& dependency, DependencyColumn column) {
     switch (column) {

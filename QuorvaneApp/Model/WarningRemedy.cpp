@@ -20,7 +20,7 @@ constexpr auto remedyRows = std::to_array<RemedyRow>({
     {Kind::npmPackagesNotListed, WarningRemedy::rescan},
     {Kind::pythonEnvironmentMissing, WarningRemedy::choosePythonEnvironment},
 });
-static_assert(ScanKit::hasRowForEachEnumerator(remedyRows));
+static_assert(ScanKit::hasRowForEachEnumerator(remedyRows), "each enumerator needs its row here");
 
 }  // namespace
 

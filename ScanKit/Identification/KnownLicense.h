@@ -22,6 +22,16 @@ struct KnownLicense {
     bool operator==(const KnownLicense&) const = default;
 };
 
+/// The family of an id: "GPL-2.0" of "GPL-2.0-or-later". One text serves all of a family.
+constexpr std::string_view familyOf(std::string_view id) {
+    for (const std::string_view suffix : {"-only", "-or-later", "-no-copyleft-exception"}) {
+        if (id.ends_with(suffix)) {
+            id.remove_suffix(suffix.size());
+        }
+    }
+    return id;
+}
+
 /// The known licenses, in the order in which they are displayed. All views live as long as the program.
 std::span<const KnownLicense> knownLicenses();
 

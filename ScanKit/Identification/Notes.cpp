@@ -27,7 +27,7 @@ constexpr auto notOnDiskNotes = std::to_array<NotOnDiskRow>({
     {Ecosystem::python,
      "The package isn't installed in the chosen environment, so its license couldn't be read. Choose the virtual environment it's installed in."},
 });
-static_assert(hasRowForEachEnumerator(notOnDiskNotes));
+static_assert(hasRowForEachEnumerator(notOnDiskNotes), "each enumerator needs its row here");
 
 /// A note that a license calls for by how its identifier begins.
 struct WeakCopyleftRow {

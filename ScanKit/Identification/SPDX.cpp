@@ -162,8 +162,6 @@ constexpr auto replacements = std::to_array<Alias>({
     {"\u201D", "\""},
 });
 
-constexpr auto suffixes = std::to_array<std::string_view>({"-only", "-or-later", "-no-copyleft-exception"});
-
 constexpr std::string_view classifierPrefix = "License ::";
 
 /// The rows by their ids in lower case.
@@ -257,14 +255,7 @@ std::optional<std::string_view> normalize(std::string_view text) {
 }
 
 std::string baseID(std::string_view identifier) {
-    std::string_view base = canonicalID(identifier).value_or(identifier);
-    // One after the other, each once: no known id carries two.
-    for (const std::string_view suffix : suffixes) {
-        if (base.ends_with(suffix)) {
-            base.remove_suffix(suffix.size());
-        }
-    }
-    return std::string(base);
+    return std::string(familyOf(canonicalID(identifier).value_or(identifier)));
 }
 
 std::optional<std::string_view> licenseFromClassifier(std::string_view classifier) {

@@ -27,7 +27,16 @@ constexpr auto listRows = std::to_array<ListRow>({
 });
 /// All members of the record are vectors, of one size whatever they hold: beside the lists of paths there is the
 /// list of project names. A list without a row would make a project that has nothing else look empty.
-static_assert(sizeof(Detection) == (listRows.size() + 1) * sizeof(Paths));
+static_assert(sizeof(Detection) == (listRows.size() + 1) * sizeof(Paths),
+              "each list of Detection needs its row");
+static_assert(std::tuple_size_v<decltype(Detection().fields())> == listRows.size() + 1,
+              "each list of Detection belongs into fields()");
+
+consteval bool isFoundBySomeList(Ecosystem ecosystem) {
+    return std::ranges::any_of(listRows, [&](const ListRow& row) { return row.standsFor == ecosystem; });
+}
+static_assert(std::ranges::all_of(allEcosystems, isFoundBySomeList),
+              "each ecosystem needs a list that stands for it");
 
 }  // namespace
 

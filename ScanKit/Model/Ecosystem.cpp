@@ -14,7 +14,7 @@ constexpr auto rows = std::to_array<EcosystemRow>({
     {Ecosystem::npm, "npm", "npm", "npm"},
     {Ecosystem::python, "python", "Python", "Python"},
 });
-static_assert(hasRowForEachEnumerator(rows));
+static_assert(hasRowForEachEnumerator(rows), "each enumerator needs its row here");
 
 }  // namespace
 

@@ -58,6 +58,11 @@ consteval bool hasRowForEachEnumerator(const std::array<Row, count>& rows) {
                 return false;
             }
         }
+        if constexpr (requires { rows[i].shortLabel.empty(); }) {
+            if (rows[i].shortLabel.empty()) {
+                return false;
+            }
+        }
     }
     return true;
 }

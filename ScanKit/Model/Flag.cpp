@@ -20,7 +20,7 @@ constexpr auto rows = std::to_array<FlagRow>({
     {Flag::notOnDisk, "notOnDisk", "Not on this Mac", medium},
     {Flag::noLicenseFile, "noLicenseFile", "No license file", low},
 });
-static_assert(hasRowForEachEnumerator(rows));
+static_assert(hasRowForEachEnumerator(rows), "each enumerator needs its row here");
 
 }  // namespace
 

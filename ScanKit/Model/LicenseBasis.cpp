@@ -17,7 +17,7 @@ constexpr auto rows = std::to_array<LicenseBasisRow>({
     {LicenseBasis::notice, "notice", "License notice", "Notice"},
     {LicenseBasis::none, "none", "Not found", "—"},
 });
-static_assert(hasRowForEachEnumerator(rows));
+static_assert(hasRowForEachEnumerator(rows), "each enumerator needs its row here");
 
 }  // namespace
 

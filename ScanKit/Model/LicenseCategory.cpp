@@ -18,7 +18,7 @@ constexpr auto rows = std::to_array<LicenseCategoryRow>({
     {LicenseCategory::proprietary, "proprietary", "Not open source"},
     {LicenseCategory::unknown, "unknown", "Unknown"},
 });
-static_assert(hasRowForEachEnumerator(rows));
+static_assert(hasRowForEachEnumerator(rows), "each enumerator needs its row here");
 
 }  // namespace
 

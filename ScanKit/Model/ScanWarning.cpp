@@ -19,7 +19,7 @@ constexpr auto rows = std::to_array<KindRow>({
     {npmPackagesNotListed, "npmPackagesNotListed"},
     {pythonEnvironmentMissing, "pythonEnvironmentMissing"},
 });
-static_assert(hasRowForEachEnumerator(rows));
+static_assert(hasRowForEachEnumerator(rows), "each enumerator needs its row here");
 
 }  // namespace
 

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstddef>
+#include <utility>
 
 namespace ScanKit {
 namespace {
@@ -28,9 +29,16 @@ consteval bool rowsAreComplete() {
             return false;
         }
     }
-    return !isEnumerator<static_cast<ReportFormats>(1U << rows.size())>();
+    return true;
 }
-static_assert(rowsAreComplete(), "each bit of ReportFormats needs its row, in the order of the bits");
+
+/// The bits that have a name, wherever they stand.
+template <std::size_t... bit>
+consteval std::size_t namedBits(std::index_sequence<bit...>) {
+    return (std::size_t{isEnumerator<static_cast<ReportFormats>(1U << bit)>()} + ...);
+}
+static_assert(rowsAreComplete() && namedBits(std::make_index_sequence<32>()) == rows.size(),
+              "each bit of ReportFormats needs its row, in the order of the bits");
 
 }  // namespace
 

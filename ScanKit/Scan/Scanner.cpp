@@ -63,7 +63,7 @@ private:
             {Ecosystem::npm, &Run::readNPM},
             {Ecosystem::python, &Run::readPython},
         });
-        static_assert(hasRowForEachEnumerator(readers));
+        static_assert(hasRowForEachEnumerator(readers), "each enumerator needs its row here");
         for (const ReaderRow& reader : readers) {
             if (options_.ecosystems.contains(reader.value)) {
                 (this->*reader.read)();

@@ -104,16 +104,6 @@ void walkCharacters(std::string_view text, Body body) {
     utext_close(opened);
 }
 
-constexpr bool isControl(char32_t scalar) {
-    return scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0);
-}
-
-/// Marks, embeddings, overrides and isolates of bidirectional text.
-constexpr bool turnsDirection(char32_t scalar) {
-    return scalar == 0x061C || scalar == 0x200E || scalar == 0x200F ||
-           (scalar >= 0x202A && scalar <= 0x202E) || (scalar >= 0x2066 && scalar <= 0x2069);
-}
-
 constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
 
 }  // namespace

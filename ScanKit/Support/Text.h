@@ -25,6 +25,16 @@ constexpr bool isLineBreak(char32_t scalar) {
     return (scalar >= 0x0A && scalar <= 0x0D) || scalar == 0x85 || scalar == 0x2028 || scalar == 0x2029;
 }
 
+/// A control character of ASCII or of Latin-1, which may do something to a terminal.
+constexpr bool isControl(char32_t scalar) {
+    return scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0);
+}
+/// Marks, embeddings, overrides and isolates of bidirectional text: they can show the text around them in another order.
+constexpr bool turnsDirection(char32_t scalar) {
+    return scalar == 0x061C || scalar == 0x200E || scalar == 0x200F ||
+           (scalar >= 0x202A && scalar <= 0x202E) || (scalar >= 0x2066 && scalar <= 0x2069);
+}
+
 /// Without the white space, line breaks included, at both ends.
 std::string_view trimmed(std::string_view text);
 /// Without the spaces and tabs (not line breaks) at both ends.

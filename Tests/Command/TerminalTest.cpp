@@ -41,7 +41,8 @@ TEST(Terminal, ShowsControlCharactersInPlaceOfSendingThem) {
         {"\x1b[31mred\x1b]0;title\a", "␛[31mred␛]0;title␇"},
         {"a\nb\tc\rd\x01\x1F e", "a␊b␉c␍d␁␟ e"},
         {"\u0080\u009b31m\u009F\u00A0", "\\u{80}\\u{9B}31m\\u{9F}\u00A0"},
-        {"\u061C\u200E\u200F\u2010", "\\u{61C}\\u{200E}\\u{200F}\u2010"},
+        {"\u061C\u200D\u200E\u200F\u2010", "\\u{61C}\u200D\\u{200E}\\u{200F}\u2010"},
+        {"‡\u202F\u2065\u206A", "‡\u202F\u2065\u206A"},
         {"a\u202A\u202Egpj.exe\u2066\u2069", "a\\u{202A}\\u{202E}gpj.exe\\u{2066}\\u{2069}"},
         {"a\u2028b\x7F\xFF\xC3", "a\\u{2028}b␡\uFFFD\uFFFD"},
     };

@@ -4,11 +4,13 @@
 #include "QuorvaneApp/Views/Results/Sidebar.h"
 #include "Tests/QuorvaneApp/WindowFixture.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QDragEnterEvent>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -327,6 +329,11 @@ private Q_SLOTS:
     void everyShortcutDoesItsCommand() {
         WindowFixture fixture(alwaysFinding(sample()));
         QVERIFY(fixture.isActive && fixture.open());
+        for (const QAction* command : fixture.commands.findChildren<QAction*>()) {
+            const auto isMenu = [](const QObject* one) { return qobject_cast<const QMenu*>(one) != nullptr; };
+            QVERIFY2(std::ranges::any_of(command->associatedObjects(), isMenu),
+                     qPrintable(command->objectName()));
+        }
         fixture.press(Qt::Key_O);
         QCOMPARE(fixture.chooser.questions.back().prompt, u"Scan"_s);
         fixture.press(Qt::Key_R);

@@ -59,8 +59,8 @@ struct Ink {
     int grey = 255;
 };
 
-Ink inkOf(const PDFReport::Op& op, PDFCanvas& canvas) {
-    const std::string picture = Document(canvas.draw({.pages = {{op}}})).picture();
+Ink inkOf(const PDFReport::Page& page, PDFCanvas& canvas) {
+    const std::string picture = Document(canvas.draw({.pages = {page}})).picture();
     std::istringstream header(picture);
     std::string kind;
     std::size_t width = 0, height = 0, most = 0;
@@ -90,7 +90,7 @@ TEST(PDFCanvas, DrawsShapesInTheirPlacesAndColours) {
              {"a box, its line inside", PDFReport::Stroke{place, blue}, {100, 200, 180, 210, 255}},
              {"a line", PDFReport::Line{{100, 200}, {180, 200}, blue}, {100, 199.6, 180, 200.4, 113}},
          }) {
-        const Ink drawn = inkOf(op, canvas);
+        const Ink drawn = inkOf({op}, canvas);
         EXPECT_TRUE(std::abs(drawn.left - ink.left) < 0.3 && std::abs(drawn.top - ink.top) < 0.3 &&
                     std::abs(drawn.right - ink.right) < 0.3 && std::abs(drawn.bottom - ink.bottom) < 0.3 &&
                     std::abs(drawn.grey - ink.grey) < 3)
@@ -110,13 +110,21 @@ TEST(PDFCanvas, DrawsTextInsideItsRectangle) {
                                           {String{marksAbove}, false},
                                           {String{marksBelow}, false}}) {
         const double width = canvas.width(string), height = canvas.lines(string, 300).front().height;
-        const Ink ink = inkOf(PDFReport::Text{string, {100, 200, 300, height}, isRight}, canvas);
+        const Ink ink = inkOf({PDFReport::Text{string, {100, 200, 300, height}, isRight}}, canvas);
         const double left = isRight ? 400 - width : 100;
         EXPECT_TRUE(std::abs(ink.left - left) < 2 && std::abs(ink.right - left - width) < 4 &&
                     ink.top > 200 - 2 && ink.bottom < 200 + height + 2)
             << string.text << " of " << width << " points is drawn from " << ink.left << ", " << ink.top
             << " to " << ink.right << ", " << ink.bottom;
     }
+}
+
+TEST(PDFCanvas, GoesOnBehindATextThatItClipped) {
+    PDFCanvas canvas;
+    const String marks{"x\u0301\u0301\u0301\u0301\u0301\u0301\u0301\u0301\u0301"};
+    const Ink ink =
+        inkOf({PDFReport::Text{marks, {100, 200, 300, 12}}, PDFReport::Fill{{100, 230, 80, 10}, {}}}, canvas);
+    EXPECT_NEAR(ink.bottom, 240, 1);
 }
 
 TEST(PDFCanvas, MeasuresSizeWeightAndSpacing) {
@@ -135,6 +143,8 @@ TEST(PDFCanvas, MeasuresSizeWeightAndSpacing) {
     const std::string ten = "WWWWWWWWWW";
     EXPECT_EQ(canvas.lines({ten}, canvas.width({ten}) + 1).size(), 1U);
     EXPECT_EQ(canvas.lines({.text = ten, .letterSpacing = 2}, canvas.width({ten}) * 1.15).size(), 2U);
+    const std::string dashes = "——————————";  // each wider than three letters of its bytes
+    EXPECT_EQ(canvas.lines({dashes}, canvas.width({dashes}) - 10).size(), 2U);
 }
 
 TEST(PDFCanvas, FillsEachLineToTheWidthAndNoFurther) {

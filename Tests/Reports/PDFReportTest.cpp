@@ -241,11 +241,20 @@ TEST(PDFReport, GoesOnOnTheNextPagesWithARowHigherThanOne) {
     EXPECT_EQ(squares, 2) << "the severity is drawn once";
 }
 
+TEST(PDFReport, FillsThePageBeforeALongTextGoesOnOnTheNext) {
+    ScanResult result = resultOf({{.name = "one"}});
+    result.sources.assign(2'000, {Ecosystem::npm, "some/folder/package-lock.json", "npm lockfile"});
+    const PDFReport report = laidOut(result);
+    const Texts texts = textsOf(report.pages.front());
+    EXPECT_GT(texts.back().rectangle.y + texts.back().rectangle.height, PDFReport::contentEnd - 20);
+}
+
 TEST(PDFReport, ShortensALongNameInTheFooterAlone) {
     PDFCanvas canvas;
     const std::string rest = " · Third-party license report · January 5, 2026 · Not legal advice";
     for (const char letter : std::string("WMm0eriI")) {
-        for (const std::size_t letters : {10, 40, 199, letter == 'W' ? 410 : 201}) {  // 410: to a page's foot
+        for (const std::size_t letters :
+             {10U, 40U, 199U, letter == 'W' ? 410U : 201U}) {  // 410: to a page's foot
             const std::string name = "Ü" + std::string(letters, letter);
             const PDFReport report = PDFReport::laidOut(resultOf({}), {.projectName = name}, canvas);
             const PDFReport::Text footer = textsOf(report.pages.front(), true).front();

@@ -35,7 +35,7 @@ constexpr auto categoryMeanings = std::to_array<Meaning<LicenseCategory>>({
      "The license is not an open-source license. Read its terms before you use the package."},
     {LicenseCategory::unknown, "The license was not recognized, so nothing can be said about it."},
 });
-static_assert(ScanKit::hasRowForEachEnumerator(categoryMeanings));
+static_assert(ScanKit::hasRowForEachEnumerator(categoryMeanings), "each enumerator needs its row here");
 
 constexpr auto flagMeanings = std::to_array<Meaning<Flag::Case>>({
     {Flag::networkCopyleft,
@@ -53,7 +53,7 @@ constexpr auto flagMeanings = std::to_array<Meaning<Flag::Case>>({
     {Flag::noLicenseFile,
      "The license is known, but the package ships no text of it. This alone needs no review."},
 });
-static_assert(ScanKit::hasRowForEachEnumerator(flagMeanings));
+static_assert(ScanKit::hasRowForEachEnumerator(flagMeanings), "each enumerator needs its row here");
 
 constexpr auto basisMeanings = std::to_array<Meaning<LicenseBasis>>({
     {LicenseBasis::metadataAndText,
@@ -64,7 +64,7 @@ constexpr auto basisMeanings = std::to_array<Meaning<LicenseBasis>>({
     {LicenseBasis::notice, "A short notice in a file names the license; its full text was not found."},
     {LicenseBasis::none, "Nothing was found."},
 });
-static_assert(ScanKit::hasRowForEachEnumerator(basisMeanings));
+static_assert(ScanKit::hasRowForEachEnumerator(basisMeanings), "each enumerator needs its row here");
 
 template <typename Value, std::size_t count>
 QString definitions(const std::array<Meaning<Value>, count>& meanings) {

@@ -4,6 +4,7 @@
 #include "QuorvaneApp/Model/DependencyTableModel.h"
 #include "QuorvaneApp/Views/Controls/PaddedStyle.h"
 #include "QuorvaneApp/Views/Results/DependencyDelegate.h"
+#include "ScanKit/Model/EnumerationTable.h"
 
 #include <algorithm>
 #include <array>
@@ -26,19 +27,20 @@ constexpr std::size_t mostKeptRows = 1000;
 
 /// The columns whose words are known are as wide as these; the others share what is left.
 struct ColumnWidth {
-    DependencyColumn column;
+    DependencyColumn value;
     int share;                ///< of what is left, in hundredths; 0 for a column as wide as its words
     int leastCharacters;      ///< of a column that shares
     const char* longestWord;  ///< of a column that does not
 };
-constexpr std::array<ColumnWidth, 6> columnWidths{{
+constexpr auto columnWidths = std::to_array<ColumnWidth>({
     {DependencyColumn::package, 30, 14, ""},
     {DependencyColumn::version, 13, 8, ""},
     {DependencyColumn::ecosystem, 0, 0, "Swift packages"},
     {DependencyColumn::license, 25, 12, ""},
     {DependencyColumn::foundBy, 0, 0, "Metadata + file"},
     {DependencyColumn::flag, 32, 18, ""},
-}};
+});
+static_assert(ScanKit::hasRowForEachEnumerator(columnWidths), "each enumerator needs its row here");
 
 constexpr int cellPadding = 24;
 
@@ -94,14 +96,14 @@ void DependencyTable::shareWidth() {
         if (width.share == 0) {
             const int needed =
                 fontMetrics().horizontalAdvance(QLatin1StringView(width.longestWord)) + cellPadding;
-            setColumnWidth(static_cast<int>(width.column), needed);
+            setColumnWidth(static_cast<int>(width.value), needed);
             left -= needed;
         }
     }
     for (const ColumnWidth& width : columnWidths) {
         if (width.share != 0) {
             const int least = width.leastCharacters * fontMetrics().averageCharWidth();
-            setColumnWidth(static_cast<int>(width.column), std::max(left * width.share / 100, least));
+            setColumnWidth(static_cast<int>(width.value), std::max(left * width.share / 100, least));
         }
     }
 }

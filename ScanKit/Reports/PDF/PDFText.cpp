@@ -33,12 +33,8 @@ bool isPlainText(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
 }
 
-bool isControl(char32_t scalar) {
-    return scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0) || Text::isLineBreak(scalar);
-}
-
 /// Embeddings, overrides and isolates: a name could show the text around it in another order.
-bool turnsDirection(char32_t scalar) {
+bool embeds(char32_t scalar) {
     return (scalar >= 0x202A && scalar <= 0x202E) || (scalar >= 0x2066 && scalar <= 0x2069);
 }
 
@@ -58,10 +54,10 @@ std::string displayText(std::string_view text) {
     for (std::size_t end = 0; end < valid.size();) {
         const std::size_t begin = end;
         const char32_t scalar = Text::nextScalar(valid, end);
-        if (isControl(scalar)) {
+        if (Text::isControl(scalar) || Text::isLineBreak(scalar)) {
             shown += ' ';
             // Left out rather than shown: a mark in a name would only puzzle the reader of a report.
-        } else if (!turnsDirection(scalar)) {
+        } else if (!embeds(scalar)) {
             shown.append(valid, begin, end - begin);
         }
     }
