@@ -184,7 +184,7 @@ TEST(Command, RefusesWrongUsageInOneLineWithStatusTwo) {
 
 TEST(Command, SaysWhyWhatItWritesDoesNotArrive) {
     const TemporaryFolder project, output{{"file", ""}};
-    for (const std::size_t letters : {1, 100'000}) {  // within the buffer, and beyond it
+    for (const std::size_t letters : {1U, 100'000U}) {  // within the buffer, and beyond it
         project.write("requirements.txt", std::string(letters, 'x') + "\n");
         const Outcome full = quorvane(quoted(project.path()), "", "/dev/full");
         EXPECT_EQ(full.status, 2);
