@@ -14,18 +14,18 @@ namespace {
 
 constexpr auto rows = std::to_array<ReportFormat>({
     {ReportFormats::pdf, "pdf", "PDF license report (summary, flags, every dependency)",
-     " License Report.pdf", &PDFReport::document},
+     " License Report.pdf", PDFReport::document},
     {ReportFormats::notice, "notice", "NOTICE.txt (every package with its license text)", "NOTICE.txt",
-     &Exports::notice},
-    {ReportFormats::csv, "csv", "CSV (one row per package)", " Dependencies.csv", &Exports::csv},
-    {ReportFormats::json, "json", "JSON", " Dependencies.json", &Exports::json},
+     Exports::notice},
+    {ReportFormats::csv, "csv", "CSV (one row per package)", " Dependencies.csv", Exports::csv},
+    {ReportFormats::json, "json", "JSON", " Dependencies.json", Exports::json},
 });
 
 consteval bool rowsAreComplete() {
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const ReportFormat& row = rows[i];
         if (row.bit != static_cast<ReportFormats>(1U << i) || row.rawValue.empty() || row.title.empty() ||
-            row.fileName.empty() || row.bytes == nullptr) {
+            row.fileName.empty()) {
             return false;
         }
     }

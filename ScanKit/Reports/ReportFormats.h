@@ -25,7 +25,7 @@ struct ReportFormat {
     std::string_view rawValue;  ///< the name for a command line: "notice"
     std::string_view title;     ///< what people read: "NOTICE.txt (every package with its license text)"
     std::string_view fileName;  ///< begins with a blank when the project's name stands before it
-    std::string (*bytes)(const ScanResult&, const ReportOptions&);  ///< the finished file
+    std::string (&bytes)(const ScanResult&, const ReportOptions&);  ///< the finished file
 };
 
 /// The reports, in the order in which they are written.
