@@ -3,11 +3,17 @@
 #include "ScanKit/Support/Credentials.h"
 #include "ScanKit/Support/Text.h"
 
+#include <utility>
+
 namespace ScanKit {
 namespace {
 
-std::string fieldOf(const std::string& text) {
-    return Text::oneLine(withoutCredentials(text));
+void makeField(std::string& text) {
+    // Few texts hold what an address with a user needs, and this is asked of every package.
+    if (text.find('@') != std::string::npos) {
+        text = withoutCredentials(text);
+    }
+    text = Text::oneLine(std::move(text));
 }
 
 std::string withLineFeeds(std::string_view text) {
@@ -17,10 +23,10 @@ std::string withLineFeeds(std::string_view text) {
 }  // namespace
 
 void makeReportable(RawDependency& package) {
-    package.name = fieldOf(package.name);
-    package.version = fieldOf(package.version);
+    makeField(package.name);
+    makeField(package.version);
     if (package.source) {
-        package.source = fieldOf(*package.source);
+        makeField(*package.source);
     }
     if (package.declared) {
         package.declared = withLineFeeds(withoutCredentials(*package.declared));

@@ -79,9 +79,12 @@ std::string displayPath(const std::filesystem::path& path, const std::filesystem
 }
 
 std::string displayName(const std::filesystem::path& path) {
+    if (path.has_filename()) {
+        return Text::oneLine(path.filename().string());
+    }
+    // Only a folder written with its slash takes the time of putting a path in order.
     const std::filesystem::path normal = standardized(path);
-    const std::filesystem::path name = normal.has_filename() ? normal.filename() : normal.root_directory();
-    return Text::oneLine(name.string());
+    return Text::oneLine((normal.has_filename() ? normal.filename() : normal.root_directory()).string());
 }
 
 }  // namespace ScanKit

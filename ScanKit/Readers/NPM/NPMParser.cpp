@@ -65,7 +65,7 @@ std::optional<RawDependency> reported(const LockedPackage& package,
 std::optional<std::vector<RawDependency>> dependencies(std::string_view lockfile,
                                                        const std::filesystem::path& projectFolder,
                                                        const ReadControl& control) {
-    const std::optional<std::vector<LockedPackage>> found = lockedPackages(lockfile);
+    const std::optional<std::vector<LockedPackage>> found = lockedPackages(lockfile, control);
     if (!found) {
         return std::nullopt;
     }

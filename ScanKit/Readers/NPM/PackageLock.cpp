@@ -17,6 +17,12 @@ constexpr std::size_t longestInstallPath = 4096;
 /// out.
 constexpr std::size_t mostPathBytes = 64 << 20;
 
+/// One entry as it is found; what it says is taken from it later, many at a time.
+struct Entry {
+    std::string installPath;
+    JSONValue description;
+};
+
 LockedPackage packageOf(std::string installPath, const JSONValue& entry) {
     const auto isTrue = [&entry](std::string_view member) { return entry.booleanMember(member) == true; };
     LockedPackage package{.name = installPath.substr(installPath.rfind(modulesPrefix) + modulesPrefix.size()),
@@ -37,20 +43,20 @@ LockedPackage packageOf(std::string installPath, const JSONValue& entry) {
 
 /// Versions 2 and 3 list all packages by path. The project itself and its workspaces stand there too, under paths
 /// without node_modules.
-std::vector<LockedPackage> packagesOfList(const std::vector<JSONValue::Member>& entries) {
-    std::vector<LockedPackage> packages;
-    for (const auto& [path, entry] : entries) {
+std::vector<Entry> entriesOfList(const std::vector<JSONValue::Member>& members) {
+    std::vector<Entry> entries;
+    for (const auto& [path, entry] : members) {
         if (path.find(modulesPrefix) != std::string_view::npos) {
-            packages.push_back(packageOf(std::string(path), entry));
+            entries.push_back({std::string(path), entry});
         }
     }
-    return packages;
+    return entries;
 }
 
 /// Version 1 nests the packages as their folders are nested.
-void appendTree(const JSONValue& entries, const std::string& prefix, std::vector<LockedPackage>& packages,
+void appendTree(const JSONValue& tree, const std::string& prefix, std::vector<Entry>& entries,
                 std::size_t& pathBytes) {
-    for (const auto& [name, entry] : entries.members()) {
+    for (const auto& [name, entry] : tree.members()) {
         std::string path = prefix + std::string(modulesPrefix) + std::string(name);
         if (!entry.isObject() || path.size() > longestInstallPath ||
             pathBytes + path.size() > mostPathBytes) {
@@ -58,35 +64,41 @@ void appendTree(const JSONValue& entries, const std::string& prefix, std::vector
         }
         pathBytes += path.size();
         if (const std::optional<JSONValue> nested = entry.member("dependencies")) {
-            appendTree(*nested, path + "/", packages, pathBytes);
+            appendTree(*nested, path + "/", entries, pathBytes);
         }
-        packages.push_back(packageOf(std::move(path), entry));
+        entries.push_back({std::move(path), entry});
     }
 }
 
 }  // namespace
 
-std::optional<std::vector<LockedPackage>> lockedPackages(std::string_view lockfile) {
+std::optional<std::vector<LockedPackage>> lockedPackages(std::string_view lockfile,
+                                                         const ReadControl& control) {
     JSONReader reader;
     const std::optional<JSONValue> top = reader.read(lockfile);
     if (!top || !top->isObject()) {
         return std::nullopt;
     }
-    std::vector<LockedPackage> packages;
+    std::vector<Entry> entries;
     const std::optional<JSONValue> list = top->member("packages");
     const std::optional<JSONValue> tree = top->member("dependencies");
-    const std::vector<JSONValue::Member> entries = list ? list->members() : std::vector<JSONValue::Member>{};
+    const std::vector<JSONValue::Member> members = list ? list->members() : std::vector<JSONValue::Member>{};
     const auto isObject = [](const JSONValue::Member& member) { return member.second.isObject(); };
-    if (list && list->isObject() && std::ranges::all_of(entries, isObject)) {
-        packages = packagesOfList(entries);
+    if (list && list->isObject() && std::ranges::all_of(members, isObject)) {
+        entries = entriesOfList(members);
     } else if (tree && tree->isObject()) {
         std::size_t pathBytes = 0;
-        appendTree(*tree, "", packages, pathBytes);
+        appendTree(*tree, "", entries, pathBytes);
     } else if (list || tree) {
         return std::
             nullopt;  // a project without packages has neither; this has something else in their place
     }
-    std::ranges::stable_sort(packages, {}, &LockedPackage::installPath);
+    std::ranges::stable_sort(entries, {}, &Entry::installPath);
+    std::vector<LockedPackage> packages(entries.size());
+    const auto read = [&](std::size_t i) {
+        packages[i] = packageOf(std::move(entries[i].installPath), entries[i].description);
+    };
+    forEachIndex(entries.size(), read, control.stop, control.threadLimit);
     return packages;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ScanKit/Readers/ReadControl.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,6 +24,7 @@ struct LockedPackage {
 
 /// The entries below node_modules, by install path. Every format version: the shape tells, not the number. Absent
 /// when the bytes are no lockfile, such as one with the marks of an unfinished merge. Install paths beyond 4,096 bytes, or beyond 64 MiB together, are left out.
-std::optional<std::vector<LockedPackage>> lockedPackages(std::string_view lockfile);
+std::optional<std::vector<LockedPackage>> lockedPackages(std::string_view lockfile,
+                                                         const ReadControl& control = {});
 
 }  // namespace ScanKit::NPMParser
