@@ -141,8 +141,8 @@ std::variant<CommandOptions, CommandEnd> readCommandLine(int count, const char* 
     app.name("quorvane");
     try {
         app.parse(count, arguments);
-        // The library tells of --help and --version this way, too.
     } catch (const CLI::Success& success) {
+        // The library tells of --help and --version this way, too.
         std::ostringstream text;
         app.exit(success, text, text);
         return CommandEnd{0, text.str(), {}};

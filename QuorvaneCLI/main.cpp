@@ -96,10 +96,8 @@ bool listMet(const CommandOptions& options, const ScanKit::ScanResult& result,
     std::string list;
     for (const ScanKit::Dependency* dependency : reportedDependencies(result, report)) {
         if (options.failOn.isMetBy(*dependency)) {
-            list += "  " +
-                    Terminal::safe(dependency->name + " " + dependency->version + ": " +
-                                   dependency->licenseDisplay()) +
-                    "\n";
+            const std::string package = dependency->name + " " + dependency->version;
+            list += "  " + Terminal::safe(package + ": " + dependency->licenseDisplay()) + "\n";
         }
     }
     if (list.empty()) {

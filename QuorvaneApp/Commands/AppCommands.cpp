@@ -20,32 +20,30 @@ struct CommandRow {
     QAction::MenuRole role = QAction::NoRole;
 };
 
+// clang-format off
 constexpr auto commandRows = std::to_array<CommandRow>({
     {Command::openFolder, "openFolder", QT_TRANSLATE_NOOP("AppCommands", "Open Project Folder…"), "Ctrl+O"},
     {Command::rescan, "rescan", QT_TRANSLATE_NOOP("AppCommands", "Rescan"), "Ctrl+R"},
     {Command::cancelScan, "cancelScan", QT_TRANSLATE_NOOP("AppCommands", "Cancel Scan"), "Ctrl+."},
     {Command::addCheckouts, "addCheckouts", QT_TRANSLATE_NOOP("AppCommands", "Add Checkouts Folder…"), ""},
-    {Command::choosePythonEnvironment, "choosePythonEnvironment",
-     QT_TRANSLATE_NOOP("AppCommands", "Choose Python Environment…"), ""},
+    {Command::choosePythonEnvironment, "choosePythonEnvironment", QT_TRANSLATE_NOOP("AppCommands", "Choose Python Environment…"), ""},
     {Command::exportReport, "exportReport", QT_TRANSLATE_NOOP("AppCommands", "Export Report…"), "Ctrl+E"},
     {Command::find, "find", QT_TRANSLATE_NOOP("AppCommands", "Find"), "Ctrl+F"},
     {Command::showAll, "showAll", QT_TRANSLATE_NOOP("AppCommands", "All Packages"), "Ctrl+1"},
     {Command::showNeedsReview, "showNeedsReview", QT_TRANSLATE_NOOP("AppCommands", "Needs Review"), "Ctrl+2"},
     {Command::showCopyleft, "showCopyleft", QT_TRANSLATE_NOOP("AppCommands", "Copyleft"), "Ctrl+3"},
     {Command::showUnknown, "showUnknown", QT_TRANSLATE_NOOP("AppCommands", "Unknown"), "Ctrl+4"},
-    {Command::sortByResultOrder, "sortByResultOrder", QT_TRANSLATE_NOOP("AppCommands", "Original Order"),
-     "Ctrl+0"},
+    {Command::sortByResultOrder, "sortByResultOrder", QT_TRANSLATE_NOOP("AppCommands", "Original Order"), "Ctrl+0"},
     {Command::toggleSidebar, "toggleSidebar", QT_TRANSLATE_NOOP("AppCommands", "Sidebar"), "F9"},
     {Command::toggleDetails, "toggleDetails", QT_TRANSLATE_NOOP("AppCommands", "Details"), "Shift+F9"},
     {Command::toggleFullScreen, "toggleFullScreen", QT_TRANSLATE_NOOP("AppCommands", "Full Screen"), "F11"},
     {Command::minimize, "minimize", QT_TRANSLATE_NOOP("AppCommands", "Minimize"), "Ctrl+M"},
-    {Command::settings, "settings", QT_TRANSLATE_NOOP("AppCommands", "Settings…"), "Ctrl+,",
-     QAction::PreferencesRole},
-    {Command::checkForUpdates, "checkForUpdates", QT_TRANSLATE_NOOP("AppCommands", "Check for Updates…"), "",
-     QAction::ApplicationSpecificRole},
+    {Command::settings, "settings", QT_TRANSLATE_NOOP("AppCommands", "Settings…"), "Ctrl+,", QAction::PreferencesRole},
+    {Command::checkForUpdates, "checkForUpdates", QT_TRANSLATE_NOOP("AppCommands", "Check for Updates…"), "", QAction::ApplicationSpecificRole},
     {Command::about, "about", QT_TRANSLATE_NOOP("AppCommands", "About Quorvane"), "", QAction::AboutRole},
     {Command::quit, "quit", QT_TRANSLATE_NOOP("AppCommands", "Quit"), "Ctrl+Q", QAction::QuitRole},
 });
+// clang-format on
 static_assert(ScanKit::hasRowForEachEnumerator(commandRows), "each enumerator needs its row here");
 
 struct FilterRow {

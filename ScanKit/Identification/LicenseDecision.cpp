@@ -168,9 +168,8 @@ LicenseDecision decideLicense(const DeclaredLicense& declared, const Readings& r
     // A package that declares terms of its own may end its text with the licenses of what it bundles: such matches decide
     // nothing. With no declaration at all they are the only evidence there is.
     const bool isOnlyEvidence = !declared.expression && !declared.isUnrecognized;
-    const bool countFiles = isOnlyEvidence || agree || std::ranges::any_of(readings, [](const auto& reading) {
-                                return reading->isUsable();
-                            });
+    const auto isUsable = [](const auto& reading) { return reading->isUsable(); };
+    const bool countFiles = isOnlyEvidence || agree || std::ranges::any_of(readings, isUsable);
     if (matches.empty() || !countFiles) {
         return decision;
     }

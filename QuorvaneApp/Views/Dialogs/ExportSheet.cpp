@@ -48,6 +48,7 @@ ExportSheet::ExportSheet(AppModel& model, QWidget* parent)
     connect(model_, &AppModel::reportFieldsChanged, this, &ExportSheet::showCount);
     connect(model_, &AppModel::projectChanged, this, &ExportSheet::showCount);
     showCount();
+    // The longest report title on one line, and explanations that wrap only once or twice.
     setMinimumWidth(fontMetrics().averageCharWidth() * 66);
 }
 
