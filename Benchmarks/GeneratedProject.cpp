@@ -1,6 +1,6 @@
 #include "Benchmarks/GeneratedProject.h"
 
-#include "ScanKit/Licenses/StandardTexts.h"
+#include "ScanKit/Licenses/LicenseTexts.h"
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 #include "ScanKit/Identification/LicenseMatcher.h"
 #include "ScanKit/Identification/SPDX.h"
 #include "ScanKit/Identification/TextReading.h"
-#include "ScanKit/Licenses/StandardTexts.h"
+#include "ScanKit/Licenses/LicenseTexts.h"
 
 #include <string>
 #include <vector>

@@ -1,6 +1,7 @@
 #include "ScanKit/Identification/KnownLicense.h"
 
-#include "ScanKit/Licenses/StandardTextNames.h"
+#include "ScanKit/Licenses/LicenseTextNames.h"
+#include "ScanKit/Licenses/LicenseTexts.h"
 
 #include <algorithm>
 #include <array>
@@ -79,21 +80,29 @@ constexpr auto rows = std::to_array<KnownLicense>({
 // clang-format on
 
 /// A row whose text is not there would match nothing, without a word, and so would a text that no row names. A row with
-/// the text of another family would put a wrong license into a NOTICE.
+/// the text of another family would put a wrong license into a NOTICE. A license without any text could only be read
+/// as another one.
 consteval bool rowsAndTextsBelongTogether() {
-    const auto namesItsText = [](const KnownLicense& row) {
-        const bool hasText =
-            std::ranges::find(standardTextNames, familyOf(row.id)) != standardTextNames.end();
-        return row.text == (hasText ? std::optional(familyOf(row.id)) : std::nullopt);
+    const auto isAmong = [](std::string_view name, const auto& names) {
+        return std::ranges::find(names, name) != names.end();
+    };
+    const auto namesItsText = [&](const KnownLicense& row) {
+        const std::string_view family = familyOf(row.id);
+        const bool isStandard = isAmong(family, standardTextNames);
+        const bool isReference =
+            std::ranges::find(referenceTextNames, family, licenseOfText) != referenceTextNames.end();
+        return row.text == (isStandard ? std::optional(family) : std::nullopt) &&
+               (row.isSPDX ? isStandard != isReference : !isStandard && !isReference);
     };
     const auto hasRow = [](std::string_view name) {
-        return std::ranges::find(rows, name, &KnownLicense::id) != rows.end();
+        return std::ranges::find(rows, licenseOfText(name), &KnownLicense::id) != rows.end();
     };
-    return std::ranges::all_of(rows, namesItsText) && std::ranges::all_of(standardTextNames, hasRow);
+    return std::ranges::all_of(rows, namesItsText) && std::ranges::all_of(standardTextNames, hasRow) &&
+           std::ranges::all_of(referenceTextNames, hasRow);
 }
-static_assert(
-    rowsAndTextsBelongTogether(),
-    "each text of ScanKit/Licenses needs a row of its name; a row names the text of its family, if there is one");
+static_assert(rowsAndTextsBelongTogether(),
+              "each SPDX row needs the text of its family, in ScanKit/Licenses when it names it, else in "
+              "ScanKit/Licenses/Reference; each text needs a row of its name");
 
 }  // namespace
 

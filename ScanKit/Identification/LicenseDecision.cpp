@@ -1,9 +1,12 @@
 #include "ScanKit/Identification/LicenseDecision.h"
 
 #include "ScanKit/Identification/SPDX.h"
+#include "ScanKit/Identification/TextSet.h"
+#include "ScanKit/Support/Text.h"
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 namespace ScanKit {
@@ -19,9 +22,19 @@ constexpr auto bareFamilies = std::to_array<std::pair<std::string_view, std::str
     {"BSD", "BSD-"},
 });
 
+/// A declared license and one that its text comes with, or without, in other copies: Python's own license is the first of a
+/// stack of four, and both the first and the stack go by either name.
+constexpr auto stacks = std::to_array<std::pair<std::string_view, std::string_view>>({
+    {"PSF-2.0", "Python-2.0"},
+    {"Python-2.0", "PSF-2.0"},
+});
+
 bool isSameFamily(std::string_view declaredId, std::string_view textId) {
     // "GPL-2.0-only" and "GPL-2.0-or-later" share one text, which cannot tell them apart.
     if (SPDX::baseID(declaredId) == SPDX::baseID(textId)) {
+        return true;
+    }
+    if (std::ranges::find(stacks, std::pair(declaredId, textId)) != stacks.end()) {
         return true;
     }
     return std::ranges::any_of(bareFamilies, [&](const auto& family) {
@@ -39,33 +52,78 @@ std::vector<const Match*> matchesOf(const Readings& readings) {
     return matches;
 }
 
-/// The licenses of all matches, the first of each family; one stands alone, several all apply.
-std::optional<LicenseExpression> textExpression(const std::vector<const Match*>& matches) {
+/// Whether the LGPL 3.0 stands in these files as the package's own: by its text, or by a notice that is most of its file. A
+/// list of third parties that mentions it says nothing about the package.
+bool isOwnLgpl(const Readings& readings) {
+    return std::ranges::any_of(readings, [](const auto& reading) {
+        return std::ranges::any_of(reading->matches, [&](const Match& match) {
+            return SPDX::baseID(match.id) == "LGPL-3.0" && (!match.byNotice || !reading->isMostlyRemainder());
+        });
+    });
+}
+
+/// The families that the files offer as a choice; none, or two and more.
+std::vector<std::string> offeredFamilies(const Readings& readings, const std::vector<std::string>& families) {
+    for (const auto& reading : readings) {
+        for (const std::vector<std::string>& choice : reading->choices) {
+            std::vector<std::string> named;
+            std::ranges::copy_if(families, std::back_inserter(named), [&](const std::string& family) {
+                return std::ranges::find(choice, family) != choice.end();
+            });
+            if (named.size() > 1) {
+                return named;
+            }
+        }
+    }
+    return {};
+}
+
+LicenseExpression allOf(std::vector<LicenseExpression> members) {
+    return members.size() == 1 ? std::move(members.front()) : LicenseExpression::allOf(std::move(members));
+}
+
+/// The licenses of all matches, the first of each family; one stands alone, several all apply, but for those that the files
+/// offer as a choice.
+std::optional<LicenseExpression> textExpression(const Readings& readings) {
     std::vector<std::string> families;
     std::vector<LicenseExpression> licenses;
-    for (const Match* match : matches) {
+    for (const Match* match : matchesOf(readings)) {
         std::string family = SPDX::baseID(match->id);
         if (std::ranges::find(families, family) == families.end()) {
             families.push_back(std::move(family));
-            licenses.push_back(LicenseExpression::license(match->id));
+            licenses.push_back(LicenseExpression::license(match->id, match->exception));
         }
-    }
-    // The LGPL 3.0 is written as additions to the GPL 3.0 and ships with both texts.
-    if (std::ranges::find(families, "LGPL-3.0") != families.end()) {
-        std::erase_if(licenses,
-                      [](const LicenseExpression& one) { return SPDX::baseID(one.id()) == "GPL-3.0"; });
     }
     if (licenses.empty()) {
         return std::nullopt;
     }
-    // Nobody said that these are a choice, so the cautious reading is that all apply.
-    return licenses.size() == 1 ? licenses.front() : LicenseExpression::allOf(std::move(licenses));
+    const auto isOf = [](const std::vector<std::string>& wanted) {
+        return [&wanted](const LicenseExpression& one) {
+            return std::ranges::find(wanted, SPDX::baseID(one.id())) != wanted.end();
+        };
+    };
+    std::vector<LicenseExpression> offered;
+    const std::vector<std::string> offeredOnes = offeredFamilies(readings, families);
+    std::ranges::copy_if(licenses, std::back_inserter(offered), isOf(offeredOnes));
+    if (offered.empty()) {
+        // The LGPL 3.0 is written as additions to the GPL 3.0 and ships with both texts.
+        if (std::ranges::find(families, "LGPL-3.0") != families.end() && isOwnLgpl(readings)) {
+            std::erase_if(licenses,
+                          [](const LicenseExpression& one) { return SPDX::baseID(one.id()) == "GPL-3.0"; });
+        }
+        // Nobody said that these are a choice, so the cautious reading is that all apply.
+        return allOf(std::move(licenses));
+    }
+    const auto first = std::ranges::find_if(licenses, isOf(offeredOnes)) - licenses.begin();
+    std::erase_if(licenses, isOf(offeredOnes));
+    licenses.insert(licenses.begin() + first, LicenseExpression::anyOf(std::move(offered)));
+    return allOf(std::move(licenses));
 }
 
-/// The name of the standard text of a license, or none.
+/// The name of the text that a license is compared with; the rows without a version have none of this name.
 std::optional<std::string_view> templateOf(std::string_view licenseId) {
     const KnownLicense* row = SPDX::lookup(licenseId);
-    return row != nullptr ? row->text : std::nullopt;
+    return row == nullptr ? std::nullopt : std::optional(familyOf(row->id));
 }
 
 bool isInFiles(std::string_view licenseId, const Readings& readings) {
@@ -77,13 +135,26 @@ bool isInFiles(std::string_view licenseId, const Readings& readings) {
     });
 }
 
+/// Whether a file names the license without its text, beside what it says of others: "icons: CC BY 4.0 License".
+bool isNamedInFiles(const LicenseExpression& license, const Readings& readings) {
+    return license.kind() == LicenseExpression::Kind::license &&
+           std::ranges::any_of(readings, [&](const auto& reading) {
+               return std::ranges::find(reading->namedLicenses, SPDX::baseID(license.id())) !=
+                      reading->namedLicenses.end();
+           });
+}
+
 bool agrees(const LicenseExpression& declared, const Readings& readings) {
     const auto memberAgrees = [&](const LicenseExpression& member) { return agrees(member, readings); };
     switch (declared.kind()) {
         case LicenseExpression::Kind::license:
             return isInFiles(declared.id(), readings);
         case LicenseExpression::Kind::allOf:
-            return std::ranges::all_of(declared.members(), memberAgrees);
+            // One text at least; the file may send its readers elsewhere for the others.
+            return std::ranges::any_of(declared.members(), memberAgrees) &&
+                   std::ranges::all_of(declared.members(), [&](const LicenseExpression& member) {
+                       return memberAgrees(member) || isNamedInFiles(member, readings);
+                   });
         // Packages under a choice often ship one text only.
         case LicenseExpression::Kind::anyOf:
             return std::ranges::any_of(declared.members(), memberAgrees);
@@ -135,7 +206,9 @@ std::vector<std::string> unplacedParts(const Readings& readings) {
                 return match.region && LicenseMatcher::overlap(*match.region, candidate);
             });
             const bool isNamed = std::ranges::find(parts, candidate.id) != parts.end();
-            if (candidate.score < LicenseMatcher::acceptedScore && !isPlaced && !isNamed) {
+            // Many licenses resemble one of the others by half; only what a report can reproduce is worth a word.
+            const bool isStandard = standardLicenseTexts().member(candidate.id) != 0;
+            if (isStandard && candidate.score < LicenseMatcher::acceptedScore && !isPlaced && !isNamed) {
                 parts.push_back(candidate.id);
             }
         }
@@ -158,35 +231,104 @@ LicenseBasis basisOfText(const std::vector<const Match*>& matches) {
     return onlyNotices ? LicenseBasis::notice : LicenseBasis::text;
 }
 
+bool isCopyleft(const TextReading& reading) {
+    return std::ranges::any_of(reading.matches, [](const Match& match) {
+        const KnownLicense* row = SPDX::lookup(match.id);
+        return row != nullptr && (row->category == LicenseCategory::strongCopyleft ||
+                                  row->category == LicenseCategory::networkCopyleft);
+    });
+}
+
+/// Whether a file may decide where the metadata says something that is no license: its matches account for it, and it holds
+/// no terms of its own. A copyleft license decides even so, for to report less would be calm.
+bool decidesForUnrecognized(const TextReading& reading) {
+    return reading.isUsable() &&
+           (!reading.remainder.setsTerms || !reading.choices.empty() || isCopyleft(reading));
+}
+
+/// Whether a file is another license than those that it reads as: their words with terms in between, or an agreement that
+/// ends in the licenses of what it bundles.
+bool isAnotherLicense(const TextReading& reading) {
+    const bool isRewritten = reading.matches.size() == 1 && reading.remainder.changesTheLicense;
+    const bool isAgreement = reading.remainder.setsTerms && reading.isMostlyRemainder();
+    return (isRewritten || isAgreement) && reading.choices.empty() && !isCopyleft(reading);
+}
+
+/// Whether the matches of the files say anything about the package.
+bool doFilesCount(const DeclaredLicense& declared, bool agree, const Readings& readings) {
+    if (agree) {
+        return true;
+    }
+    if (declared.expression) {
+        return std::ranges::any_of(readings, [](const auto& reading) { return reading->isUsable(); });
+    }
+    if (declared.isUnrecognized) {
+        return std::ranges::any_of(readings,
+                                   [](const auto& reading) { return decidesForUnrecognized(*reading); });
+    }
+    // They are the only evidence there is.
+    return std::ranges::any_of(readings, [](const auto& reading) {
+        return !reading->matches.empty() && !isAnotherLicense(*reading);
+    });
+}
+
+/// Whether what is written as an exception takes rights away: "Apache-2.0 WITH Commons-Clause".
+bool isRestricted(const LicenseExpression& expression) {
+    return std::ranges::any_of(expression.leaves(), [](const LicenseExpression* license) {
+        return license->exception() && Text::lowercased(*license->exception()).starts_with("commons-clause");
+    });
+}
+
+/// What the files say beyond their licenses.
+void readRemainders(const Readings& readings, LicenseDecision& decision) {
+    const bool filesDecide = !decision.declared && decision.chosen;
+    const TextReading* told = nullptr;
+    for (const auto& reading : readings) {
+        const Remainder& remainder = reading->remainder;
+        // A file that reads as nothing is noticed by that alone, unless the metadata speaks for the package.
+        if (!remainder.isOfSubstance() || (reading->matches.empty() && !remainder.setsTerms)) {
+            continue;
+        }
+        if (told == nullptr || (remainder.setsTerms && !told->remainder.setsTerms)) {
+            told = reading.get();
+        }
+        decision.holdsUnreadTerms |= remainder.setsTerms || (filesDecide && reading->isMostlyRemainder());
+    }
+    // A text without any license is no more than a standard text.
+    if (told != nullptr && (decision.declared || !told->matches.empty())) {
+        decision.remainder = told->remainderBeginning;
+    }
+}
+
 }  // namespace
 
-LicenseDecision decideLicense(const DeclaredLicense& declared, const Readings& readings) {
+LicenseDecision decideLicense(const DeclaredLicense& license, const Readings& readings) {
+    DeclaredLicense declared = license;
+    if (declared.otherReading && agrees(*declared.otherReading, readings)) {
+        declared.expression = declared.otherReading;
+    }
     LicenseDecision decision{
         .chosen = declared.expression, .basis = declared.basis, .declared = declared.expression};
     const std::vector<const Match*> matches = matchesOf(readings);
     const bool agree = declared.expression && agrees(*declared.expression, readings);
-    // A package that declares terms of its own may end its text with the licenses of what it bundles: such matches decide
-    // nothing. With no declaration at all they are the only evidence there is.
-    const bool isOnlyEvidence = !declared.expression && !declared.isUnrecognized;
-    const auto isUsable = [](const auto& reading) { return reading->isUsable(); };
-    const bool countFiles = isOnlyEvidence || agree || std::ranges::any_of(readings, isUsable);
-    if (matches.empty() || !countFiles) {
-        return decision;
+    if (!matches.empty() && doFilesCount(declared, agree, readings)) {
+        decision.fromText = textExpression(readings);
+        decision.matchScore = lowestScore(matches, true);
+        decision.fullTextScore = lowestScore(matches, false);
+        if (!declared.expression) {
+            decision.chosen = decision.fromText;
+            decision.basis = basisOfText(matches);
+        } else if (agree) {
+            decision.basis = LicenseBasis::metadataAndText;
+            decision.extraLicenses = extraLicenses(*declared.expression, *decision.fromText, readings);
+            decision.unplacedParts = unplacedParts(readings);
+        } else {
+            decision.isMismatch = true;
+        }
     }
-    // From here on the files count: whether they confirm, contradict or decide.
-    decision.fromText = textExpression(matches);
-    decision.matchScore = lowestScore(matches, true);
-    decision.fullTextScore = lowestScore(matches, false);
-    if (!declared.expression) {
-        decision.chosen = decision.fromText;
-        decision.basis = basisOfText(matches);
-    } else if (agree) {
-        decision.basis = LicenseBasis::metadataAndText;
-        decision.extraLicenses = extraLicenses(*declared.expression, *decision.fromText, readings);
-        decision.unplacedParts = unplacedParts(readings);
-    } else {
-        decision.isMismatch = true;
-    }
+    readRemainders(readings, decision);
+    decision.holdsUnreadTerms |=
+        declared.isPartlyUnknown || (decision.chosen && isRestricted(*decision.chosen));
     return decision;
 }
 

@@ -22,8 +22,12 @@ struct LicenseDecision {
     bool isMismatch = false;  ///< metadata and files name different licenses
     std::vector<std::string> extraLicenses;  ///< ids of further licenses in the files
     std::vector<std::string> unplacedParts;  ///< ids of licenses that parts of the files only resemble
-    std::optional<double> matchScore;        ///< the lowest of all matches
-    std::optional<double> fullTextScore;     ///< the lowest of the full-text matches
+    /// How the first file begins that says more than its licenses, where that is worth a note; terms come first.
+    std::optional<std::string> remainder;
+    /// What the files say beyond their licenses needs to be read before anybody relies on the license.
+    bool holdsUnreadTerms = false;
+    std::optional<double> matchScore;     ///< the lowest of all matches
+    std::optional<double> fullTextScore;  ///< the lowest of the full-text matches
 };
 
 /// Weighs what the metadata declares against the readings of the license files, which come in file order.

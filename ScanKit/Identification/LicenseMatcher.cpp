@@ -1,135 +1,21 @@
 #include "ScanKit/Identification/LicenseMatcher.h"
 
 #include "ScanKit/Identification/LicenseWords.h"
-#include "ScanKit/Identification/SPDX.h"
-#include "ScanKit/Licenses/StandardTextNames.h"
+#include "ScanKit/Identification/TextSet.h"
+#include "ScanKit/Licenses/LicenseTexts.h"
 
 #include <algorithm>
 #include <array>
-#include <bit>
-#include <limits>
 
 #include <string.h>  // memmem
 
 namespace ScanKit::LicenseMatcher {
 namespace {
 
-constexpr std::size_t shingleLength = 3;
 constexpr double equalScores = 0.005;         ///< scores this close count as equal
 constexpr double replacingScore = 0.82;       ///< what a longer license must score to replace a shorter one
 constexpr double replacingLength = 1.1;       ///< and how many times longer it must be
 constexpr double replacingDifference = 0.08;  ///< and how far its score may lie below
-
-using WordHashes = std::vector<std::uint64_t>;
-
-std::uint64_t shingleAt(const WordHashes& words, std::size_t position) {
-    return withWord(withWord(withWord(0, words[position]), words[position + 1]), words[position + 2]);
-}
-
-Template templateOf(std::string_view id, std::string_view text) {
-    const WordHashes words = LicenseText(text).licenseWords;
-    Template made{.id = std::string(id), .wordCount = words.size()};
-    for (std::size_t i = 0; i + shingleLength <= words.size(); ++i) {
-        made.shingles.insert(shingleAt(words, i));
-    }
-    return made;
-}
-
-/// All shingles of all templates in one open-addressed table, so that one look at a shingle says which
-/// templates hold it.
-class ShingleTable {
-public:
-    struct Entry {
-        std::uint64_t hash = 0;
-        std::uint32_t number = 0;     ///< of the shingle, from 1; 0 marks a free slot
-        std::uint32_t templates = 0;  ///< bit i is set when template i holds it
-    };
-    static constexpr std::size_t mostTemplates = std::numeric_limits<decltype(Entry::templates)>::digits;
-
-    explicit ShingleTable(const std::vector<Template>& templates) {
-        std::size_t total = 0;
-        for (const Template& one : templates) {
-            total += one.shingles.size();
-        }
-        slots_.resize(std::bit_ceil(std::max<std::size_t>(total * 2, 2)));
-        for (std::size_t i = 0; i < templates.size(); ++i) {
-            for (const std::uint64_t hash : templates[i].shingles) {
-                Entry& entry = slots_[slotOf(hash)];
-                if (entry.number == 0) {
-                    entry = {hash, ++count_, 0};
-                }
-                entry.templates |= 1U << i;
-            }
-        }
-    }
-
-    /// The entry of a shingle, or null when no template holds it.
-    const Entry* find(std::uint64_t hash) const {
-        const Entry& entry = slots_[slotOf(hash)];
-        return entry.number != 0 ? &entry : nullptr;
-    }
-
-    std::size_t count() const { return count_; }
-
-private:
-    /// The slot that holds this hash, or the free one where it belongs.
-    std::size_t slotOf(std::uint64_t hash) const {
-        const std::size_t mask = slots_.size() - 1;
-        std::size_t slot = hash & mask;
-        while (slots_[slot].number != 0 && slots_[slot].hash != hash) {
-            slot = (slot + 1) & mask;
-        }
-        return slot;
-    }
-
-    std::vector<Entry> slots_;
-    std::uint32_t count_ = 0;
-};
-
-static_assert(standardTextNames.size() <= ShingleTable::mostTemplates,
-              "widen ShingleTable::Entry::templates");
-
-const ShingleTable& shingleTable() {
-    static const ShingleTable table(templates());
-    return table;
-}
-
-/// For each template the positions, ascending, at which its shingles occur first in the text. The lists belong to
-/// the thread and are kept, since most texts are shorter than what making the lists anew would cost.
-const std::vector<std::vector<std::uint32_t>>& foundPositions(const WordHashes& words) {
-    const ShingleTable& table = shingleTable();
-    thread_local std::vector<std::vector<std::uint32_t>> found(templates().size());
-    thread_local std::vector<bool> seen;
-    seen.assign(table.count() + 1, false);
-    for (std::vector<std::uint32_t>& positions : found) {
-        positions.clear();
-    }
-    for (std::size_t i = 0; i + shingleLength <= words.size(); ++i) {
-        const ShingleTable::Entry* entry = table.find(shingleAt(words, i));
-        // A shingle counts once, where it stands first: repeating a phrase makes no better license.
-        if (entry == nullptr || seen[entry->number]) {
-            continue;
-        }
-        seen[entry->number] = true;
-        for (std::uint32_t rest = entry->templates; rest != 0; rest &= rest - 1) {
-            found[static_cast<std::size_t>(std::countr_zero(rest))].push_back(static_cast<std::uint32_t>(i));
-        }
-    }
-    return found;
-}
-
-Candidate candidateOf(const Template& scored, const std::vector<std::uint32_t>& positions) {
-    Candidate candidate{.id = scored.id, .wordCount = scored.wordCount};
-    const std::size_t count = positions.size();
-    candidate.score =
-        static_cast<double>(count) / static_cast<double>(std::max<std::size_t>(scored.shingles.size(), 1));
-    // A stray match far from the license's body must not stretch its region: tenth to ninetieth percentile.
-    if (count > 0) {
-        candidate.start = positions[count / 10];
-        candidate.end = positions[count * 9 / 10];
-    }
-    return candidate;
-}
 
 bool comesBefore(const Candidate& a, const Candidate& b) {
     const double difference = a.score - b.score;
@@ -213,11 +99,9 @@ std::optional<std::string> gnuNotice(std::string_view words) {
 const std::vector<Template>& templates() {
     static const std::vector<Template> built = [] {
         std::vector<Template> made;
-        for (const KnownLicense& license : knownLicenses()) {
-            // Rows that share a text, such as "GPL-2.0-only", are told apart by other evidence.
-            if (license.text == license.id) {
-                made.push_back(templateOf(license.id, SPDX::builtInText(license.id).value_or("")));
-            }
+        for (const std::string_view id : standardLicenseTexts().ids()) {
+            const std::vector<std::string> words = licenseWords(standardText(id).value());
+            made.push_back({std::string(id), shingles(words, TextSet::shingleLength), words.size()});
         }
         return made;
     }();
@@ -254,16 +138,10 @@ std::vector<Candidate> candidates(std::string_view text) {
 }
 
 std::vector<Candidate> candidates(const LicenseText& text) {
-    const WordHashes& words = text.licenseWords;
-    std::vector<Candidate> scored;
-    if (words.size() < shingleLength) {
-        return scored;
+    if (text.licenseWords.size() < TextSet::shingleLength) {
+        return {};
     }
-    const std::vector<std::vector<std::uint32_t>>& positions = foundPositions(words);
-    scored.reserve(templates().size());
-    for (std::size_t i = 0; i < templates().size(); ++i) {
-        scored.push_back(candidateOf(templates()[i], positions[i]));
-    }
+    std::vector<Candidate> scored = standardLicenseTexts().candidates(text.licenseWords);
     sortByScore(scored);
     return scored;
 }
@@ -327,6 +205,20 @@ std::optional<TextMatch> noticeMatch(const LicenseText& text) {
         }
     }
     return std::nullopt;
+}
+
+std::vector<TextMatch> noticeMatches(const LicenseText& text) {
+    std::vector<TextMatch> found;
+    if (std::optional<std::string> id = gnuNotice(text.joinedWords)) {
+        found.push_back({std::move(*id), noticeScore, true});
+    }
+    for (const NoticeRow& row : plainNotices) {
+        const bool isFound = std::ranges::find(found, row.id, &TextMatch::id) != found.end();
+        if (!isFound && holds(text.joinedWords, row.phrase)) {
+            found.push_back({std::string(row.id), noticeScore, true});
+        }
+    }
+    return found;
 }
 
 }  // namespace ScanKit::LicenseMatcher

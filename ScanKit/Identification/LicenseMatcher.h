@@ -77,6 +77,8 @@ std::optional<TextMatch> bestMatch(std::string_view text);
 /// The license that a short notice names ("Licensed under the Apache License, Version 2.0"), or none.
 std::optional<TextMatch> noticeMatch(std::string_view text);
 std::optional<TextMatch> noticeMatch(const LicenseText& text);
+/// Every license that a notice names, in the order in which `noticeMatch` looks for them.
+std::vector<TextMatch> noticeMatches(const LicenseText& text);
 
 }  // namespace LicenseMatcher
 }  // namespace ScanKit

@@ -6,10 +6,14 @@
 #include <array>
 #include <vector>
 
+#include <string.h>  // memmem
+
 namespace ScanKit {
 namespace {
 
 constexpr std::size_t mostWordsOfAShortLine = 6;
+/// A longer line that begins with a copyright goes on with the license itself.
+constexpr std::size_t mostWordsOfACopyrightLine = 25;
 constexpr auto copyrightBeginnings =
     std::to_array<std::string_view>({"copyright", "(c)", "©", "all rights reserved"});
 
@@ -78,6 +82,16 @@ constexpr std::uint64_t licenseHash = hashOf("license");
 constexpr auto grantingWords =
     std::to_array<std::uint64_t>({licenseHash, hashOf("permission"), hashOf("granted")});
 
+constexpr bool grants(std::uint64_t wordHash) {
+    return std::ranges::find(grantingWords, wordHash) != grantingWords.end();
+}
+
+/// What follows "copyright" in a license's own sentences, and not in the line that names the holder.
+constexpr auto wordsOfSentencesAboutCopyright = std::to_array<std::uint64_t>(
+    {hashOf("and"), hashOf("holder"), hashOf("holders"), hashOf("interest"), hashOf("law"), hashOf("laws"),
+     hashOf("license"), hashOf("notice"), hashOf("notices"), hashOf("or"), hashOf("owner"), hashOf("owners"),
+     hashOf("statement")});
+
 constexpr std::uint64_t withOneSpelling(std::uint64_t hash) {
     return hash == licenceHash ? licenseHash : hash;
 }
@@ -132,7 +146,8 @@ private:
                 return readUnicodeLine(begin);
             }
         }
-        finishLine(text_.substr(begin, i - begin));
+        const std::string_view line = text_.substr(begin, i - begin);
+        finishLine(line, line);
         return i + 1;
     }
 
@@ -169,7 +184,7 @@ private:
             }
         }
         addUnicodeWord(std::string_view(line).substr(wordBegin));
-        finishLine(line);
+        finishLine(line, text_.substr(begin, end - begin));
         return next;
     }
 
@@ -179,24 +194,35 @@ private:
         }
     }
 
-    void finishLine(std::string_view line) {
+    /// `line` is ASCII or in lower case; `bytes` is the line as it stands in the text.
+    void finishLine(std::string_view line, std::string_view bytes) {
         if (words_.empty()) {
+            // A line of marks, such as a comment's frame, parts paragraphs as an empty one does.
+            beginsParagraph_ = true;
             return;
         }
         // "MIT License" stays, a line with a project's name goes, and so do dates and addresses.
         const bool isLong = words_.size() > mostWordsOfAShortLine;
-        body_({words_, (isLong || grants()) && !isCopyrightLine(Text::trimmed(line))});
+        const bool beginsAsCopyright = isCopyrightLine(Text::trimmed(line));
+        body_({.words = words_,
+               .bytes = bytes,
+               .isPartOfLicense =
+                   !beginsAsCopyright && (isLong || std::ranges::any_of(words_, grants, &LicenseWord::hash)),
+               .isCopyright =
+                   beginsAsCopyright && words_.size() <= mostWordsOfACopyrightLine && !goesOnAboutCopyright(),
+               .beginsParagraph = beginsParagraph_});
+        beginsParagraph_ = false;
     }
 
-    bool grants() const {
-        return std::ranges::any_of(words_, [](const LicenseWord& word) {
-            return std::ranges::find(grantingWords, word.hash) != grantingWords.end();
-        });
+    bool goesOnAboutCopyright() const {
+        return words_.size() > 1 && std::ranges::find(wordsOfSentencesAboutCopyright, words_[1].hash) !=
+                                        wordsOfSentencesAboutCopyright.end();
     }
 
     std::string_view text_;
     const std::function<void(const LicenseLine&)>& body_;
     std::vector<LicenseWord> words_;
+    bool beginsParagraph_ = true;
 };
 
 }  // namespace
@@ -215,11 +241,12 @@ void forEachLicenseLine(std::string_view text, const std::function<void(const Li
     LineReader(text, body).readAll();
 }
 
-LicenseText::LicenseText(std::string_view text) {
+LicenseText::LicenseText(std::string_view text) : bytes(text) {
     joinedWords.reserve(text.size() + 1);
+    words.reserve(text.size() / 6);
+    lines.reserve(text.size() / 40 + 1);
     licenseWords.reserve(text.size() / 6);
     forEachLicenseLine(text, [&](const LicenseLine& line) {
-        wordCount += line.words.size();
         std::size_t length = joinedWords.size();
         for (const LicenseWord& word : line.words) {
             length += word.bytes.size() + 1;
@@ -230,16 +257,55 @@ LicenseText::LicenseText(std::string_view text) {
         for (const LicenseWord& word : line.words) {
             output = writeLowercased(word, output);
             *output++ = ' ';
+            words.push_back(word.hash);
         }
         if (line.isPartOfLicense) {
-            for (const LicenseWord& word : line.words) {
-                licenseWords.push_back(word.hash);
-            }
+            licenseWords.insert(licenseWords.end(),
+                                words.end() - static_cast<std::ptrdiff_t>(line.words.size()), words.end());
         }
+        lines.push_back({words.size(), line.bytes, line.isCopyright, line.beginsParagraph});
     });
     if (!joinedWords.empty()) {
         joinedWords.pop_back();
     }
+}
+
+bool holdsWords(std::string_view joinedWords, std::string_view words) {
+    for (std::size_t from = 0; from < joinedWords.size();) {
+        // Several times faster over a long text than the standard library's search.
+        const void* found =
+            memmem(joinedWords.data() + from, joinedWords.size() - from, words.data(), words.size());
+        if (found == nullptr) {
+            break;
+        }
+        const auto at = static_cast<std::size_t>(static_cast<const char*>(found) - joinedWords.data());
+        const std::size_t end = at + words.size();
+        const bool beginsAWord = at == 0 || joinedWords[at - 1] == ' ';
+        const bool endsAWord = end == joinedWords.size() || joinedWords[end] == ' ';
+        if (beginsAWord && endsAWord) {
+            return true;
+        }
+        from = at + 1;
+    }
+    return false;
+}
+
+std::vector<std::string_view> wordsOfLine(std::string_view line) {
+    std::vector<std::string_view> found;
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i < line.size();) {
+        const std::size_t at = i;
+        if (!Text::isAlphanumeric(Text::nextScalar(line, i))) {
+            if (at > begin) {
+                found.push_back(line.substr(begin, at - begin));
+            }
+            begin = i;
+        }
+    }
+    if (begin < line.size()) {
+        found.push_back(line.substr(begin));
+    }
+    return found;
 }
 
 }  // namespace ScanKit

@@ -24,24 +24,47 @@ struct LicenseWord {
 /// One line of a license text.
 struct LicenseLine {
     std::span<const LicenseWord> words;
+    std::string_view bytes;  ///< the whole line, without its break
     /// False for what differs between copies of the same license: copyright lines, and short lines that grant
     /// nothing, such as a project's name or a date.
     bool isPartOfLicense = true;
+    /// True for a line that begins like a copyright line and does not go on with a sentence about copyright, as the second
+    /// half of "the above copyright notice and this permission notice" does where a line ends within it.
+    bool isCopyright = false;
+    bool beginsParagraph = false;  ///< the first of the text, or below an empty line
 };
 
 /// Calls `body` with each line that holds a word, in order. One pass over the text; the line lives during the
 /// call. This is the only place that knows how a license text falls into words.
 void forEachLicenseLine(std::string_view text, const std::function<void(const LicenseLine&)>& body);
 
-/// A text fallen into words, once for all that is asked of it.
+/// A text fallen into words, once for all that is asked of it. Views the text.
 struct LicenseText {
-    std::vector<std::uint64_t>
-        licenseWords;           ///< hashes of the words of the lines that are part of the license
-    std::string joinedWords;    ///< all words in lower case, joined by single blanks
-    std::size_t wordCount = 0;  ///< all words
+    struct Line {
+        std::size_t wordsEnd = 0;  ///< behind its last word, counted in `words`
+        std::string_view bytes;    ///< in the text that the words are of
+        bool isCopyright = false;
+        bool beginsParagraph = false;
+    };
+
+    std::string_view bytes;                   ///< the text itself
+    std::vector<std::uint64_t> words;         ///< hashes of all words
+    std::vector<std::uint64_t> licenseWords;  ///< of those in lines that are part of the license
+    std::vector<Line> lines;                  ///< that hold a word
+    std::string joinedWords;                  ///< all words in lower case, joined by single blanks
 
     explicit LicenseText(std::string_view text);
 };
+
+/// Whether the words stand in the text as whole words: "the linux consortium" does not hold "x consortium". Both are in
+/// lower case and joined by single blanks.
+bool holdsWords(std::string_view joinedWords, std::string_view words);
+
+/// Where the words of a line stand in it, in order.
+std::vector<std::string_view> wordsOfLine(std::string_view line);
+
+/// A mark, 0 or 1, for each word of a text.
+using WordMarks = std::vector<char>;
 
 /// The hash of a word that is in lower case already.
 std::uint64_t licenseWordHash(std::string_view lowercaseWord);

@@ -1,5 +1,8 @@
 #include "ScanKit/Identification/LookAlikes.h"
 
+#include "ScanKit/Identification/LicenseWords.h"
+#include "ScanKit/Identification/PhraseSet.h"
+
 #include <algorithm>
 #include <array>
 
@@ -45,6 +48,20 @@ constexpr auto rows = std::to_array<LookAlikeRow>({
     {anyGpl, notice, "python software foundation license version 2", "Python-2.0"},
 });
 
+struct DerivedRow {
+    std::string_view matched;  ///< how the id begins
+    std::string_view words;
+};
+constexpr auto derivedRows = std::to_array<DerivedRow>({
+    {"CC-BY-", "attribution noncommercial"},
+    {"CC-BY-", "attribution noderivs"},
+    {"CC-BY-", "attribution noderivatives"},
+    {"CC-BY-", "attribution sharealike"},
+    {"Apache-2.0", "educational community license"},
+    {"Apache-2.0", "solderpad hardware license"},
+    {"Apache-1.1", "all advertising materials mentioning features or use of this software"},
+});
+
 constexpr auto gplNotices =
     std::to_array<std::string_view>({"GPL", "GPL-2.0", "GPL-2.0-or-later", "GPL-3.0", "GPL-3.0-or-later"});
 
@@ -57,20 +74,6 @@ bool isAbout(const LookAlikeRow& row, const TextMatch& match) {
                                  : row.matched == match.id;
 }
 
-/// Whether the words stand in the text as whole words: "the linux consortium" does not hold "x consortium".
-bool holdsWords(std::string_view joinedWords, std::string_view words) {
-    for (std::size_t at = joinedWords.find(words); at != std::string_view::npos;
-         at = joinedWords.find(words, at + 1)) {
-        const std::size_t end = at + words.size();
-        const bool beginsAWord = at == 0 || joinedWords[at - 1] == ' ';
-        const bool endsAWord = end == joinedWords.size() || joinedWords[end] == ' ';
-        if (beginsAWord && endsAWord) {
-            return true;
-        }
-    }
-    return false;
-}
-
 }  // namespace
 
 std::optional<std::string_view> lookAlikeOf(const TextMatch& match, std::string_view joinedWords) {
@@ -80,6 +83,13 @@ std::optional<std::string_view> lookAlikeOf(const TextMatch& match, std::string_
         }
     }
     return std::nullopt;
+}
+
+bool isDerivedLicense(std::string_view matchedId, std::span<const std::uint64_t> words) {
+    static const PhraseSet phrases = phrasesOf(derivedRows, &DerivedRow::words);
+    return std::ranges::any_of(phrases.occurrences(words), [&](const PhraseSet::Occurrence& one) {
+        return matchedId.starts_with(derivedRows[one.phrase].matched);
+    });
 }
 
 }  // namespace ScanKit

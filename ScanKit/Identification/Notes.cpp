@@ -75,6 +75,7 @@ public:
         noteDisagreement();
         noteWhatTheFileSettled();
         noteExtraLicenses();
+        noteRemainder();
         if (!facts_.decision.chosen) {
             noteUndecided();
             return;
@@ -126,6 +127,22 @@ private:
             text += " Check what the " + Text::joined(decision.unplacedParts, ", ") + " part covers.";
         }
         note(text);
+    }
+
+    void noteRemainder() {
+        const LicenseDecision& decision = facts_.decision;
+        // What is not open source has terms of its own, and a note that says what to do.
+        if (decision.chosen && decision.chosen->category() == LicenseCategory::proprietary) {
+            return;
+        }
+        if (decision.remainder) {
+            note("The license file says more than the standard text: “" + *decision.remainder +
+                 "…”. Read it.");
+        }
+        // Without a license the package is flagged already, by a note that says why.
+        if (decision.holdsUnreadTerms && decision.chosen) {
+            raise(Flag::unknown);
+        }
     }
 
     void noteChoice() {

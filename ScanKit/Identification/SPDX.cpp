@@ -1,6 +1,6 @@
 #include "ScanKit/Identification/SPDX.h"
 
-#include "ScanKit/Licenses/StandardTexts.h"
+#include "ScanKit/Licenses/LicenseTexts.h"
 #include "ScanKit/Support/Regex.h"
 #include "ScanKit/Support/Text.h"
 
@@ -189,6 +189,15 @@ std::optional<std::string_view> trailingParenthesis(std::string_view text) {
     return inside == text ? std::nullopt : std::optional(inside);
 }
 
+/// Whether the name before a parenthesis says another version than what the parenthesis, which says none, stands for: in
+/// "Mozilla Public License 1.0 (MPL)" the second is no more exact.
+bool contradictsVersion(std::string_view id, std::string_view inside, std::string_view before) {
+    static const Regex version(R"(\d+(\.\d+)*)");
+    const auto said = version.firstMatch(before);
+    return said && !version.firstMatch(inside) && version.firstMatch(id) &&
+           id.find(before.substr(said->begin, said->end - said->begin)) == std::string_view::npos;
+}
+
 /// The name without filler words, punctuation and blanks: "Apache License, Version 2.0" is "apache2.0".
 std::string squeezed(std::string_view text) {
     static const Regex punctuation(R"([\(\)\[\],:;"'])");
@@ -246,7 +255,8 @@ std::optional<std::string_view> normalize(std::string_view text) {
     }
     // "GNU General Public License v2 or later (GPLv2+)": what stands in parentheses is the more exact name.
     if (const auto inside = trailingParenthesis(text)) {
-        if (const auto id = normalize(*inside)) {
+        const auto id = normalize(*inside);
+        if (id && !contradictsVersion(*id, *inside, text.substr(0, text.rfind('(')))) {
             return id;
         }
     }

@@ -1,9 +1,19 @@
 #include "ScanKit/Identification/TextReading.h"
 
+#include "ScanKit/Identification/LicenseChoice.h"
+#include "ScanKit/Identification/LicenseException.h"
 #include "ScanKit/Identification/LicenseWords.h"
 #include "ScanKit/Identification/LookAlikes.h"
+#include "ScanKit/Identification/Markup.h"
+#include "ScanKit/Identification/KnownLicense.h"
+#include "ScanKit/Identification/TextSet.h"
 
 #include <algorithm>
+#include <array>
+#include <functional>
+#include <span>
+#include <iterator>
+#include <numeric>
 
 namespace ScanKit {
 namespace {
@@ -11,6 +21,14 @@ namespace {
 constexpr double worthNamingScore = 0.5;  ///< below this a candidate is no part of the text at all
 constexpr std::size_t mostWordsOfAShortText = 500;
 constexpr double usableCoverage = 0.5;
+constexpr double explainingScore = 0.9;  ///< a text that scores this and says nothing further is that license
+/// A text of half a GNU license, or a third, is no notice of another one.
+constexpr double partialScore = 0.3;
+constexpr std::size_t leastWordsOfAGnuText = 800;
+/// What a further license must have of its own, of its words in the text. The MIT license shares more than half of its words
+/// with the Open Font License.
+constexpr double ownShare = 0.2;
+constexpr double leastDifference = 8;  ///< in words: nearer by less is not nearer
 
 /// Makes a text with one match read as the license it really is.
 void applyLookAlike(TextReading& reading, std::string_view joinedWords) {
@@ -23,6 +41,246 @@ void applyLookAlike(TextReading& reading, std::string_view joinedWords) {
         match.id = *id;
         match.isLookAlike = true;
         match.score.reset();
+    }
+}
+
+/// The texts in which the words of a license and of its notice stand, by how their ids begin.
+struct CoveringRow {
+    std::string_view matched, texts;
+};
+constexpr auto coveringRows = std::to_array<CoveringRow>({
+    {"AGPL", "AGPL"},
+    {"LGPL", "LGPL"},
+    {"LGPL", "GPL"},  // the LGPL is written as additions to the GPL, and asks for both notices
+    {"GPL", "GPL"},
+});
+
+/// Whether a text that reads as `id` may hold words of the text of `textId`.
+bool covers(std::string_view textId, std::string_view id) {
+    if (textId == familyOf(id) || (id == "BSD" && textId.starts_with("BSD-"))) {
+        return true;
+    }
+    return std::ranges::any_of(coveringRows, [&](const CoveringRow& row) {
+        return id.starts_with(row.matched) && textId.starts_with(row.texts);
+    });
+}
+
+/// Some of the built-in license texts.
+struct Texts {
+    TextSet::Members standard = 0;
+    TextSet::Members reference = 0;
+};
+
+/// A text beside the built-in ones; what is not asked for is not looked up.
+class Comparison {
+public:
+    explicit Comparison(const LicenseText& text) : words_(text.words) {}
+
+    const TextSet::Lookup& standard() { return looked(standard_, standardLicenseTexts); }
+    const TextSet::Lookup& reference() { return looked(reference_, referenceLicenseTexts); }
+
+    /// Marks the words that stand in one of the texts.
+    WordMarks marks(Texts texts) {
+        WordMarks covered(words_.size());
+        if (texts.standard != 0) {
+            standard().mark(texts.standard, covered);
+        }
+        if (texts.reference != 0) {
+            reference().mark(texts.reference, covered);
+        }
+        return covered;
+    }
+
+private:
+    const TextSet::Lookup& looked(std::optional<TextSet::Lookup>& lookup, const TextSet& (*set)()) const {
+        return lookup ? *lookup : lookup.emplace(set(), words_);
+    }
+
+    std::span<const std::uint64_t> words_;
+    std::optional<TextSet::Lookup> standard_, reference_;
+};
+
+/// The texts in which the words of what a text reads as may stand.
+Texts textsOf(const TextReading& reading) {
+    Texts texts;
+    const auto membersFor = [&](const TextSet& set) {
+        TextSet::Members members = 0;
+        for (const std::string_view id : set.ids()) {
+            if (std::ranges::any_of(reading.matches,
+                                    [&](const auto& match) { return covers(id, match.id); })) {
+                members |= set.member(id);
+            }
+        }
+        return members;
+    };
+    texts.standard = membersFor(standardLicenseTexts());
+    // What it holds nearly whole, where another one fits better.
+    for (const LicenseMatcher::Candidate& candidate : reading.candidates) {
+        if (candidate.score >= LicenseMatcher::acceptedScore) {
+            texts.standard |= standardLicenseTexts().member(candidate.id);
+        }
+    }
+    const auto isStandard = [](const TextReading::Match& match) {
+        return standardLicenseTexts().member(familyOf(match.id)) != 0;
+    };
+    if (!std::ranges::all_of(reading.matches, isStandard)) {
+        texts.reference = membersFor(referenceLicenseTexts());
+    }
+    return texts;
+}
+
+/// What the matcher says of the text, and the look-alikes.
+TextReading asStandardTexts(const LicenseText& words) {
+    TextReading reading{.candidates = LicenseMatcher::candidates(words),
+                        .wordCount = words.words.size(),
+                        .licenseWordCount = words.licenseWords.size()};
+    for (const LicenseMatcher::Candidate& candidate : LicenseMatcher::accepted(reading.candidates)) {
+        reading.matches.push_back({.id = candidate.id, .score = candidate.score, .region = candidate});
+    }
+    if (reading.matches.empty()) {
+        if (const std::optional<TextMatch> notice = LicenseMatcher::noticeMatch(words)) {
+            reading.matches.push_back({.id = notice->id, .byNotice = true, .score = notice->score});
+        }
+    }
+    applyLookAlike(reading, words.joinedWords);
+    return reading;
+}
+
+/// The words that the text has in common with a license, less those that it would lack of it.
+double gain(const LicenseMatcher::Candidate& candidate) {
+    return static_cast<double>(candidate.wordCount) * (2 * candidate.score - 1);
+}
+
+/// The text compared by all its words with those of all known licenses.
+TextReading asNearestTexts(const LicenseText& words, Comparison& comparison) {
+    TextReading reading{.candidates = comparison.standard().candidates(),
+                        .wordCount = words.words.size(),
+                        .licenseWordCount = words.licenseWords.size()};
+    std::ranges::move(comparison.reference().candidates(), std::back_inserter(reading.candidates));
+    std::ranges::stable_sort(reading.candidates, std::greater{}, gain);
+    WordMarks taken(words.words.size());
+    for (const LicenseMatcher::Candidate& candidate : reading.candidates) {
+        if (candidate.score < LicenseMatcher::acceptedScore) {
+            continue;
+        }
+        // Some licenses hold another one nearly whole: what is theirs already makes no further license.
+        const WordMarks covered = comparison.marks(
+            {standardLicenseTexts().member(candidate.id), referenceLicenseTexts().member(candidate.id)});
+        const auto all = std::ranges::count(covered, 1);
+        const auto shared = std::transform_reduce(covered.begin(), covered.end(), taken.begin(),
+                                                  std::ptrdiff_t{0}, std::plus<>{}, std::logical_and<>{});
+        if (static_cast<double>(all - shared) >= ownShare * static_cast<double>(all)) {
+            reading.matches.push_back({.id = candidate.id, .score = candidate.score, .region = candidate});
+            std::transform(covered.begin(), covered.end(), taken.begin(), taken.begin(), std::logical_or<>{});
+        }
+    }
+    std::ranges::stable_sort(reading.matches, {},
+                             [](const auto& match) { return match.region ? match.region->start : 0; });
+    return reading;
+}
+
+/// True when nothing is gained by comparing with further licenses.
+bool isExplained(const TextReading& reading) {
+    return reading.remainder.passages.empty() && !reading.matches.empty() &&
+           std::ranges::all_of(reading.matches, [](const TextReading::Match& match) {
+               return match.region && match.score.value_or(0) >= explainingScore;
+           });
+}
+
+/// The words that the text says beyond its licenses, and those that it lacks of them.
+double distance(const TextReading& reading) {
+    auto words = static_cast<double>(reading.remainder.wordCount);
+    for (const TextReading::Match& match : reading.matches) {
+        if (match.region && match.score) {
+            words += static_cast<double>(match.region->wordCount) * (1 - *match.score);
+        }
+    }
+    return words;
+}
+
+/// Whether the second reading of a text takes the place of the first.
+bool isNearer(const TextReading& second, const TextReading& first) {
+    if (second.matches.empty()) {
+        return false;
+    }
+    // A license's own text says more than a notice in it.
+    const bool hasFullText = std::ranges::any_of(
+        first.matches, [](const TextReading::Match& match) { return match.region.has_value(); });
+    if (!hasFullText) {
+        return true;
+    }
+    const bool namesTheSame = std::ranges::equal(second.matches, first.matches, {}, &TextReading::Match::id,
+                                                 &TextReading::Match::id);
+    return !namesTheSame && distance(second) + leastDifference <= distance(first);
+}
+
+/// Adds the exception that the text states, if any, to the license it belongs to, and marks its words.
+bool applyException(TextReading& reading, const LicenseText& text, WordMarks& covered) {
+    const std::optional<StatedException> stated = exceptionIn(text.words);
+    if (!stated) {
+        return false;
+    }
+    const LicenseException& exception = *stated->exception;
+    const auto match = std::ranges::find_if(
+        reading.matches, [&](const auto& one) { return one.id.starts_with(exception.family); });
+    if (match == reading.matches.end()) {
+        return false;
+    }
+    match->exception = std::string(exception.id);
+    const std::size_t begin = stated->at - std::min(stated->at, exception.longest);
+    const std::size_t end = std::min(covered.size(), stated->at + exception.longest);
+    std::fill(covered.begin() + static_cast<std::ptrdiff_t>(begin),
+              covered.begin() + static_cast<std::ptrdiff_t>(end), true);
+    return true;
+}
+
+/// Fills in what the text says beyond its matches.
+void readRemainder(TextReading& reading, const LicenseText& text, Comparison& comparison) {
+    WordMarks covered = comparison.marks(textsOf(reading));
+    reading.remainder = remainderOf(text, covered);
+    if (!reading.remainder.passages.empty() && applyException(reading, text, covered)) {
+        reading.remainder = remainderOf(text, covered);
+    }
+}
+
+/// Some licenses are another one's text under a name of their own, with a few words changed.
+void dropDerivedLicense(TextReading& reading, const LicenseText& text, Comparison& comparison) {
+    if (reading.matches.size() == 1 && isDerivedLicense(reading.matches.front().id, text.words)) {
+        reading.matches.clear();
+        readRemainder(reading, text, comparison);
+    }
+}
+
+/// A short text that offers a choice names each license of it by a notice.
+void addNoticesOfAChoice(TextReading& reading, const LicenseText& text) {
+    if (reading.choices.empty() || reading.matches.size() != 1 || !reading.matches.front().byNotice ||
+        reading.matches.front().isLookAlike) {
+        return;
+    }
+    for (const TextMatch& notice : LicenseMatcher::noticeMatches(text)) {
+        if (familyOf(notice.id) != familyOf(reading.matches.front().id)) {
+            reading.matches.push_back({.id = notice.id, .byNotice = true, .score = notice.score});
+        }
+    }
+}
+
+/// "LGPL" of "LGPL-2.1"; nothing for a license that is none of the GNU project's.
+std::string_view kindOfGnu(std::string_view id) {
+    const std::string_view kind = id.substr(0, id.find('-'));
+    return kind.ends_with("GPL") ? kind : "";
+}
+
+/// Half a GNU license names its sisters as a notice would. What it is a part of says more.
+void applyPartOfAText(TextReading& reading, const std::vector<LicenseMatcher::Candidate>& candidates) {
+    if (reading.matches.size() != 1 || !reading.matches.front().byNotice) {
+        return;
+    }
+    TextReading::Match& notice = reading.matches.front();
+    const auto best = std::ranges::max_element(candidates, {}, &LicenseMatcher::Candidate::score);
+    if (best != candidates.end() && best->score >= partialScore && best->wordCount >= leastWordsOfAGnuText &&
+        kindOfGnu(best->id) != "" && kindOfGnu(notice.id) != kindOfGnu(best->id)) {
+        notice.id = best->id;
+        notice.isLookAlike = false;
     }
 }
 
@@ -50,24 +308,45 @@ bool TextReading::isUsable() const {
            covered >= usableCoverage * static_cast<double>(licenseWordCount);
 }
 
-TextReading readLicenseText(std::string_view text) {
-    const LicenseText words(text);
-    TextReading reading{.candidates = LicenseMatcher::candidates(words),
-                        .wordCount = words.wordCount,
-                        .licenseWordCount = words.licenseWords.size()};
-    for (const LicenseMatcher::Candidate& candidate : LicenseMatcher::accepted(reading.candidates)) {
-        reading.matches.push_back({.id = candidate.id, .score = candidate.score, .region = candidate});
-    }
-    if (reading.matches.empty()) {
-        if (const std::optional<TextMatch> notice = LicenseMatcher::noticeMatch(words)) {
-            reading.matches.push_back({.id = notice->id, .byNotice = true, .score = notice->score});
+bool TextReading::isMostlyRemainder() const {
+    return remainder.isOfSubstance() && 2 * remainder.wordCount > wordCount;
+}
+
+TextReading readLicenseText(const LicenseText& words) {
+    Comparison comparison(words);
+    TextReading reading = asStandardTexts(words);
+    readRemainder(reading, words, comparison);
+    if (!isExplained(reading)) {
+        TextReading nearer = asNearestTexts(words, comparison);
+        readRemainder(nearer, words, comparison);
+        if (isNearer(nearer, reading)) {
+            reading = std::move(nearer);
+        } else {
+            applyPartOfAText(reading, nearer.candidates);
         }
+        dropDerivedLicense(reading, words, comparison);
+        reading.choices = offeredChoices(words.words);
+        reading.namedLicenses = licensesNamedIn(words.words);
+        addNoticesOfAChoice(reading, words);
+        reading.remainderBeginning = beginningOf(reading.remainder, words);
     }
-    applyLookAlike(reading, words.joinedWords);
     std::erase_if(reading.candidates,
                   [](const auto& candidate) { return candidate.score < worthNamingScore; });
     std::ranges::stable_sort(reading.candidates, {}, &LicenseMatcher::Candidate::start);
     return reading;
+}
+
+TextReading readLicenseText(std::string_view text) {
+    if (isMarkup(text)) {
+        return readLicenseText(LicenseText(withoutMarkup(text)));
+    }
+    return readLicenseText(LicenseText(text));
+}
+
+std::vector<std::string_view> partsBeyondLicenses(std::string_view text) {
+    const LicenseText words(text);
+    const TextReading reading = readLicenseText(words);
+    return reading.matches.empty() ? std::vector<std::string_view>() : partsOf(reading.remainder, words);
 }
 
 std::shared_ptr<const TextReading> TextReadings::of(const std::string& text) {

@@ -1,4 +1,4 @@
-#include "ScanKit/Licenses/StandardTexts.h"
+#include "ScanKit/Licenses/LicenseTexts.h"
 #include "ScanKit/Support/Text.h"
 #include "Tests/Builders/Printers.h"
 

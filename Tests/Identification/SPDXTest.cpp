@@ -50,6 +50,8 @@ TEST(SPDX, FindsWhatIsKnownAndGuessesNothing) {
         {normalize, "MPL v2.0", "MPL-2.0"},
         {normalize, "GNU General Public License v2 or later (GPLv2+)", "GPL-2.0-or-later"},
         {normalize, "The MIT License (MIT)", "MIT"},
+        {classifier, "License :: OSI Approved :: Mozilla Public License 1.0 (MPL)", std::nullopt},
+        {normalize, "Apache License 2 (Apache)", "Apache-2.0"},
         {normalize, "“MIT” License", "MIT"},
         {normalize, "Licence: MIT", "MIT"},
         {normalize, "All rights reserved", "UNLICENSED"},

@@ -1,6 +1,6 @@
 #include "ScanKit/Scan/Scanner.h"
 
-#include "ScanKit/Licenses/StandardTexts.h"
+#include "ScanKit/Licenses/LicenseTexts.h"
 #include "ScanKit/Scan/DerivedData.h"
 #include "ScanKit/Scan/ProjectDetection.h"
 #include "Tests/Builders/Printers.h"
