@@ -6,13 +6,10 @@
 #include "ScanKit/Identification/LookAlikes.h"
 #include "ScanKit/Identification/Markup.h"
 #include "ScanKit/Identification/KnownLicense.h"
-#include "ScanKit/Identification/TextSet.h"
+#include "ScanKit/Identification/TextComparison.h"
 
 #include <algorithm>
-#include <array>
 #include <functional>
-#include <span>
-#include <iterator>
 #include <numeric>
 
 namespace ScanKit {
@@ -44,91 +41,6 @@ void applyLookAlike(TextReading& reading, std::string_view joinedWords) {
     }
 }
 
-/// The texts in which the words of a license and of its notice stand, by how their ids begin.
-struct CoveringRow {
-    std::string_view matched, texts;
-};
-constexpr auto coveringRows = std::to_array<CoveringRow>({
-    {"AGPL", "AGPL"},
-    {"LGPL", "LGPL"},
-    {"LGPL", "GPL"},  // the LGPL is written as additions to the GPL, and asks for both notices
-    {"GPL", "GPL"},
-});
-
-/// Whether a text that reads as `id` may hold words of the text of `textId`.
-bool covers(std::string_view textId, std::string_view id) {
-    if (textId == familyOf(id) || (id == "BSD" && textId.starts_with("BSD-"))) {
-        return true;
-    }
-    return std::ranges::any_of(coveringRows, [&](const CoveringRow& row) {
-        return id.starts_with(row.matched) && textId.starts_with(row.texts);
-    });
-}
-
-/// Some of the built-in license texts.
-struct Texts {
-    TextSet::Members standard = 0;
-    TextSet::Members reference = 0;
-};
-
-/// A text beside the built-in ones; what is not asked for is not looked up.
-class Comparison {
-public:
-    explicit Comparison(const LicenseText& text) : words_(text.words) {}
-
-    const TextSet::Lookup& standard() { return looked(standard_, standardLicenseTexts); }
-    const TextSet::Lookup& reference() { return looked(reference_, referenceLicenseTexts); }
-
-    /// Marks the words that stand in one of the texts.
-    WordMarks marks(Texts texts) {
-        WordMarks covered(words_.size());
-        if (texts.standard != 0) {
-            standard().mark(texts.standard, covered);
-        }
-        if (texts.reference != 0) {
-            reference().mark(texts.reference, covered);
-        }
-        return covered;
-    }
-
-private:
-    const TextSet::Lookup& looked(std::optional<TextSet::Lookup>& lookup, const TextSet& (*set)()) const {
-        return lookup ? *lookup : lookup.emplace(set(), words_);
-    }
-
-    std::span<const std::uint64_t> words_;
-    std::optional<TextSet::Lookup> standard_, reference_;
-};
-
-/// The texts in which the words of what a text reads as may stand.
-Texts textsOf(const TextReading& reading) {
-    Texts texts;
-    const auto membersFor = [&](const TextSet& set) {
-        TextSet::Members members = 0;
-        for (const std::string_view id : set.ids()) {
-            if (std::ranges::any_of(reading.matches,
-                                    [&](const auto& match) { return covers(id, match.id); })) {
-                members |= set.member(id);
-            }
-        }
-        return members;
-    };
-    texts.standard = membersFor(standardLicenseTexts());
-    // What it holds nearly whole, where another one fits better.
-    for (const LicenseMatcher::Candidate& candidate : reading.candidates) {
-        if (candidate.score >= LicenseMatcher::acceptedScore) {
-            texts.standard |= standardLicenseTexts().member(candidate.id);
-        }
-    }
-    const auto isStandard = [](const TextReading::Match& match) {
-        return standardLicenseTexts().member(familyOf(match.id)) != 0;
-    };
-    if (!std::ranges::all_of(reading.matches, isStandard)) {
-        texts.reference = membersFor(referenceLicenseTexts());
-    }
-    return texts;
-}
-
 /// What the matcher says of the text, and the look-alikes.
 TextReading asStandardTexts(const LicenseText& words) {
     TextReading reading{.candidates = LicenseMatcher::candidates(words),
@@ -152,11 +64,10 @@ double gain(const LicenseMatcher::Candidate& candidate) {
 }
 
 /// The text compared by all its words with those of all known licenses.
-TextReading asNearestTexts(const LicenseText& words, Comparison& comparison) {
-    TextReading reading{.candidates = comparison.standard().candidates(),
+TextReading asNearestTexts(const LicenseText& words, TextComparison& comparison) {
+    TextReading reading{.candidates = comparison.candidates(),
                         .wordCount = words.words.size(),
                         .licenseWordCount = words.licenseWords.size()};
-    std::ranges::move(comparison.reference().candidates(), std::back_inserter(reading.candidates));
     std::ranges::stable_sort(reading.candidates, std::greater{}, gain);
     WordMarks taken(words.words.size());
     for (const LicenseMatcher::Candidate& candidate : reading.candidates) {
@@ -164,8 +75,7 @@ TextReading asNearestTexts(const LicenseText& words, Comparison& comparison) {
             continue;
         }
         // Some licenses hold another one nearly whole: what is theirs already makes no further license.
-        const WordMarks covered = comparison.marks(
-            {standardLicenseTexts().member(candidate.id), referenceLicenseTexts().member(candidate.id)});
+        const WordMarks covered = comparison.marksOf(candidate.id);
         const auto all = std::ranges::count(covered, 1);
         const auto shared = std::transform_reduce(covered.begin(), covered.end(), taken.begin(),
                                                   std::ptrdiff_t{0}, std::plus<>{}, std::logical_and<>{});
@@ -234,9 +144,24 @@ bool applyException(TextReading& reading, const LicenseText& text, WordMarks& co
     return true;
 }
 
+/// Marks the words that stand in what the text reads as.
+WordMarks marksOf(const TextReading& reading, TextComparison& comparison) {
+    std::vector<std::string_view> ids;
+    for (const TextReading::Match& match : reading.matches) {
+        ids.push_back(match.id);
+    }
+    std::vector<std::string_view> held;
+    for (const LicenseMatcher::Candidate& candidate : reading.candidates) {
+        if (candidate.score >= LicenseMatcher::acceptedScore) {
+            held.push_back(candidate.id);
+        }
+    }
+    return comparison.marksOfReading(ids, held);
+}
+
 /// Fills in what the text says beyond its matches.
-void readRemainder(TextReading& reading, const LicenseText& text, Comparison& comparison) {
-    WordMarks covered = comparison.marks(textsOf(reading));
+void readRemainder(TextReading& reading, const LicenseText& text, TextComparison& comparison) {
+    WordMarks covered = marksOf(reading, comparison);
     reading.remainder = remainderOf(text, covered);
     if (!reading.remainder.passages.empty() && applyException(reading, text, covered)) {
         reading.remainder = remainderOf(text, covered);
@@ -244,7 +169,7 @@ void readRemainder(TextReading& reading, const LicenseText& text, Comparison& co
 }
 
 /// Some licenses are another one's text under a name of their own, with a few words changed.
-void dropDerivedLicense(TextReading& reading, const LicenseText& text, Comparison& comparison) {
+void dropDerivedLicense(TextReading& reading, const LicenseText& text, TextComparison& comparison) {
     if (reading.matches.size() == 1 && isDerivedLicense(reading.matches.front().id, text.words)) {
         reading.matches.clear();
         readRemainder(reading, text, comparison);
@@ -313,7 +238,7 @@ bool TextReading::isMostlyRemainder() const {
 }
 
 TextReading readLicenseText(const LicenseText& words) {
-    Comparison comparison(words);
+    TextComparison comparison(words);
     TextReading reading = asStandardTexts(words);
     readRemainder(reading, words, comparison);
     if (!isExplained(reading)) {
