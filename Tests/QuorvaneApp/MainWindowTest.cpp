@@ -1,3 +1,4 @@
+#include "ScanKit/Identification/SPDX.h"
 #include "QuorvaneApp/MainWindow.h"
 
 #include "QuorvaneApp/Views/Results/DependencyTable.h"
@@ -217,6 +218,25 @@ private Q_SLOTS:
         QCOMPARE(tabs->count(), 1);
         QVERIFY(textOf(details).contains(u"GNU General Public License"_s));
         QVERIFY(fixture.find<QAbstractButton>("sourceLink") == nullptr);
+    }
+
+    void licenseTextsMarkWhatStandsInNoLicense() {
+        auto added = package("added");
+        added.licenseText = std::string(ScanKit::SPDX::builtInText("MIT").value()) +
+                            "\r\nÄnderung 1: This file must not be read aloud in a boat on a lake.\r\n";
+        auto plain = package("plain");
+        plain.licenseText = ScanKit::SPDX::builtInText("MIT").value();
+        ResultsFixture fixture(alwaysFinding(findings({added, plain})));
+        QVERIFY(fixture.open());
+        fixture.table.selectRow(0);
+        auto* const text = fixture.find<QPlainTextEdit>("licenseText");
+        QCOMPARE(text->extraSelections().size(), 1);
+        QCOMPARE(text->extraSelections().front().cursor.selectedText(),
+                 u"Änderung 1: This file must not be read aloud in a boat on a lake"_s);
+        QVERIFY(text->accessibleDescription().startsWith(u"Marked"_s));
+        fixture.table.selectRow(1);
+        QVERIFY(text->extraSelections().isEmpty());
+        QVERIFY(text->accessibleDescription().isEmpty());
     }
 
     void endlessTextsDoNotHoldUpTheWindow() {

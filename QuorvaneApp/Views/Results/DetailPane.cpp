@@ -2,10 +2,11 @@
 
 #include "QuorvaneApp/Model/AppModel.h"
 #include "QuorvaneApp/Model/Texts.h"
-#include "QuorvaneApp/Views/Controls/Appearance.h"
 #include "QuorvaneApp/Views/Controls/Label.h"
 #include "QuorvaneApp/Views/Controls/MessagePage.h"
 #include "QuorvaneApp/Views/Results/DependencyFacts.h"
+#include "QuorvaneApp/Views/Results/LicenseTextView.h"
+#include "QuorvaneApp/Views/Results/PackageTextEdit.h"
 
 #include <utility>
 
@@ -15,26 +16,6 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
-namespace {
-
-/// Hidden, until it gets a tab.
-QPlainTextEdit* makeTextView(const QString& objectName, const QString& accessibleName, QWidget* parent) {
-    auto* const view = new QPlainTextEdit(parent);
-    view->hide();
-    view->setObjectName(objectName);
-    view->setAccessibleName(accessibleName);
-    view->setReadOnly(true);
-    view->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    view->setFrameShape(QFrame::NoFrame);
-    view->setFont(Appearance::adjusted(view->font(), -0.5));
-    // Nothing is typed here: the key goes on, as everywhere else.
-    view->setTabChangesFocus(true);
-    view->document()->setDocumentMargin(12);
-    return view;
-}
-
-}  // namespace
-
 DetailPane::DetailPane(AppModel& model, LinkOpener openLink, QWidget* parent)
     : QWidget(parent),
       model_(&model),
@@ -43,8 +24,12 @@ DetailPane::DetailPane(AppModel& model, LinkOpener openLink, QWidget* parent)
       version_(new Label(Label::Role::caption)),
       tabs_(new QTabWidget),
       facts_(new DependencyFacts(std::move(openLink))),
-      licenseText_(makeTextView(QStringLiteral("licenseText"), tr("License text"), this)),
-      noticeText_(makeTextView(QStringLiteral("noticeText"), tr("Notice text"), this)) {
+      licenseText_(new LicenseTextView(this)),
+      noticeText_(makePackageTextEdit(QStringLiteral("noticeText"), tr("Notice text"))) {
+    // Hidden, until they get a tab.
+    noticeText_->setParent(this);
+    licenseText_->hide();
+    noticeText_->hide();
     setObjectName(QStringLiteral("detailPane"));
     setAccessibleName(tr("Details"));
     name_->setWrapping(true);
@@ -86,18 +71,21 @@ void DetailPane::showSelection() {
     const QString version = Texts::oneLine(Texts::fromUtf8(dependency->version));
     version_->setText(version.isEmpty() ? tr("No version") : version);
     facts_->show(*dependency);
-    showText(*licenseText_, tr("License text"), Texts::fromUtf8(dependency->licenseText.value_or("")));
-    showText(*noticeText_, tr("Notice"), Texts::fromUtf8(dependency->noticeText.value_or("")));
+    const QString license = Texts::fromUtf8(dependency->licenseText.value_or(""));
+    const QString notice = Texts::fromUtf8(dependency->noticeText.value_or(""));
+    licenseText_->setText(license);
+    noticeText_->setPlainText(Texts::withoutEndlessLines(notice));
+    showTab(*licenseText_, tr("License text"), !license.isEmpty());
+    showTab(*noticeText_, tr("Notice"), !notice.isEmpty());
 }
 
 /// A tab is there only when it holds something.
-void DetailPane::showText(QPlainTextEdit& view, const QString& title, const QString& text) {
-    view.setPlainText(Texts::withoutEndlessLines(text));
+void DetailPane::showTab(QWidget& view, const QString& title, bool isShown) {
     const int tab = tabs_->indexOf(&view);
-    if (text.isEmpty() && tab >= 0) {
+    if (!isShown && tab >= 0) {
         tabs_->removeTab(tab);
         view.hide();
-    } else if (!text.isEmpty() && tab < 0) {
+    } else if (isShown && tab < 0) {
         tabs_->addTab(&view, title);
     }
 }

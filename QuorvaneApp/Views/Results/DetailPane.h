@@ -7,6 +7,7 @@
 class AppModel;
 class DependencyFacts;
 class Label;
+class LicenseTextView;
 class QPlainTextEdit;
 class QStackedWidget;
 class QTabWidget;
@@ -24,7 +25,7 @@ public:
 
 private:
     void showSelection();
-    void showText(QPlainTextEdit& view, const QString& title, const QString& text);
+    void showTab(QWidget& view, const QString& title, bool isShown);
 
     AppModel* model_;
     QStackedWidget* pages_;
@@ -32,6 +33,6 @@ private:
     Label* version_;
     QTabWidget* tabs_;
     DependencyFacts* facts_;
-    QPlainTextEdit* licenseText_;
+    LicenseTextView* licenseText_;
     QPlainTextEdit* noticeText_;
 };
