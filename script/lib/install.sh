@@ -3,7 +3,7 @@
 
 build_packages_debian=(
   g++ cmake ninja-build pkg-config ca-certificates
-  libicu-dev libsimdjson-dev libtbb-dev libfmt-dev libcli11-dev
+  libicu-dev libsimdjson-dev libtbb-dev libfmt-dev libcli11-dev libfyaml-dev libtomlplusplus-dev libzip-dev
   libpango1.0-dev libcairo2-dev fonts-urw-base35
   qt6-base-dev libgl-dev qt6-qpa-plugins
 )
