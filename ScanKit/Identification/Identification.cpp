@@ -7,6 +7,8 @@
 #include "ScanKit/Support/Paths.h"
 #include "ScanKit/Support/Text.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 namespace ScanKit {
@@ -39,6 +41,24 @@ Dependency carriedOver(const RawDependency& package) {
     return dependency;
 }
 
+/// What stands in the name of a file that is about what a package bundles, not about the package.
+constexpr auto namesOfOthers =
+    std::to_array<std::string_view>({"third", "3rd", "bundled", "vendor", "dependencies"});
+
+/// The reading as it counts for the package: what a list of third parties offers as a choice is none of the package's.
+std::shared_ptr<const TextReading> ofPackage(std::shared_ptr<const TextReading> reading,
+                                             std::string_view file) {
+    const std::string name = Text::lowercased(file);
+    const bool isAboutOthers = std::ranges::any_of(
+        namesOfOthers, [&](std::string_view part) { return name.find(part) != std::string::npos; });
+    if (!isAboutOthers || reading->choices.empty()) {
+        return reading;
+    }
+    auto own = std::make_shared<TextReading>(*reading);
+    own->choices.clear();
+    return own;
+}
+
 }  // namespace
 
 Dependency identify(const RawDependency& package) {
@@ -52,7 +72,7 @@ Dependency identify(const RawDependency& package, TextReadings& readings) {
     std::vector<std::shared_ptr<const TextReading>> read;
     // Thousands of packages share a few hundred texts; each is matched once in a scan.
     for (const PackageText& one : texts) {
-        read.push_back(readings.of(one.text));
+        read.push_back(ofPackage(readings.of(one.text), one.name));
     }
     const DeclaredLicense declared = declaredLicense(package);
     const LicenseDecision decision = decideLicense(declared, read);

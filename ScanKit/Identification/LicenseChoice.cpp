@@ -1,6 +1,7 @@
 #include "ScanKit/Identification/LicenseChoice.h"
 
 #include "ScanKit/Identification/PhraseSet.h"
+#include "ScanKit/Support/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -38,9 +39,27 @@ constexpr auto choicePhrases = std::to_array<std::string_view>({
     "choose either",
     "choose between",
 });
-/// A choice names its licenses this close to the phrase, in words.
-constexpr std::size_t reachBefore = 20;
-constexpr std::size_t reachBehind = 50;
+/// A sentence with one of these offers no choice of the package's license: it speaks of a part of it, or denies it, or one of
+/// the options is for sale.
+constexpr auto exceptingPhrases = std::to_array<std::string_view>({
+    "not dual",
+    "not dually",
+    "example",
+    "examples",
+    "directory",
+    "directories",
+    "folder",
+    "this file",
+    "these files",
+    "subdirectory",
+    "commercial",
+    "enterprise",
+    "proprietary",
+    "parts",
+    "portions",
+});
+/// The list behind a sentence that ends in a colon, in words.
+constexpr std::size_t listLength = 40;
 
 /// What a family is called in prose.
 struct NameRow {
@@ -87,6 +106,34 @@ constexpr auto names = std::to_array<NameRow>({
     {"Python-2.0", "psf"},
 });
 
+/// For each word how its sentence ends behind it: at a full stop before a blank, a semicolon, or an empty line; with ':' where
+/// a list follows. 0 where it goes on.
+std::vector<char> sentenceEnds(const LicenseText& text) {
+    std::vector<char> ends(text.words.size());
+    std::size_t word = 0;
+    for (std::size_t line = 0; line < text.lines.size(); ++line) {
+        const std::string_view bytes = text.lines[line].bytes;
+        const std::vector<std::string_view> words = wordsOfLine(bytes);
+        const bool fits = word + words.size() == text.lines[line].wordsEnd;
+        for (std::size_t i = 0; fits && i < words.size(); ++i) {
+            const char* behind = words[i].data() + words[i].size();
+            const char* next = i + 1 < words.size() ? words[i + 1].data() : bytes.data() + bytes.size();
+            const std::string_view between(behind, static_cast<std::size_t>(next - behind));
+            const bool isEnd = between.find(';') != std::string_view::npos ||
+                               between.find(". ") != std::string_view::npos || between.ends_with('.');
+            ends[word + i] = isEnd ? '.' : 0;
+        }
+        word = text.lines[line].wordsEnd;
+        const bool isLast = line + 1 == text.lines.size() || text.lines[line + 1].beginsParagraph;
+        if (Text::trimmed(bytes).ends_with(':')) {
+            ends[word - 1] = ':';
+        } else if (isLast) {
+            ends[word - 1] = '.';
+        }
+    }
+    return ends;
+}
+
 }  // namespace
 
 std::vector<std::string> licensesNamedIn(std::span<const std::uint64_t> words) {
@@ -105,21 +152,36 @@ std::vector<std::string> licensesNamedIn(std::span<const std::uint64_t> words) {
     return families;
 }
 
-std::vector<std::vector<std::string>> offeredChoices(std::span<const std::uint64_t> words) {
+std::vector<std::vector<std::string>> offeredChoices(const LicenseText& text) {
     static const PhraseSet phrases{choicePhrases};
-    static const std::array<std::string_view, 1> versionPhrase{"you may choose any version"};
-    static const PhraseSet ofVersions{versionPhrase};
+    static const PhraseSet exceptions{exceptingPhrases};
     std::vector<std::vector<std::string>> choices;
+    const std::span<const std::uint64_t> words(text.words);
+    std::vector<char> endsSentence;
     for (const PhraseSet::Occurrence& one : phrases.occurrences(words)) {
+        if (endsSentence.empty()) {
+            endsSentence = sentenceEnds(text);
+        }
+        std::size_t begin = one.begin;
+        while (begin > 0 && endsSentence[begin - 1] == 0) {
+            --begin;
+        }
+        std::size_t end = one.end;
+        while (end < words.size() && endsSentence[end - 1] == 0) {
+            ++end;
+        }
         // The GNU licenses leave a choice of their versions.
-        if (!ofVersions
-                 .occurrences(words.subspan(one.begin, std::min<std::size_t>(5, words.size() - one.begin)))
-                 .empty()) {
+        static constexpr std::array<std::string_view, 1> ofVersions{"you may choose any version"};
+        static const PhraseSet versions{ofVersions};
+        const std::span<const std::uint64_t> sentence = words.subspan(begin, end - begin);
+        if (!exceptions.occurrences(sentence).empty() || !versions.occurrences(sentence).empty()) {
             continue;
         }
-        const std::size_t begin = one.begin - std::min(one.begin, reachBefore);
-        const std::size_t end = std::min(words.size(), one.end + reachBehind);
-        choices.push_back(licensesNamedIn(words.subspan(begin, end - begin)));
+        std::vector<std::string> named = licensesNamedIn(sentence);
+        if (named.size() < 2 && endsSentence[end - 1] == ':') {
+            named = licensesNamedIn(words.subspan(begin, std::min(words.size(), end + listLength) - begin));
+        }
+        choices.push_back(std::move(named));
     }
     return choices;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ScanKit/Identification/LicenseWords.h"
+
 #include <cstdint>
 #include <span>
 #include <string>
@@ -11,8 +13,9 @@ namespace ScanKit {
 /// a table. `words` are LicenseText::words.
 std::vector<std::string> licensesNamedIn(std::span<const std::uint64_t> words);
 
-/// For each place where a text says that its licenses are a choice ("dual licensed", "you may choose", "either of"), the
-/// families that it names around there, each once. What the families are worth is for whoever knows the text's licenses.
-std::vector<std::vector<std::string>> offeredChoices(std::span<const std::uint64_t> words);
+/// For each sentence in which a text says that its licenses are a choice ("dual licensed", "you may choose", "either of"), the
+/// families that it names there, or in the list behind it. Sentences about a part of the package, or about commercial
+/// terms, offer none.
+std::vector<std::vector<std::string>> offeredChoices(const LicenseText& text);
 
 }  // namespace ScanKit

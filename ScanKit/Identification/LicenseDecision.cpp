@@ -239,17 +239,21 @@ bool isCopyleft(const TextReading& reading) {
     });
 }
 
+bool holdsOwnTerms(const TextReading& reading) {
+    return reading.remainder.setsTerms || std::ranges::any_of(reading.matches, &Match::isAltered);
+}
+
 /// Whether a file may decide where the metadata says something that is no license: its matches account for it, and it holds
 /// no terms of its own. A copyleft license decides even so, for to report less would be calm.
 bool decidesForUnrecognized(const TextReading& reading) {
-    return reading.isUsable() &&
-           (!reading.remainder.setsTerms || !reading.choices.empty() || isCopyleft(reading));
+    return reading.isUsable() && (!holdsOwnTerms(reading) || !reading.choices.empty() || isCopyleft(reading));
 }
 
 /// Whether a file is another license than those that it reads as: their words with terms in between, or an agreement that
 /// ends in the licenses of what it bundles.
 bool isAnotherLicense(const TextReading& reading) {
-    const bool isRewritten = reading.matches.size() == 1 && reading.remainder.changesTheLicense;
+    const bool isRewritten = reading.matches.size() == 1 &&
+                             (reading.remainder.changesTheLicense || reading.matches.front().isAltered);
     const bool isAgreement = reading.remainder.setsTerms && reading.isMostlyRemainder();
     return (isRewritten || isAgreement) && reading.choices.empty() && !isCopyleft(reading);
 }
@@ -285,6 +289,9 @@ void readRemainders(const Readings& readings, LicenseDecision& decision) {
     const TextReading* told = nullptr;
     for (const auto& reading : readings) {
         const Remainder& remainder = reading->remainder;
+        // A copy that grants less than its license is not calm, whatever it says beside.
+        decision.isAltered |= std::ranges::any_of(reading->matches, &Match::isAltered);
+        decision.holdsUnreadTerms |= decision.isAltered;
         // A file that reads as nothing is noticed by that alone, unless the metadata speaks for the package.
         if (!remainder.isOfSubstance() || (reading->matches.empty() && !remainder.setsTerms)) {
             continue;

@@ -24,6 +24,7 @@ struct LicenseDecision {
     std::vector<std::string> unplacedParts;  ///< ids of licenses that parts of the files only resemble
     /// How the first file begins that says more than its licenses, where that is worth a note; terms come first.
     std::optional<std::string> remainder;
+    bool isAltered = false;  ///< a file lacks the sentence in which its license grants its rights
     /// What the files say beyond their licenses needs to be read before anybody relies on the license.
     bool holdsUnreadTerms = false;
     std::optional<double> matchScore;     ///< the lowest of all matches

@@ -1,12 +1,17 @@
 #include "ScanKit/Identification/LicenseException.h"
 
+#include "ScanKit/Identification/LicenseWords.h"
 #include "ScanKit/Identification/PhraseSet.h"
+
+#include <algorithm>
 
 #include <array>
 #include <vector>
 
 namespace ScanKit {
 namespace {
+
+constexpr std::size_t negationReach = 8;  ///< words before the phrase
 
 constexpr auto rows = std::to_array<LicenseException>({
     {"Swift-exception", "Apache-",
@@ -34,11 +39,15 @@ constexpr auto rows = std::to_array<LicenseException>({
 
 std::optional<StatedException> exceptionIn(std::span<const std::uint64_t> words) {
     static const PhraseSet phrases = phrasesOf(rows, &LicenseException::words);
-    const std::vector<PhraseSet::Occurrence> found = phrases.occurrences(words);
-    if (found.empty()) {
-        return std::nullopt;
+    static const std::uint64_t negation = licenseWordHash("not");
+    for (const PhraseSet::Occurrence& one : phrases.occurrences(words)) {
+        const std::size_t begin = one.begin - std::min(one.begin, negationReach);
+        const std::span<const std::uint64_t> before = words.subspan(begin, one.begin - begin);
+        if (std::ranges::find(before, negation) == before.end()) {
+            return StatedException{&rows[one.phrase], one.begin};
+        }
     }
-    return StatedException{&rows[found.front().phrase], found.front().begin};
+    return std::nullopt;
 }
 
 }  // namespace ScanKit

@@ -209,7 +209,7 @@ private:
 
     void noteCloseToStandard() {
         const std::optional<double> score = facts_.decision.fullTextScore;
-        if (score && *score < closeScore) {
+        if (score && (*score < closeScore || facts_.decision.isAltered)) {
             const LicenseExpression& named = facts_.decision.fromText ? *facts_.decision.fromText : chosen();
             note("The license file is close to the standard " + named.description() +
                  " text but not identical (" + std::to_string(std::lround(*score * 100)) +

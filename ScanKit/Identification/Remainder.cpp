@@ -102,7 +102,14 @@ std::vector<Remainder::Passage> runsBeyond(const LicenseText& text, const WordMa
             close();
             continue;
         }
-        if (text.lines[line].isCopyright || isTitle(text, line, words) || isAddress(text.lines[line].bytes)) {
+        const bool isAside =
+            text.lines[line].isCopyright || isTitle(text, line, words) || isAddress(text.lines[line].bytes);
+        const std::span<const std::uint64_t> ofLine =
+            std::span(text.words).subspan(words.begin, words.end - words.begin);
+        // Terms hide behind the name of a holder, too.
+        if (isAside && !restricts(ofLine) &&
+            !(text.lines[line].isCopyright && setsTerms(text.words, words.begin, words.end))) {
+            close();
             continue;
         }
         for (std::size_t word = words.begin; word < words.end; ++word) {
@@ -198,7 +205,9 @@ public:
 
     Remainder read() {
         for (const Remainder::Passage& run : runsBeyond(text_, covered_)) {
-            if (run.wordCount >= leastWordsOfASentence) {
+            const std::span<const std::uint64_t> words =
+                std::span(text_.words).subspan(run.begin, run.end - run.begin);
+            if (run.wordCount >= leastWordsOfASentence || restricts(words)) {
                 add(run);
             }
         }
@@ -209,9 +218,12 @@ private:
     void add(Remainder::Passage passage) {
         const std::span<const std::uint64_t> words(text_.words);
         const bool isLong = passage.wordCount >= leastWordsOfAPassage;
+        const std::span<const std::uint64_t> own = words.subspan(passage.begin, passage.end - passage.begin);
+        const bool isRestriction = restricts(own);
         passage.setsTerms =
-            setsTerms(words.subspan(passage.begin, passage.end - passage.begin)) || continuesMust(passage);
-        if (!isLong && !(passage.setsTerms && isSentence(passage, sentencesAround(passage)))) {
+            isRestriction || setsTerms(words, passage.begin, passage.end) || continuesMust(passage);
+        const bool standsAlone = passage.setsTerms && isSentence(passage, sentencesAround(passage));
+        if (!isLong && !isRestriction && !standsAlone) {
             return;
         }
         remainder_.setsTerms |= passage.setsTerms;

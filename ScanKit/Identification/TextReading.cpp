@@ -1,15 +1,20 @@
 #include "ScanKit/Identification/TextReading.h"
 
+#include "ScanKit/Identification/KeySentence.h"
+#include "ScanKit/Identification/KnownLicense.h"
 #include "ScanKit/Identification/LicenseChoice.h"
 #include "ScanKit/Identification/LicenseException.h"
 #include "ScanKit/Identification/LicenseWords.h"
 #include "ScanKit/Identification/LookAlikes.h"
 #include "ScanKit/Identification/Markup.h"
-#include "ScanKit/Identification/KnownLicense.h"
+#include "ScanKit/Identification/PhraseSet.h"
+#include "ScanKit/Identification/ShortNotice.h"
 #include "ScanKit/Identification/TextComparison.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
+#include <iterator>
 #include <numeric>
 
 namespace ScanKit {
@@ -25,7 +30,9 @@ constexpr std::size_t leastWordsOfAGnuText = 800;
 /// What a further license must have of its own, of its words in the text. The MIT license shares more than half of its words
 /// with the Open Font License.
 constexpr double ownShare = 0.2;
-constexpr double leastDifference = 8;  ///< in words: nearer by less is not nearer
+constexpr std::size_t mostWordsOfAName = 60;  ///< of a text that says no more than which license it is
+constexpr std::size_t versionReach = 40;      ///< words behind a license's name that may say its version
+constexpr double leastDifference = 8;         ///< in words: nearer by less is not nearer
 
 /// Makes a text with one match read as the license it really is.
 void applyLookAlike(TextReading& reading, std::string_view joinedWords) {
@@ -170,8 +177,10 @@ void readRemainder(TextReading& reading, const LicenseText& text, TextComparison
 
 /// Some licenses are another one's text under a name of their own, with a few words changed.
 void dropDerivedLicense(TextReading& reading, const LicenseText& text, TextComparison& comparison) {
-    if (reading.matches.size() == 1 && isDerivedLicense(reading.matches.front().id, text.words)) {
-        reading.matches.clear();
+    const auto isDerived = [&](const TextReading::Match& match) {
+        return match.region && isDerivedLicense(match.id, text.words);
+    };
+    if (std::erase_if(reading.matches, isDerived) > 0) {
         readRemainder(reading, text, comparison);
     }
 }
@@ -195,6 +204,20 @@ std::string_view kindOfGnu(std::string_view id) {
     return kind.ends_with("GPL") ? kind : "";
 }
 
+/// The GPL that the words behind its name speak of: "version 2 or any later version".
+std::string gnuIdOf(std::span<const std::uint64_t> words) {
+    static constexpr auto versions = std::to_array<std::string_view>({"version 3", "v3", "version 2", "v2"});
+    static const PhraseSet phrases{versions};
+    const std::vector<PhraseSet::Occurrence> found = phrases.occurrences(words);
+    if (found.empty()) {
+        return "GPL";
+    }
+    static constexpr std::array<std::string_view, 1> later{"any later version"};
+    static const PhraseSet orLater{later};
+    const std::string id = found.front().phrase < 2 ? "GPL-3.0" : "GPL-2.0";
+    return orLater.occurrences(words).empty() ? id : id + "-or-later";
+}
+
 /// Half a GNU license names its sisters as a notice would. What it is a part of says more.
 void applyPartOfAText(TextReading& reading, const std::vector<LicenseMatcher::Candidate>& candidates) {
     if (reading.matches.size() != 1 || !reading.matches.front().byNotice) {
@@ -202,10 +225,61 @@ void applyPartOfAText(TextReading& reading, const std::vector<LicenseMatcher::Ca
     }
     TextReading::Match& notice = reading.matches.front();
     const auto best = std::ranges::max_element(candidates, {}, &LicenseMatcher::Candidate::score);
-    if (best != candidates.end() && best->score >= partialScore && best->wordCount >= leastWordsOfAGnuText &&
-        kindOfGnu(best->id) != "" && kindOfGnu(notice.id) != kindOfGnu(best->id)) {
+    if (best == candidates.end() || best->score < partialScore || best->wordCount < leastWordsOfAGnuText ||
+        kindOfGnu(best->id).empty()) {
+        return;
+    }
+    notice.isPart = true;
+    if (kindOfGnu(notice.id) != kindOfGnu(best->id)) {
         notice.id = best->id;
         notice.isLookAlike = false;
+    }
+}
+
+/// A notice of the GPL that also mentions the LGPL, of something else, is one of the GPL: what it names first is its own.
+void applyFirstGnuNotice(TextReading& reading, const LicenseText& text) {
+    if (reading.matches.size() != 1 || !reading.matches.front().byNotice ||
+        kindOfGnu(reading.matches.front().id) != "LGPL") {
+        return;
+    }
+    static constexpr auto names =
+        std::to_array<std::string_view>({"gnu general public license", "gnu lesser general public license",
+                                         "gnu library general public license"});
+    static const PhraseSet phrases{names};
+    const std::vector<PhraseSet::Occurrence> found = phrases.occurrences(text.words);
+    if (found.empty() || found.front().phrase != 0) {
+        return;
+    }
+    const std::size_t length = std::min(versionReach, text.words.size() - found.front().end);
+    reading.matches.front().id = gnuIdOf(std::span(text.words).subspan(found.front().end, length));
+}
+
+/// A short text that says no more than a license's name, or has a tag of it, is a notice of that license.
+void addNamesOfAShortText(TextReading& reading, const LicenseText& text) {
+    if (!reading.matches.empty()) {
+        return;
+    }
+    const TaggedLicenses tagged = taggedLicenses(text.bytes);
+    for (const std::string& id : tagged.ids) {
+        reading.matches.push_back({.id = id, .byNotice = true, .score = LicenseMatcher::noticeScore});
+    }
+    if (tagged.isChoice) {
+        std::vector<std::string>& families = reading.choices.emplace_back();
+        std::ranges::transform(tagged.ids, std::back_inserter(families),
+                               [](const std::string& id) { return std::string(familyOf(id)); });
+    }
+    if (reading.matches.empty() && text.words.size() <= mostWordsOfAName) {
+        if (const auto id = gnuNameIn(text.words)) {
+            reading.matches.push_back(
+                {.id = std::string(*id), .byNotice = true, .score = LicenseMatcher::noticeScore});
+        }
+    }
+}
+
+/// A copy of a license that grants less is not that license.
+void markAltered(TextReading& reading, const LicenseText& text) {
+    for (TextReading::Match& match : reading.matches) {
+        match.isAltered = match.region && lacksKeySentence(match.id, text.words);
     }
 }
 
@@ -221,6 +295,9 @@ bool TextReading::holdsStandardText(std::string_view templateId) const {
 bool TextReading::isUsable() const {
     if (matches.empty()) {
         return false;
+    }
+    if (std::ranges::any_of(matches, &Match::isPart)) {
+        return true;
     }
     // A long text that mentions the GPL, or ends with a short license for its examples, is another license's text.
     double covered = 0;
@@ -248,13 +325,16 @@ TextReading readLicenseText(const LicenseText& words) {
             reading = std::move(nearer);
         } else {
             applyPartOfAText(reading, nearer.candidates);
+            applyFirstGnuNotice(reading, words);
+            addNamesOfAShortText(reading, words);
         }
         dropDerivedLicense(reading, words, comparison);
-        reading.choices = offeredChoices(words.words);
+        std::ranges::move(offeredChoices(words), std::back_inserter(reading.choices));
         reading.namedLicenses = licensesNamedIn(words.words);
         addNoticesOfAChoice(reading, words);
         reading.remainderBeginning = beginningOf(reading.remainder, words);
     }
+    markAltered(reading, words);
     std::erase_if(reading.candidates,
                   [](const auto& candidate) { return candidate.score < worthNamingScore; });
     std::ranges::stable_sort(reading.candidates, {}, &LicenseMatcher::Candidate::start);

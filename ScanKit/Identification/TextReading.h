@@ -25,6 +25,8 @@ struct TextReading {
         /// The full-text candidate behind the match; absent for a notice.
         std::optional<LicenseMatcher::Candidate> region;
         std::optional<std::string> exception;  ///< that the text adds to this license
+        bool isPart = false;                   ///< a part of this license's text, told from a notice in it
+        bool isAltered = false;  ///< the text lacks the sentence in which this license grants its rights
 
         bool operator==(const Match&) const = default;
     };

@@ -92,6 +92,25 @@ TEST(UnreadTerms, AreNeverReportedAsAFreeLicenseAlone) {
         {"GPL with terms of its own is no less", "SEE LICENSE IN LICENSE",
          withoutSelling + standard("GPL-3.0"), "GPL-3.0 by text, strongCopyleft, unknown"},
         {"not open source, as declared", "UNLICENSED", vendorTerms, "UNLICENSED by metadata, proprietary"},
+        {"a word within the grant", "MIT", with("MIT", "without restriction", "for non-commercial purposes "),
+         "MIT by metadataAndText, unknown"},
+        {"the same, nothing declared", "", with("ISC", "purpose", "noncommercial "),
+         "nothing by none, unknown"},
+        {"less than the license grants", "",
+         Text::replacingAll(standard("MIT"), "to use, copy, modify, merge,", "to use, copy,"),
+         "nothing by none, unknown"},
+        {"a heading of its own", "MIT", "Non-commercial use only\n\n" + standard("MIT"),
+         "MIT by metadataAndText, unknown"},
+        {"behind the name of a holder", "MIT",
+         "(c) 2024 A Company. All rights reserved. Commercial use requires a paid license.\n\n" +
+             standard("MIT"),
+         "MIT by metadataAndText, unknown"},
+        {"a badge", "MIT",
+         standard("MIT") + "\nThe watermark has to stay in whatever is made with this library.\n",
+         "MIT by metadataAndText, unknown"},
+        {"another language", "MIT",
+         standard("MIT") + "\nDie gewerbliche Nutzung ist ohne Erlaubnis nicht gestattet.\n",
+         "MIT by metadataAndText, unknown"},
         {"a page of HTML", "MIT",
          "<!DOCTYPE html><html><head><title>x</title></head><body><p>" +
              Text::replacingAll(standard("MIT"), "\"", "&quot;") + "</p></body></html>",
@@ -120,6 +139,14 @@ TEST(UnreadTerms, LeaveInPeaceWhatAsksNothing) {
          "Copyright (c) 2020 One\nCopyright (c) 2021 Two\n\nOne <one@example.com>\nTwo <two@example.com>\nThree "
          "<https://example.com>\n\n" +
              standard("MIT"),
+         "MIT by metadataAndText"},
+        {"what every license asks", "MIT",
+         standard("MIT") +
+             "\nAll redistributions must retain an intact copy of this copyright notice and disclaimer.\n",
+         "MIT by metadataAndText"},
+        {"contributions", "MIT",
+         standard("MIT") +
+             "\nBy sending a patch you agree that your work is licensed in the same way as the rest.\n",
          "MIT by metadataAndText"},
         {"a few words changed", "MIT",
          Text::replacingAll(standard("MIT"), "shall be included in", "must be included with"),
@@ -182,6 +209,8 @@ TEST(TextOfALicense, ReadsAsItselfAndNotAsOneItResembles) {
         {"one clause of two", "BSD-1-Clause", reference("BSD-1-Clause"), "BSD-1-Clause by metadataAndText"},
         {"Python's stack under its first name", "PSF-2.0", reference("Python-2.0"),
          "PSF-2.0 by metadataAndText"},
+        {"half a GPL under another name", "MIT", gpl2.substr(0, gpl2.size() / 2),
+         "MIT by metadata, mismatch"},
         {"half a GPL", "", gpl2.substr(0, gpl2.size() / 2), "GPL-2.0 by notice, strongCopyleft"},
         {"share alike", "",
          Text::replacingAll(reference("CC-BY-4.0"), "Attribution 4.0", "Attribution-ShareAlike 4.0"),
@@ -269,6 +298,20 @@ TEST(TextOfALicense, MayOfferAChoiceOrStateAnException) {
         {"two notices", "",
          "Dual licensed under the GNU General Public License, version 2, and the Apache License, Version 2.0.",
          "GPL-2.0 OR Apache-2.0 by notice"},
+        {"of a part alone", "",
+         "The examples directory is dual licensed under MIT and GPL; the rest is under both.\n\n" +
+             standard("MIT") + "\n" + standard("GPL-2.0"),
+         "MIT AND GPL-2.0 by text, strongCopyleft"},
+        {"of something else", "",
+         "You can choose a theme. The program is GPL, the icons are MIT.\n\n" + standard("MIT") + "\n" +
+             standard("GPL-2.0"),
+         "MIT AND GPL-2.0 by text, strongCopyleft"},
+        {"with money", "",
+         "Dual licensed: GPL for everybody, a commercial license for the others, MIT for the rest.\n\n" +
+             standard("MIT") + "\n" + standard("GPL-2.0"),
+         "MIT AND GPL-2.0 by text, strongCopyleft, unknown"},
+        {"a tag", "", "// SPDX-License-Identifier: MIT OR GPL-2.0-only\n", "MIT OR GPL-2.0-only by notice"},
+        {"a name, against the metadata", "MIT", "Released under the GPL v3.", "MIT by metadata, mismatch"},
         {"nobody offers one", "", standard("MIT") + "\n" + standard("GPL-2.0"),
          "MIT AND GPL-2.0 by text, strongCopyleft"},
         {"an exception", "", standard("GPL-2.0") + classpath,
@@ -277,6 +320,15 @@ TEST(TextOfALicense, MayOfferAChoiceOrStateAnException) {
          "GPL-2.0-only WITH Classpath-exception-2.0 by metadataAndText, weakCopyleft"},
         {"for what a compiler leaves behind", "", standard("Apache-2.0") + swift,
          "Apache-2.0 WITH Swift-exception by text"},
+        {"an exception that is none", "",
+         standard("GPL-2.0") +
+             "\nWe do not give you permission to link this library with independent modules to "
+             "produce an executable.\n",
+         "GPL-2.0 by text, strongCopyleft"},
+        {"the GPL, and a bundled LGPL", "",
+         "This program is under the GNU General Public License, version 2 or any later version. The bundled library "
+         "is under the GNU Lesser General Public License, version 2.1.",
+         "GPL-2.0-or-later by notice, strongCopyleft"},
         {"an exception that belongs to another license", "", standard("MIT") + classpath, "MIT by text"},
     });
     // The LGPL is written as additions to the GPL; a list of third parties that mentions it is not.
