@@ -60,6 +60,9 @@ void describe(CLI::App& app, RawOptions& raw, CommandOptions& options) {
         ->type_name("LIST")
         ->needs("--output");
     app.add_flag("--json", options.printJSON, "Print the JSON report in place of the table");
+    app.add_option("--why", options.why, "Print how the project comes to this package, in place of the table")
+        ->type_name("NAME")
+        ->excludes("--json");
     app.add_flag("--include-dev", options.includeDev, "Report dev-only packages too");
     app.add_option("--project-name", options.projectName, "The name that the reports print")
         ->type_name("TEXT");

@@ -17,6 +17,8 @@ struct CommandOptions {
     std::optional<std::filesystem::path> output;  ///< where reports go; no reports when absent
     ScanKit::ReportFormats formats = ScanKit::ReportFormats::none;
     bool printJSON = false;
+    std::optional<std::string>
+        why;  ///< the package whose ways into the project are printed in place of the table
     bool includeDev = false;
     std::string projectName;  ///< the folder's name when empty
     std::string preparedFor;

@@ -138,8 +138,9 @@ private:
         }
         heading("Found");
         for (const ScanKit::ScanSource& source : result_.sources) {
-            text_ += fmt::format("  {:<14}  {} ({})\n", label(source.ecosystem), Terminal::safe(source.path),
-                                 Terminal::safe(source.kind));
+            const std::string entries = source.entries ? "; " + inWords(*source.entries) : "";
+            text_ += fmt::format("  {:<14}  {} ({}{})\n", label(source.ecosystem),
+                                 Terminal::safe(source.path), Terminal::safe(source.kind), entries);
         }
         text_ += "\n";
     }
@@ -285,7 +286,31 @@ private:
     std::string text_;
 };
 
+/// "the project → express@4.18.2 → cookie@0.5.0", or that nobody can tell.
+std::string wayText(const Dependency& dependency) {
+    if (dependency.way.empty()) {
+        return "    No file that was read says who needs it.\n";
+    }
+    std::string text = "    the project";
+    for (const std::string& step : dependency.way) {
+        text += " → " + Terminal::safe(step);
+    }
+    return text + "\n";
+}
+
 }  // namespace
+
+std::string whyText(const ScanKit::ScanResult& result, std::string_view name) {
+    std::string text;
+    for (const Dependency& dependency : result.dependencies) {
+        if (dependency.name == name) {
+            text += fmt::format("  {} {} ({}{})\n{}", Terminal::safe(dependency.name),
+                                Terminal::safe(dependency.version), label(dependency.ecosystem),
+                                dependency.isDev ? ", dev-only" : "", wayText(dependency));
+        }
+    }
+    return text.empty() ? fmt::format("No dependency is named {}.\n", Terminal::safe(name)) : text;
+}
 
 std::string resultText(const ScanKit::ScanResult& result, const ScanKit::ReportOptions& options,
                        const TextStyle& style) {

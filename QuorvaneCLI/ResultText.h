@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 
 /// How the text for a person is laid out.
 struct TextStyle {
@@ -17,3 +18,6 @@ struct TextStyle {
 /// need review, and counts that account for every one. Safe to send to a terminal.
 std::string resultText(const ScanKit::ScanResult& result, const ScanKit::ReportOptions& options,
                        const TextStyle& style);
+
+/// For each dependency of this name, dev-only ones too, a shortest way from the project to it. Safe to send to a terminal.
+std::string whyText(const ScanKit::ScanResult& result, std::string_view name);

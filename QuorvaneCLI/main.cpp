@@ -116,6 +116,10 @@ bool isWhole(const ScanKit::ScanResult& result) {
 
 void printResult(const CommandOptions& options, const ScanKit::ScanResult& result,
                  const ScanKit::ReportOptions& report) {
+    if (options.why) {
+        print(stdout, whyText(result, *options.why));
+        return;
+    }
     if (options.printJSON) {
         print(stdout, ScanKit::Exports::json(result, report));
         print(stdout, "\n");

@@ -19,6 +19,11 @@ constexpr auto remedyRows = std::to_array<RemedyRow>({
     {Kind::npmModulesMissing, WarningRemedy::rescan},
     {Kind::npmPackagesNotListed, WarningRemedy::rescan},
     {Kind::pythonEnvironmentMissing, WarningRemedy::choosePythonEnvironment},
+    {Kind::entriesUnreadable, WarningRemedy::rescan},
+    {Kind::packagesNotRead, WarningRemedy::none},
+    {Kind::swiftPackagesNotResolved, WarningRemedy::rescan},
+    {Kind::lockfileIsBinary, WarningRemedy::rescan},
+    {Kind::lockfileSetAside, WarningRemedy::rescan},
 });
 static_assert(ScanKit::hasRowForEachEnumerator(remedyRows), "each enumerator needs its row here");
 

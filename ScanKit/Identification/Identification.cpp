@@ -34,7 +34,8 @@ Dependency carriedOver(const RawDependency& package) {
                           .version = package.version,
                           .source = package.source,
                           .isDev = package.isDev,
-                          .declared = carriedDeclared(package.declared)};
+                          .declared = carriedDeclared(package.declared),
+                          .way = package.way};
     for (const std::filesystem::path& file : package.licenseFiles) {
         dependency.licenseFileNames.push_back(displayName(file));
     }

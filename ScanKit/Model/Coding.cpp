@@ -3,8 +3,22 @@
 #include "ScanKit/Support/JSON.h"
 #include "ScanKit/Support/JSONWriter.h"
 
+#include <array>
+
 namespace ScanKit {
 namespace {
+
+struct StateRow {
+    std::string_view name;
+    std::size_t EntryStates::*count;
+};
+constexpr auto stateRows = std::to_array<StateRow>({
+    {"listed", &EntryStates::listed},
+    {"listedAlready", &EntryStates::listedAlready},
+    {"notInstalled", &EntryStates::notInstalled},
+    {"own", &EntryStates::own},
+    {"unreadable", &EntryStates::unreadable},
+});
 
 void write(JSONWriter& json, const ScanSource& source) {
     json.beginObject();
@@ -14,6 +28,15 @@ void write(JSONWriter& json, const ScanSource& source) {
     json.string(source.path);
     json.key("kind");
     json.string(source.kind);
+    if (source.entries) {
+        json.key("entries");
+        json.beginObject();
+        for (const StateRow& row : stateRows) {
+            json.key(row.name);
+            json.number(static_cast<double>(*source.entries.*row.count));
+        }
+        json.endObject();
+    }
     json.endObject();
 }
 
@@ -73,6 +96,9 @@ void write(JSONWriter& json, const Dependency& dependency) {
     }
     json.endArray();
     writeTexts(json, "notes", dependency.notes);
+    if (!dependency.way.empty()) {
+        writeTexts(json, "way", dependency.way);
+    }
     json.endObject();
 }
 
@@ -140,6 +166,11 @@ public:
         });
     }
 
+    /// Empty when it is missing.
+    std::vector<std::string> optionalTexts(std::string_view key) {
+        return isAbsent(key) ? std::vector<std::string>() : texts(key);
+    }
+
     template <typename Value>
     std::optional<Value> required(std::optional<Value> value) {
         isComplete_ = isComplete_ && value.has_value();
@@ -157,6 +188,19 @@ private:
     bool isComplete_;
 };
 
+std::optional<EntryStates> readStates(const JSONValue& value) {
+    EntryStates states;
+    for (const StateRow& row : stateRows) {
+        const std::optional<JSONValue> member = value.member(row.name);
+        const std::optional<double> count = member ? member->number() : std::nullopt;
+        if (!count || *count < 0) {
+            return std::nullopt;
+        }
+        states.*row.count = static_cast<std::size_t>(*count);
+    }
+    return states;
+}
+
 std::optional<ScanSource> readSource(const JSONValue& value) {
     RecordReader record(value);
     ScanSource source{
@@ -164,6 +208,9 @@ std::optional<ScanSource> readSource(const JSONValue& value) {
         .path = record.text("path"),
         .kind = record.text("kind"),
     };
+    if (const std::optional<JSONValue> entries = value.member("entries"); entries && !entries->isNull()) {
+        source.entries = record.required(readStates(*entries));
+    }
     return record.isComplete() ? std::optional(std::move(source)) : std::nullopt;
 }
 
@@ -199,6 +246,7 @@ std::optional<Dependency> readDependency(const JSONValue& value) {
         .noticeText = record.optionalText("noticeText"),
         .flags = record.list<Flag>("flags", readFlag),
         .notes = record.texts("notes"),
+        .way = record.optionalTexts("way"),
     };
     return record.isComplete() ? std::optional(std::move(dependency)) : std::nullopt;
 }

@@ -31,6 +31,8 @@ struct Dependency {
     std::optional<std::string> noticeText;      ///< the package's own NOTICE
     std::vector<Flag> flags;                    ///< in `Flag` order, each once
     std::vector<std::string> notes;             ///< plain sentences for the reader
+    /// How the project comes to it: "express@4.18.2", "cookie@0.5.0", itself last. Empty where no file says who needs it.
+    std::vector<std::string> way;
 
     /// "npm:left-pad@1.3.0". Two rows with the same id are the same dependency for selection.
     std::string id() const;
@@ -48,7 +50,7 @@ struct Dependency {
     bool operator==(const Dependency&) const = default;
     auto fields() const {
         return std::tie(ecosystem, name, version, source, isDev, declared, license, category, basis,
-                        matchScore, licenseFileNames, licenseText, noticeText, flags, notes);
+                        matchScore, licenseFileNames, licenseText, noticeText, flags, notes, way);
     }
 };
 

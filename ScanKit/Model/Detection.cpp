@@ -24,6 +24,16 @@ constexpr auto listRows = std::to_array<ListRow>({
     {&Detection::requirementFiles, Ecosystem::python},
     {&Detection::poetryLocks, Ecosystem::python},
     {&Detection::virtualEnvs, Ecosystem::python},
+    {&Detection::pnpmLocks, Ecosystem::npm},
+    {&Detection::yarnLocks, Ecosystem::npm},
+    {&Detection::bunLocks, Ecosystem::npm},
+    {&Detection::bunBinaryLocks, Ecosystem::npm},
+    {&Detection::uvLocks, Ecosystem::python},
+    {&Detection::pdmLocks, Ecosystem::python},
+    {&Detection::pipfileLocks, Ecosystem::python},
+    {&Detection::pyLocks, Ecosystem::python},
+    {&Detection::swiftManifestsOnly, std::nullopt},
+    {&Detection::foreignFiles, std::nullopt},
 });
 /// All members of the record are vectors, of one size whatever they hold: beside the lists of paths there is the
 /// list of project names. A list without a row would make a project that has nothing else look empty.

@@ -22,6 +22,16 @@ struct Detection {
     std::vector<std::filesystem::path> requirementFiles;       ///< requirements*.txt
     std::vector<std::filesystem::path> poetryLocks;
     std::vector<std::filesystem::path> virtualEnvs;  ///< folders that hold a pyvenv.cfg
+    std::vector<std::filesystem::path> pnpmLocks;
+    std::vector<std::filesystem::path> yarnLocks;
+    std::vector<std::filesystem::path> bunLocks;        ///< bun.lock
+    std::vector<std::filesystem::path> bunBinaryLocks;  ///< bun.lockb without a bun.lock beside it
+    std::vector<std::filesystem::path> uvLocks;
+    std::vector<std::filesystem::path> pdmLocks;
+    std::vector<std::filesystem::path> pipfileLocks;
+    std::vector<std::filesystem::path> pyLocks;             ///< pylock.toml, pylock.NAME.toml
+    std::vector<std::filesystem::path> swiftManifestsOnly;  ///< Package.swift without a Package.resolved
+    std::vector<std::filesystem::path> foreignFiles;        ///< of ecosystems that are not read
 
     /// The ecosystems found, in `Ecosystem` order. Checkout folders and project names alone do not count.
     std::vector<Ecosystem> ecosystems() const;
@@ -32,7 +42,9 @@ struct Detection {
     bool operator==(const Detection&) const = default;
     auto fields() const {
         return std::tie(resolvedFiles, checkoutFolders, xcodeProjectNames, npmLockfiles,
-                        npmModulesWithoutLock, npmManifestsOnly, requirementFiles, poetryLocks, virtualEnvs);
+                        npmModulesWithoutLock, npmManifestsOnly, requirementFiles, poetryLocks, virtualEnvs,
+                        pnpmLocks, yarnLocks, bunLocks, bunBinaryLocks, uvLocks, pdmLocks, pipfileLocks,
+                        pyLocks, swiftManifestsOnly, foreignFiles);
     }
 };
 

@@ -23,11 +23,12 @@ struct RawDependency {
     std::optional<std::filesystem::path> folder;  ///< the package's folder; absent when it is not on disk
     std::vector<std::filesystem::path> licenseFiles;
     std::vector<std::filesystem::path> noticeFiles;
+    std::vector<std::string> way;  ///< from the project, itself last; empty where no file says who needs it
 
     bool operator==(const RawDependency&) const = default;
     auto fields() const {
         return std::tie(ecosystem, name, version, source, isDev, declared, classifiers, folder, licenseFiles,
-                        noticeFiles);
+                        noticeFiles, way);
     }
 };
 

@@ -18,6 +18,11 @@ constexpr auto rows = std::to_array<KindRow>({
     {npmModulesMissing, "npmModulesMissing"},
     {npmPackagesNotListed, "npmPackagesNotListed"},
     {pythonEnvironmentMissing, "pythonEnvironmentMissing"},
+    {entriesUnreadable, "entriesUnreadable"},
+    {packagesNotRead, "packagesNotRead"},
+    {swiftPackagesNotResolved, "swiftPackagesNotResolved"},
+    {lockfileIsBinary, "lockfileIsBinary"},
+    {lockfileSetAside, "lockfileSetAside"},
 });
 static_assert(hasRowForEachEnumerator(rows), "each enumerator needs its row here");
 

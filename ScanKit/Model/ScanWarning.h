@@ -18,6 +18,11 @@ struct ScanWarning {
         npmModulesMissing,         ///< a lockfile without its node_modules
         npmPackagesNotListed,      ///< a package.json with neither
         pythonEnvironmentMissing,  ///< requirements, and nothing installed
+        entriesUnreadable,         ///< of a lockfile that can be read
+        packagesNotRead,           ///< of another ecosystem
+        swiftPackagesNotResolved,  ///< a Package.swift that nothing pins the packages of
+        lockfileIsBinary,
+        lockfileSetAside,  ///< another package manager's lockfile stands beside it and counts
     };
 
     Kind kind = Kind::dependencyFileUnreadable;

@@ -51,24 +51,22 @@ std::vector<LockedRole> lockedRoles(const Lockfile& lockfile) {
     return roles;
 }
 
-std::vector<std::size_t> shortestWay(const Lockfile& lockfile, std::size_t entry) {
-    const std::size_t count = lockfile.entries.size();
-    std::vector<std::size_t> cameFrom(count, count);
-    std::vector<bool> met(count);
+LockedWays::LockedWays(const Lockfile& lockfile)
+    : cameFrom_(lockfile.entries.size()), isMet_(lockfile.entries.size()) {
     std::vector<std::size_t> queue;
     const auto meet = [&](std::size_t next, std::size_t from) {
-        if (next < count && !met[next]) {
-            met[next] = true;
-            cameFrom[next] = from;
+        if (next < isMet_.size() && !isMet_[next]) {
+            isMet_[next] = true;
+            cameFrom_[next] = from;
             queue.push_back(next);
         }
     };
     for (const auto* roots : {&lockfile.shipped, &lockfile.shippedIfPresent, &lockfile.development}) {
         for (const std::size_t root : *roots) {
-            meet(root, count);
+            meet(root, root);
         }
     }
-    for (std::size_t i = 0; i < queue.size() && (entry >= count || !met[entry]); ++i) {
+    for (std::size_t i = 0; i < queue.size(); ++i) {
         const LockedEntry& one = lockfile.entries[queue[i]];
         for (const auto* needs : {&one.needs, &one.needsIfPresent}) {
             for (const std::size_t need : *needs) {
@@ -76,13 +74,17 @@ std::vector<std::size_t> shortestWay(const Lockfile& lockfile, std::size_t entry
             }
         }
     }
+}
+
+std::vector<std::size_t> LockedWays::to(std::size_t entry) const {
     std::vector<std::size_t> way;
-    if (entry < count && met[entry]) {
-        for (std::size_t at = entry; at != count; at = cameFrom[at]) {
-            way.push_back(at);
-        }
-        std::ranges::reverse(way);
+    if (entry >= isMet_.size() || !isMet_[entry]) {
+        return way;
     }
+    for (way.push_back(entry); cameFrom_[way.back()] != way.back();) {
+        way.push_back(cameFrom_[way.back()]);
+    }
+    std::ranges::reverse(way);
     return way;
 }
 

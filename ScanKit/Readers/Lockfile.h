@@ -46,8 +46,18 @@ struct LockedRole {
 /// The role of each entry, by its place in `entries`.
 std::vector<LockedRole> lockedRoles(const Lockfile& lockfile);
 
-/// The entries on a shortest way from the project to an entry, the entry itself last; of several the first in the file's order,
-/// shipped ones before those of development. Empty for an entry that nothing asks for.
-std::vector<std::size_t> shortestWay(const Lockfile& lockfile, std::size_t entry);
+/// The shortest way from the project to each entry.
+class LockedWays {
+public:
+    explicit LockedWays(const Lockfile& lockfile);
+
+    /// The entries on the way, the entry itself last; of several ways the first in the file's order, shipped ones before those
+    /// of development. Empty for an entry that nothing asks for.
+    std::vector<std::size_t> to(std::size_t entry) const;
+
+private:
+    std::vector<std::size_t> cameFrom_;  ///< of each entry; itself for what the project asks for
+    std::vector<bool> isMet_;
+};
 
 }  // namespace ScanKit

@@ -25,6 +25,13 @@ std::string withLineFeeds(std::string_view text) {
 void makeReportable(RawDependency& package) {
     makeField(package.name);
     makeField(package.version);
+    for (std::string& step : package.way) {
+        // Each has an "@", and hardly any is an address.
+        if (step.find("://") != std::string::npos) {
+            step = withoutCredentials(step);
+        }
+        step = Text::oneLine(std::move(step));
+    }
     if (package.source) {
         makeField(*package.source);
     }

@@ -1,5 +1,6 @@
 #include "ScanKit/Scan/ProjectDetection.h"
 
+#include "ScanKit/Scan/ForeignFiles.h"
 #include "ScanKit/Support/FileSystem.h"
 #include "ScanKit/Support/Paths.h"
 #include "ScanKit/Support/Text.h"
@@ -33,6 +34,24 @@ constexpr auto bundleKinds = std::to_array<BundleKind>({
     {".xcworkspace", "xcshareddata/swiftpm/Package.resolved"},
 });
 
+/// A lockfile's name and the list it belongs into.
+struct LockRow {
+    std::string_view name;
+    std::vector<std::filesystem::path> Detection::*list;
+};
+/// Of npm packages: they count beside a package.json.
+constexpr auto otherLocks = std::to_array<LockRow>({
+    {"pnpm-lock.yaml", &Detection::pnpmLocks},
+    {"yarn.lock", &Detection::yarnLocks},
+    {"bun.lock", &Detection::bunLocks},
+    {"bun.lockb", &Detection::bunBinaryLocks},
+});
+constexpr auto pythonLocks = std::to_array<LockRow>({
+    {"uv.lock", &Detection::uvLocks},
+    {"pdm.lock", &Detection::pdmLocks},
+    {"Pipfile.lock", &Detection::pipfileLocks},
+});
+
 const BundleKind* bundleKindOf(std::string_view name) {
     const auto found = std::ranges::find_if(
         bundleKinds, [&](const BundleKind& kind) { return name.ends_with(kind.extension); });
@@ -64,6 +83,9 @@ private:
         for (const FolderEntry& entry : entries) {
             if (entry.kind != EntryKind::folder) {
                 notePythonFile(folder, entry.name);
+                if (isForeignFile(entry.name)) {
+                    found_.foreignFiles.push_back(folder / entry.name);
+                }
             }
         }
         for (const FolderEntry& entry : entries) {
@@ -76,6 +98,8 @@ private:
     void noteSwiftPackages(const std::filesystem::path& folder, const std::vector<FolderEntry>& entries) {
         if (entryNamed(entries, "Package.resolved") != nullptr) {
             found_.resolvedFiles.push_back(folder / "Package.resolved");
+        } else if (entryNamed(entries, "Package.swift") != nullptr) {
+            found_.swiftManifestsOnly.push_back(folder / "Package.swift");
         }
         for (const char* below : {".build/checkouts", "SourcePackages/checkouts"}) {
             if (isFolder(folder / below)) {
@@ -89,6 +113,12 @@ private:
         // A lockfile alone belongs to no package: some tools leave theirs in odd places.
         if (!holds("package.json")) {
             return;
+        }
+        for (const LockRow& row : otherLocks) {
+            // The text form of a lockfile says all that its binary form does.
+            if (holds(row.name) && !(row.name == "bun.lockb" && holds("bun.lock"))) {
+                (found_.*row.list).push_back(folder / row.name);
+            }
         }
         if (holds("package-lock.json")) {
             found_.npmLockfiles.push_back(folder / "package-lock.json");
@@ -107,6 +137,13 @@ private:
             found_.requirementFiles.push_back(folder / name);
         } else if (lowercased == "poetry.lock") {
             found_.poetryLocks.push_back(folder / name);
+        } else if (name == "pylock.toml" || (name.starts_with("pylock.") && name.ends_with(".toml"))) {
+            found_.pyLocks.push_back(folder / name);
+        }
+        for (const LockRow& row : pythonLocks) {
+            if (name == row.name) {
+                (found_.*row.list).push_back(folder / name);
+            }
         }
     }
 

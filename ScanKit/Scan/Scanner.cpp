@@ -1,23 +1,16 @@
 #include "ScanKit/Scan/Scanner.h"
 
 #include "ScanKit/Identification/Identification.h"
-#include "ScanKit/Readers/NPM/NPMParser.h"
-#include "ScanKit/Readers/Python/PythonParser.h"
-#include "ScanKit/Readers/ReadLimits.h"
-#include "ScanKit/Readers/ReportableText.h"
-#include "ScanKit/Readers/SwiftPM/SwiftPMParser.h"
-#include "ScanKit/Scan/DerivedData.h"
+#include "ScanKit/Scan/ForeignFiles.h"
 #include "ScanKit/Scan/ProgressReporter.h"
 #include "ScanKit/Scan/ProjectDetection.h"
-#include "ScanKit/Scan/Warnings.h"
+#include "ScanKit/Scan/Reading.h"
 #include "ScanKit/Support/Dates.h"
-#include "ScanKit/Support/FileSystem.h"
 #include "ScanKit/Support/Paths.h"
 #include "ScanKit/Support/Text.h"
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 #include <numeric>
 #include <tuple>
 #include <utility>
@@ -32,7 +25,7 @@ ScanOptions withAbsolutePaths(ScanOptions options) {
     return options;
 }
 
-/// One scan: runs the readers in order, and notes the sources and warnings as it goes.
+/// One scan: runs the readers in order, and identifies what they found.
 class Run {
 public:
     Run(const std::filesystem::path& root, const ScanOptions& options, const Detection& detection,
@@ -56,157 +49,28 @@ private:
     void readAll() {
         struct ReaderRow {
             Ecosystem value;
-            void (Run::*read)();
+            void (*read)(Reading&);
         };
         static constexpr auto readers = std::to_array<ReaderRow>({
-            {Ecosystem::swiftpm, &Run::readSwiftPackages},
-            {Ecosystem::npm, &Run::readNPM},
-            {Ecosystem::python, &Run::readPython},
+            {Ecosystem::swiftpm, readSwiftPackages},
+            {Ecosystem::npm, readNPMPackages},
+            {Ecosystem::python, readPythonPackages},
         });
         static_assert(hasRowForEachEnumerator(readers), "each enumerator needs its row here");
+        const ReadControl control{
+            .stop = control_.stop,
+            .threadLimit = control_.threadLimit,
+            .packageRead = [this](std::string_view name) { progress_.packageDone(name); }};
+        Reading reading(root_, options_, detection_, control);
         for (const ReaderRow& reader : readers) {
             if (options_.ecosystems.contains(reader.value)) {
-                (this->*reader.read)();
+                reader.read(reading);
             }
         }
-    }
-
-    std::string shown(const std::filesystem::path& path) const { return displayPath(path, root_); }
-
-    void addSource(Ecosystem ecosystem, const std::filesystem::path& path, std::string_view kind) {
-        result_.sources.push_back({ecosystem, shown(path), std::string(kind)});
-    }
-
-    void warn(ScanWarning warning) { result_.warnings.push_back(std::move(warning)); }
-
-    ReadControl readControl() {
-        return {.stop = control_.stop,
-                .threadLimit = control_.threadLimit,
-                .packageRead = [this](std::string_view name) { progress_.packageDone(name); }};
-    }
-
-    /// The way of every reader's packages into the result.
-    void append(std::vector<RawDependency> packages) {
-        std::ranges::for_each(packages, makeReportable);
-        std::ranges::move(packages, std::back_inserter(packages_));
-    }
-
-    void readSwiftPackages() {
-        if (detection_.resolvedFiles.empty()) {
-            return;  // checked-out packages that nothing pins are not the project's
-        }
-        std::vector<SwiftPMParser::Pin> pins;
-        for (const std::filesystem::path& file : detection_.resolvedFiles) {
-            const std::optional<std::string> bytes = readFile(file, largestLockfile);
-            auto found = bytes ? SwiftPMParser::pins(*bytes) : std::nullopt;
-            if (!found) {
-                warn(Warnings::dependencyFileUnreadable(file, root_));
-                continue;
-            }
-            std::ranges::move(*found, std::back_inserter(pins));
-            addSource(Ecosystem::swiftpm, file, "Package.resolved");
-        }
-        const std::vector<std::filesystem::path> checkouts = checkoutFolders();
-        for (const std::filesystem::path& folder : checkouts) {
-            addSource(Ecosystem::swiftpm, folder, "Checked-out packages");
-        }
-        std::vector<RawDependency> packages = SwiftPMParser::dependencies(pins, checkouts, readControl());
-        const auto isMissing = [](const RawDependency& package) { return !package.folder; };
-        if (std::ranges::any_of(packages, isMissing)) {
-            warn(Warnings::swiftPackagesNotCheckedOut());
-        }
-        append(std::move(packages));
-    }
-
-    /// The project's own checkouts first, then the user's, then those of the development tools.
-    std::vector<std::filesystem::path> checkoutFolders() const {
-        std::vector<std::filesystem::path> folders = detection_.checkoutFolders;
-        std::ranges::copy(options_.checkoutFolders, std::back_inserter(folders));
-        if (options_.useXcodeDerivedData) {
-            std::ranges::copy(Scanner::derivedDataCheckouts(detection_.xcodeProjectNames),
-                              std::back_inserter(folders));
-        }
-        return folders;
-    }
-
-    void readNPM() {
-        for (const std::filesystem::path& lockfile : detection_.npmLockfiles) {
-            readNPMLockfile(lockfile);
-        }
-        for (const std::filesystem::path& modules : detection_.npmModulesWithoutLock) {
-            // One for each tree: two projects may both use a package, and each report line says from where.
-            NPMParser::Seen seen;
-            std::vector<RawDependency> packages;
-            NPMParser::walk(modules, 0, seen, packages, readControl());
-            append(std::move(packages));
-            addSource(Ecosystem::npm, modules, "Installed packages (no lockfile)");
-        }
-        const bool hasOnlyManifests =
-            detection_.npmLockfiles.empty() && detection_.npmModulesWithoutLock.empty();
-        if (hasOnlyManifests && !detection_.npmManifestsOnly.empty()) {
-            warn(Warnings::npmPackagesNotListed(detection_.npmManifestsOnly.front(), root_));
-        }
-    }
-
-    void readNPMLockfile(const std::filesystem::path& lockfile) {
-        const std::filesystem::path folder = lockfile.parent_path();
-        const std::optional<std::string> bytes = readFile(lockfile, largestLockfile);
-        auto packages = bytes ? NPMParser::dependencies(*bytes, folder, readControl()) : std::nullopt;
-        if (!packages) {
-            warn(Warnings::dependencyFileUnreadable(lockfile, root_));
-            return;
-        }
-        append(std::move(*packages));
-        addSource(Ecosystem::npm, lockfile, "npm lockfile");
-        if (isFolder(folder / "node_modules")) {
-            addSource(Ecosystem::npm, folder / "node_modules", "Installed packages");
-        } else {
-            warn(Warnings::npmModulesMissing(folder, root_));
-        }
-    }
-
-    void readPython() {
-        const std::vector<PythonParser::Requirement> requirements = readRequirements();
-        const std::vector<std::filesystem::path>& environments =
-            options_.pythonEnvironments.empty() ? detection_.virtualEnvs : options_.pythonEnvironments;
-        std::vector<std::filesystem::path> sitePackages;
-        for (const std::filesystem::path& environment : environments) {
-            for (std::filesystem::path& folder : PythonParser::sitePackages(environment)) {
-                addSource(Ecosystem::python, folder, "Installed packages");
-                sitePackages.push_back(std::move(folder));
-            }
-        }
-        const PythonParser::InstalledPackages installed =
-            PythonParser::installed(sitePackages, readControl());
-        append(PythonParser::dependencies(requirements, installed));
-        // With something installed, a requirement that is not has a note of its own.
-        if (installed.empty() && !requirements.empty()) {
-            warn(Warnings::pythonEnvironmentMissing());
-        }
-    }
-
-    std::vector<PythonParser::Requirement> readRequirements() {
-        std::vector<PythonParser::Requirement> requirements;
-        const auto read = [&](const std::filesystem::path& file, std::string_view kind, const auto& parse) {
-            const std::optional<std::string> text = readTextFile(file, largestLockfile);
-            if (!text) {
-                warn(Warnings::dependencyFileUnreadable(file, root_));
-                return;
-            }
-            std::ranges::move(parse(*text), std::back_inserter(requirements));
-            addSource(Ecosystem::python, file, kind);
-        };
-        for (const std::filesystem::path& file : detection_.requirementFiles) {
-            const std::string name = Text::lowercased(displayName(file));
-            const bool isDev =
-                name.find("dev") != std::string::npos || name.find("test") != std::string::npos;
-            read(file, "requirements",
-                 [&](std::string_view text) { return PythonParser::requirementsFromText(text, isDev); });
-        }
-        for (const std::filesystem::path& file : detection_.poetryLocks) {
-            read(file, "Poetry lockfile", PythonParser::requirementsFromPoetryLock);
-        }
-        return requirements;
+        warnOfForeignFiles(reading);
+        result_.sources = std::move(reading.sources);
+        result_.warnings = std::move(reading.warnings);
+        packages_ = std::move(reading.packages);
     }
 
     /// Identifies the packages into the order of the result: each writes to its own place.

@@ -5,6 +5,16 @@
 #include <string>
 
 namespace ScanKit::Warnings {
+namespace {
+
+/// "a/pom.xml", or "a/pom.xml (and 2 more)".
+std::string shownFirst(const std::vector<std::filesystem::path>& files, const std::filesystem::path& root) {
+    const std::string others =
+        files.size() > 1 ? " (and " + std::to_string(files.size() - 1) + " more)" : std::string();
+    return displayPath(files.front(), root) + others;
+}
+
+}  // namespace
 
 ScanWarning dependencyFileUnreadable(const std::filesystem::path& file, const std::filesystem::path& root) {
     return {
@@ -47,6 +57,57 @@ ScanWarning pythonEnvironmentMissing() {
         .kind = ScanWarning::Kind::pythonEnvironmentMissing,
         .sentence =
             "No virtual environment was found, so Python licenses couldn't be read. Choose the environment the project's packages are installed in (a folder with pyvenv.cfg) and scan again.",
+    };
+}
+
+ScanWarning entriesUnreadable(const std::filesystem::path& lockfile, std::size_t count,
+                              const std::filesystem::path& root) {
+    return {
+        .kind = ScanWarning::Kind::entriesUnreadable,
+        .sentence =
+            displayPath(lockfile, root) + " has " +
+            (count == 1 ? std::string("an entry") : std::to_string(count) + " entries") +
+            " that couldn't be read, so packages may be missing here. Look at the file, mend it and scan again.",
+    };
+}
+
+ScanWarning packagesNotRead(const std::vector<std::filesystem::path>& files, std::string_view packages,
+                            const std::filesystem::path& root) {
+    return {
+        .kind = ScanWarning::Kind::packagesNotRead,
+        .sentence =
+            shownFirst(files, root) + " lists " + std::string(packages) +
+            ", which Quorvane doesn't read: they aren't in this report. Check their licenses in another way.",
+    };
+}
+
+ScanWarning swiftPackagesNotResolved(const std::vector<std::filesystem::path>& manifests,
+                                     const std::filesystem::path& root) {
+    return {
+        .kind = ScanWarning::Kind::swiftPackagesNotResolved,
+        .sentence =
+            shownFirst(manifests, root) +
+            " has no Package.resolved beside it, so its Swift packages can't be listed. Build the project once and scan again.",
+    };
+}
+
+ScanWarning lockfileIsBinary(const std::filesystem::path& lockfile, const std::filesystem::path& root) {
+    return {
+        .kind = ScanWarning::Kind::lockfileIsBinary,
+        .sentence =
+            displayPath(lockfile, root) +
+            " is a lockfile in Bun's binary form, which can't be read, so its packages are missing here. Run bun install --save-text-lockfile and scan again.",
+    };
+}
+
+ScanWarning lockfileSetAside(const std::filesystem::path& read, const std::filesystem::path& other,
+                             const std::filesystem::path& root) {
+    return {
+        .kind = ScanWarning::Kind::lockfileSetAside,
+        .sentence =
+            displayPath(other, root) + " was not read: what is installed beside it belongs to " +
+            displayName(read) +
+            ". If the project uses the other one, install its packages with that package manager and scan again.",
     };
 }
 

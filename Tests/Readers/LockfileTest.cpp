@@ -43,11 +43,12 @@ TEST(Lockfile, TellsWhatShipsFromWhoNeedsWhom) {
 
 TEST(Lockfile, KnowsTheShortestWayToEach) {
     const Lockfile lockfile = sample();
-    EXPECT_THAT(shortestWay(lockfile, 0), ElementsAre(0));
-    EXPECT_THAT(shortestWay(lockfile, 1), ElementsAre(0, 1)) << "shipped before development";
-    EXPECT_THAT(shortestWay(lockfile, 5), ElementsAre(3, 4, 5));
-    EXPECT_THAT(shortestWay(lockfile, 6), IsEmpty());
-    EXPECT_THAT(shortestWay(lockfile, 99), IsEmpty());
+    const LockedWays ways(lockfile);
+    EXPECT_THAT(ways.to(0), ElementsAre(0));
+    EXPECT_THAT(ways.to(1), ElementsAre(0, 1)) << "shipped before development";
+    EXPECT_THAT(ways.to(5), ElementsAre(3, 4, 5));
+    EXPECT_THAT(ways.to(6), IsEmpty());
+    EXPECT_THAT(ways.to(99), IsEmpty());
 }
 
 }  // namespace

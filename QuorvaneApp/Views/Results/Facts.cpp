@@ -30,6 +30,18 @@ QString joined(const std::vector<std::string>& texts) {
     return list.join(QStringLiteral(", "));
 }
 
+/// How the project comes to the package; nothing where no file says it.
+QString wayOf(const ScanKit::Dependency& dependency) {
+    if (dependency.way.size() == 1) {
+        return translated("The project asks for it");
+    }
+    QStringList steps;
+    for (const std::string& step : dependency.way) {
+        steps.push_back(Texts::oneLine(Texts::fromUtf8(step)));
+    }
+    return steps.join(QStringLiteral(" → "));
+}
+
 }  // namespace
 
 std::vector<Fact> of(const ScanKit::Dependency& dependency) {
@@ -49,6 +61,7 @@ std::vector<Fact> of(const ScanKit::Dependency& dependency) {
     add("Declared", Texts::fromUtf8(dependency.declared.value_or("")));
     add("License files", joined(dependency.licenseFileNames));
     add("Ecosystem", Texts::fromUtf8(ScanKit::label(dependency.ecosystem)));
+    add("Why it is here", wayOf(dependency));
     add("Used for", dependency.isDev ? translated("Development only") : QString());
     return facts;
 }

@@ -8,6 +8,7 @@
 #include "QuorvaneApp/Views/Controls/Strip.h"
 
 #include <algorithm>
+#include <optional>
 
 #include <QPushButton>
 #include <QResizeEvent>
@@ -19,8 +20,10 @@ namespace {
 constexpr std::size_t shownWhenFolded = 2;
 constexpr int greatestHeight = 190;
 
-Command commandFor(WarningRemedy remedy) {
+std::optional<Command> commandFor(WarningRemedy remedy) {
     switch (remedy) {
+        case WarningRemedy::none:
+            return std::nullopt;
         case WarningRemedy::addCheckouts:
             return Command::addCheckouts;
         case WarningRemedy::choosePythonEnvironment:
@@ -28,7 +31,7 @@ Command commandFor(WarningRemedy remedy) {
         case WarningRemedy::rescan:
             return Command::rescan;
     }
-    return Command::rescan;
+    return std::nullopt;
 }
 
 }  // namespace
@@ -71,7 +74,9 @@ void WarningStrip::rebuild() {
 void WarningStrip::addWarning(QVBoxLayout& column, const ScanKit::ScanWarning& warning) {
     auto* const strip = new Strip(ScanKit::Flag::Severity::medium);
     strip->setSentence(Texts::fromUtf8(warning.sentence));
-    strip->addButton(*new CommandButton(*commands_->action(commandFor(remedyOf(warning.kind)))));
+    if (const std::optional<Command> command = commandFor(remedyOf(warning.kind))) {
+        strip->addButton(*new CommandButton(*commands_->action(*command)));
+    }
     column.addWidget(strip);
 }
 

@@ -5,6 +5,7 @@
 #include "ScanKit/Support/Paths.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -32,12 +33,17 @@ RawDependency dependencyOf(const LockedPackage& package) {
             .declared = package.declared};
 }
 
-/// The package, enriched when it is installed. Absent when it is none to report: a link, a local package, or an
-/// optional one that was left out on this system.
-std::optional<RawDependency> reported(const LockedPackage& package,
-                                      const std::filesystem::path& projectFolder, bool hasModules) {
+/// What became of an entry.
+struct Outcome {
+    std::optional<RawDependency> listed;
+    std::size_t EntryStates::*state = &EntryStates::listed;
+};
+
+/// The package, enriched when it is installed; or why it is none to report: a link, a local package, or an optional one that
+/// was left out on this system.
+Outcome outcomeOf(const LockedPackage& package, const std::filesystem::path& projectFolder, bool hasModules) {
     if (package.isLink) {
-        return std::nullopt;
+        return {.state = &EntryStates::own};
     }
     std::vector<FolderEntry> entries;
     const auto folder = hasModules ? installFolder(projectFolder, package.installPath) : std::nullopt;
@@ -47,7 +53,7 @@ std::optional<RawDependency> reported(const LockedPackage& package,
     const bool isInstalled = holdsManifest(entries);
     // Without a node_modules folder nothing is installed, which says nothing about an optional package.
     if (hasModules && !isInstalled && package.isOptional) {
-        return std::nullopt;
+        return {.state = &EntryStates::notInstalled};
     }
     RawDependency dependency = dependencyOf(package);
     if (isInstalled) {
@@ -55,41 +61,106 @@ std::optional<RawDependency> reported(const LockedPackage& package,
     }
     // Asked after the package.json had its word: a lockfile may give a number to a package beside the project.
     if (dependency.version.starts_with("file:") || dependency.version.starts_with("link:")) {
-        return std::nullopt;
+        return {.state = &EntryStates::own};
     }
-    return dependency;
+    return {.listed = std::move(dependency)};
 }
 
+/// Who needs whom, each package by its place in the lockfile: a name is looked for as the running program does, in the
+/// folder's own node_modules and then in those above.
+class Needs {
+public:
+    explicit Needs(const PackageLock& lock) {
+        for (std::size_t i = 0; i < lock.packages.size(); ++i) {
+            places_.emplace(lock.packages[i].installPath, i);
+        }
+        graph_.entries.resize(lock.packages.size());
+        for (std::size_t i = 0; i < lock.packages.size(); ++i) {
+            graph_.entries[i].needs = found(lock.packages[i].needs, lock.packages[i].installPath);
+        }
+        for (const LockedMember& member : lock.members) {
+            std::ranges::move(found(member.shipped, member.path), std::back_inserter(graph_.shipped));
+            std::ranges::move(found(member.development, member.path), std::back_inserter(graph_.development));
+        }
+    }
+
+    const Lockfile& graph() const { return graph_; }
+
+private:
+    std::vector<std::size_t> found(const std::vector<std::string>& names, std::string_view from) const {
+        std::vector<std::size_t> places;
+        for (const std::string& name : names) {
+            for (std::string_view folder = from;; folder = above(folder)) {
+                const std::string path =
+                    (folder.empty() ? "" : std::string(folder) + "/") + "node_modules/" + name;
+                if (const auto place = places_.find(path); place != places_.end()) {
+                    places.push_back(place->second);
+                    break;
+                }
+                if (folder.empty()) {
+                    break;
+                }
+            }
+        }
+        return places;
+    }
+
+    /// "node_modules/a" of "node_modules/a/node_modules/b"; the project itself of the last.
+    static std::string_view above(std::string_view folder) {
+        const std::size_t at = folder.rfind("/node_modules/");
+        return at == std::string_view::npos ? std::string_view() : folder.substr(0, at);
+    }
+
+    std::unordered_map<std::string, std::size_t> places_;
+    Lockfile graph_;
+};
+
 }  // namespace
+
+std::optional<LockedProject> npmProject(std::string_view lockfile, const std::filesystem::path& projectFolder,
+                                        const ReadControl& control) {
+    const std::optional<PackageLock> lock = packageLock(lockfile, control);
+    if (!lock) {
+        return std::nullopt;
+    }
+    const std::vector<LockedPackage>& locked = lock->packages;
+    const bool hasModules = isFolder(projectFolder / "node_modules");
+    std::vector<Outcome> outcomes(locked.size());
+    forEachPackage(locked.size(), control, [&](std::size_t i) {
+        outcomes[i] = outcomeOf(locked[i], projectFolder, hasModules);
+        return outcomes[i].listed ? outcomes[i].listed->name : locked[i].installPath;
+    });
+    const LockedWays ways(Needs(*lock).graph());
+    LockedProject project;
+    project.states.own = lock->members.size();
+    project.states.unreadable = lock->leftOut;
+    std::unordered_map<std::string, std::size_t> places;
+    for (std::size_t i = 0; i < outcomes.size(); ++i) {
+        std::optional<RawDependency>& package = outcomes[i].listed;
+        if (!package) {
+            ++(project.states.*outcomes[i].state);
+            continue;
+        }
+        const auto [place, isNew] =
+            places.try_emplace(package->name + "@" + package->version, project.packages.size());
+        ++(isNew ? project.states.listed : project.states.listedAlready);
+        if (isNew) {
+            for (const std::size_t step : ways.to(i)) {
+                package->way.push_back(locked[step].name + "@" + locked[step].version);
+            }
+            project.packages.push_back(std::move(*package));
+        } else if (!package->isDev) {
+            project.packages[place->second].isDev = false;  // it ships, if only from this place
+        }
+    }
+    return project;
+}
 
 std::optional<std::vector<RawDependency>> dependencies(std::string_view lockfile,
                                                        const std::filesystem::path& projectFolder,
                                                        const ReadControl& control) {
-    const std::optional<std::vector<LockedPackage>> found = lockedPackages(lockfile, control);
-    if (!found) {
-        return std::nullopt;
-    }
-    const std::vector<LockedPackage>& locked = *found;
-    const bool hasModules = isFolder(projectFolder / "node_modules");
-    std::vector<std::optional<RawDependency>> packages(locked.size());
-    forEachPackage(locked.size(), control, [&](std::size_t i) {
-        packages[i] = reported(locked[i], projectFolder, hasModules);
-        return packages[i] ? packages[i]->name : locked[i].installPath;
-    });
-    std::vector<RawDependency> result;
-    std::unordered_map<std::string, std::size_t> places;
-    for (std::optional<RawDependency>& package : packages) {
-        if (!package) {
-            continue;
-        }
-        const auto [place, isNew] = places.try_emplace(package->name + "@" + package->version, result.size());
-        if (isNew) {
-            result.push_back(std::move(*package));
-        } else if (!package->isDev) {
-            result[place->second].isDev = false;  // it ships, if only from this place
-        }
-    }
-    return result;
+    std::optional<LockedProject> project = npmProject(lockfile, projectFolder, control);
+    return project ? std::optional(std::move(project->packages)) : std::nullopt;
 }
 
 }  // namespace ScanKit::NPMParser

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ScanKit/Model/RawDependency.h"
+#include "ScanKit/Readers/NPM/LockedProject.h"
 #include "ScanKit/Readers/NPM/NodeModules.h"
 #include "ScanKit/Readers/NPM/PackageJSON.h"
 #include "ScanKit/Readers/ReadControl.h"
@@ -21,5 +22,8 @@ namespace ScanKit::NPMParser {
 std::optional<std::vector<RawDependency>> dependencies(std::string_view lockfile,
                                                        const std::filesystem::path& projectFolder,
                                                        const ReadControl& control = {});
+/// The same, with what became of each entry.
+std::optional<LockedProject> npmProject(std::string_view lockfile, const std::filesystem::path& projectFolder,
+                                        const ReadControl& control = {});
 
 }  // namespace ScanKit::NPMParser

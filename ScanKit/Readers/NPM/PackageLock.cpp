@@ -23,6 +23,17 @@ struct Entry {
     JSONValue description;
 };
 
+/// The names in a group of dependencies. In the first format a group of this name nests whole packages instead, which are no
+/// texts.
+void appendTextMembers(const JSONValue& entry, std::string_view group, std::vector<std::string>& names) {
+    const std::optional<JSONValue> members = entry.member(group);
+    for (const auto& [name, range] : members ? members->members() : std::vector<JSONValue::Member>()) {
+        if (range.string()) {
+            names.emplace_back(name);
+        }
+    }
+}
+
 LockedPackage packageOf(std::string installPath, const JSONValue& entry) {
     const auto isTrue = [&entry](std::string_view member) { return entry.booleanMember(member) == true; };
     LockedPackage package{.name = installPath.substr(installPath.rfind(modulesPrefix) + modulesPrefix.size()),
@@ -37,17 +48,31 @@ LockedPackage packageOf(std::string installPath, const JSONValue& entry) {
     if (const auto resolved = entry.stringMember("resolved"); resolved && !Text::isBlank(*resolved)) {
         package.source = *resolved;
     }
+    // "requires" is the name of the first format.
+    for (const char* group : {"dependencies", "optionalDependencies", "peerDependencies", "requires"}) {
+        appendTextMembers(entry, group, package.needs);
+    }
     package.installPath = std::move(installPath);
     return package;
 }
 
+LockedMember memberOf(std::string_view path, const JSONValue& entry) {
+    LockedMember member{.path = std::string(path)};
+    appendTextMembers(entry, "dependencies", member.shipped);
+    appendTextMembers(entry, "optionalDependencies", member.shipped);
+    appendTextMembers(entry, "devDependencies", member.development);
+    return member;
+}
+
 /// Versions 2 and 3 list all packages by path. The project itself and its workspaces stand there too, under paths
 /// without node_modules.
-std::vector<Entry> entriesOfList(const std::vector<JSONValue::Member>& members) {
+std::vector<Entry> entriesOfList(const std::vector<JSONValue::Member>& members, PackageLock& lock) {
     std::vector<Entry> entries;
     for (const auto& [path, entry] : members) {
         if (path.find(modulesPrefix) != std::string_view::npos) {
             entries.push_back({std::string(path), entry});
+        } else {
+            lock.members.push_back(memberOf(path, entry));
         }
     }
     return entries;
@@ -55,16 +80,17 @@ std::vector<Entry> entriesOfList(const std::vector<JSONValue::Member>& members) 
 
 /// Version 1 nests the packages as their folders are nested.
 void appendTree(const JSONValue& tree, const std::string& prefix, std::vector<Entry>& entries,
-                std::size_t& pathBytes) {
+                std::size_t& pathBytes, std::size_t& leftOut) {
     for (const auto& [name, entry] : tree.members()) {
         std::string path = prefix + std::string(modulesPrefix) + std::string(name);
         if (!entry.isObject() || path.size() > longestInstallPath ||
             pathBytes + path.size() > mostPathBytes) {
+            ++leftOut;
             continue;
         }
         pathBytes += path.size();
         if (const std::optional<JSONValue> nested = entry.member("dependencies")) {
-            appendTree(*nested, path + "/", entries, pathBytes);
+            appendTree(*nested, path + "/", entries, pathBytes, leftOut);
         }
         entries.push_back({std::move(path), entry});
     }
@@ -72,34 +98,34 @@ void appendTree(const JSONValue& tree, const std::string& prefix, std::vector<En
 
 }  // namespace
 
-std::optional<std::vector<LockedPackage>> lockedPackages(std::string_view lockfile,
-                                                         const ReadControl& control) {
+std::optional<PackageLock> packageLock(std::string_view lockfile, const ReadControl& control) {
     JSONReader reader;
     const std::optional<JSONValue> top = reader.read(lockfile);
     if (!top || !top->isObject()) {
         return std::nullopt;
     }
+    PackageLock lock;
     std::vector<Entry> entries;
     const std::optional<JSONValue> list = top->member("packages");
     const std::optional<JSONValue> tree = top->member("dependencies");
     const std::vector<JSONValue::Member> members = list ? list->members() : std::vector<JSONValue::Member>{};
     const auto isObject = [](const JSONValue::Member& member) { return member.second.isObject(); };
     if (list && list->isObject() && std::ranges::all_of(members, isObject)) {
-        entries = entriesOfList(members);
+        entries = entriesOfList(members, lock);
     } else if (tree && tree->isObject()) {
         std::size_t pathBytes = 0;
-        appendTree(*tree, "", entries, pathBytes);
+        appendTree(*tree, "", entries, pathBytes, lock.leftOut);
     } else if (list || tree) {
         return std::
             nullopt;  // a project without packages has neither; this has something else in their place
     }
     std::ranges::stable_sort(entries, {}, &Entry::installPath);
-    std::vector<LockedPackage> packages(entries.size());
+    lock.packages.resize(entries.size());
     const auto read = [&](std::size_t i) {
-        packages[i] = packageOf(std::move(entries[i].installPath), entries[i].description);
+        lock.packages[i] = packageOf(std::move(entries[i].installPath), entries[i].description);
     };
     forEachIndex(entries.size(), read, control.stop, control.threadLimit);
-    return packages;
+    return lock;
 }
 
 }  // namespace ScanKit::NPMParser

@@ -2,6 +2,7 @@
 
 #include "ScanKit/Readers/ReadControl.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,12 +20,26 @@ struct LockedPackage {
     std::optional<std::string> declared;  ///< the license, which newer lockfiles copy from the packages
     bool isDev = false;
     bool isOptional = false;
-    bool isLink = false;  ///< leads to a folder of the project, and is no package of its own
+    bool isLink = false;             ///< leads to a folder of the project, and is no package of its own
+    std::vector<std::string> needs;  ///< the names that it depends on, by which its folder looks for them
 };
 
-/// The entries below node_modules, by install path. Every format version: the shape tells, not the number. Absent
-/// when the bytes are no lockfile, such as one with the marks of an unfinished merge. Install paths beyond 4,096 bytes, or beyond 64 MiB together, are left out.
-std::optional<std::vector<LockedPackage>> lockedPackages(std::string_view lockfile,
-                                                         const ReadControl& control = {});
+/// What one of the project's own package folders asks for.
+struct LockedMember {
+    std::string path;  ///< relative to the project folder; empty for the project itself
+    std::vector<std::string> shipped, development;
+};
+
+/// All that a lockfile says.
+struct PackageLock {
+    std::vector<LockedPackage> packages;  ///< below node_modules, by install path
+    std::vector<LockedMember> members;    ///< the project and its workspace members; none in version 1
+    std::size_t leftOut = 0;              ///< entries that are none, or beyond the limits of paths
+};
+
+/// Reads a lockfile of every format version: the shape tells, not the number. Absent when the bytes are no lockfile, such as
+/// one with the marks of an unfinished merge. Install paths beyond 4,096 bytes, or beyond 64 MiB together, are left
+/// out.
+std::optional<PackageLock> packageLock(std::string_view lockfile, const ReadControl& control = {});
 
 }  // namespace ScanKit::NPMParser

@@ -211,7 +211,8 @@ std::vector<PDFParagraph> filesRead(const std::vector<ScanSource>& sources) {
         std::string paths;
         for (const ScanSource& source : sources) {
             if (source.ecosystem == ecosystem) {
-                append(paths, ", ", source.path);
+                append(paths, ", ",
+                       source.path + (source.entries ? " (" + inWords(*source.entries) + ")" : ""));
             }
         }
         if (!paths.empty()) {
