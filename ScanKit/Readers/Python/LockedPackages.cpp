@@ -73,12 +73,12 @@ public:
     std::optional<Lockfile> joined(const std::optional<ProjectRequests>& project) {
         setKeys();
         if (project) {
-            findWays(project->shipped, {.root = Root::shipped});
-            findWays(project->shippedIfPresent, {.root = Root::shippedIfPresent});
-            findWays(project->development, {.root = Root::development});
             for (std::size_t i = 0; i < packages_.size(); ++i) {
                 findWays(packages_[i].requests, {.entry = i});
             }
+            findWays(project->shipped, {.root = Root::shipped});
+            findWays(project->shippedIfPresent, {.root = Root::shippedIfPresent});
+            findWays(project->development, {.root = Root::development});
         }
         if (count_ > mostWays) {
             return std::nullopt;

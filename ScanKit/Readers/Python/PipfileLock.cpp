@@ -73,7 +73,7 @@ std::optional<Lockfile> pipfileLock(std::string_view text) {
     for (const std::size_t place : development) {
         // What stands in both is one package, and ships.
         const bool alsoShips = shippedNames.contains(normalizedName(lockfile.entries[place].name));
-        (alsoShips ? lockfile.shippedIfPresent : lockfile.development).push_back(place);
+        (alsoShips ? lockfile.shipped : lockfile.development).push_back(place);
     }
     return lockfile;
 }

@@ -52,7 +52,7 @@ public:
     std::vector<RequirementFile> files() {
         for (std::size_t i = 0; i < detectedCount_; ++i) {
             const bool ships = !isForDevelopment(nodes_[i].path);
-            for (const std::size_t place : reached({i}, &Node::includes)) {
+            for (const std::size_t place : reached({i}, Through::includes)) {
                 nodes_[place].isRequired = true;
                 nodes_[place].ships = nodes_[place].ships || ships;
             }
@@ -125,8 +125,10 @@ private:
         return add(path, identity);
     }
 
-    /// Everything that these lead to, themselves included.
-    Places reached(Places open, Places Node::*next) const {
+    enum class Through { includes, both };
+
+    /// All files that these name, themselves included.
+    Places reached(Places open, Through through) const {
         std::vector<bool> met(nodes_.size());
         Places result;
         while (!open.empty()) {
@@ -135,8 +137,11 @@ private:
             if (!met[place]) {
                 met[place] = true;
                 result.push_back(place);
-                const Places& more = nodes_[place].*next;
-                open.insert(open.end(), more.begin(), more.end());
+                const Node& node = nodes_[place];
+                open.insert(open.end(), node.includes.begin(), node.includes.end());
+                if (through == Through::both) {
+                    open.insert(open.end(), node.constraints.begin(), node.constraints.end());
+                }
             }
         }
         return result;
@@ -144,7 +149,7 @@ private:
 
     /// What is installed with one detected file shares its constraints.
     void pinVersions(std::size_t detected) {
-        const Places together = reached({detected}, &Node::includes);
+        const Places together = reached({detected}, Through::includes);
         Places open;
         for (const std::size_t place : together) {
             open.insert(open.end(), nodes_[place].constraints.begin(), nodes_[place].constraints.end());
@@ -153,7 +158,7 @@ private:
             return;
         }
         std::map<std::string, std::string> pins;
-        for (const std::size_t place : reached(std::move(open), &Node::includes)) {
+        for (const std::size_t place : reached(std::move(open), Through::both)) {
             for (const Requirement& requirement : nodes_[place].requirements) {
                 if (requirement.version) {
                     pins.try_emplace(normalizedName(requirement.name), *requirement.version);
