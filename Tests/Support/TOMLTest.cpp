@@ -52,6 +52,8 @@ TEST(TOML, ReadsTablesInTheOrderOfTheText) {
         {"[[p]]\nn = 1\n[[p]]\nn", "absent"},
         {"a = 1\na = 2", "absent"},
         {"[a]\n[a]", "absent"},
+        {"[;a]", "absent"},
+        {"[[;a]]", "absent"},
         {"a = 'x", "absent"},
         {"a = '\xFF'", "absent"},
         {std::string_view("a = '\0'", 7), "absent"},
