@@ -16,6 +16,9 @@ void reach(const Lockfile& lockfile, const std::vector<std::size_t>& from, bool 
             continue;
         }
         reached[entry] = true;
+        if (!lockfile.knowsWays) {
+            continue;
+        }
         const LockedEntry& one = lockfile.entries[entry];
         open.insert(open.end(), one.needs.begin(), one.needs.end());
         if (throughOptional) {
@@ -34,9 +37,6 @@ std::vector<std::size_t> joined(std::vector<std::size_t> a, const std::vector<st
 std::vector<LockedRole> lockedRoles(const Lockfile& lockfile) {
     const std::size_t count = lockfile.entries.size();
     std::vector<LockedRole> roles(count);
-    if (!lockfile.knowsWays) {
-        return roles;
-    }
     std::vector<bool> ships(count);
     std::vector<bool> isRequired(count);
     reach(lockfile, joined(lockfile.shipped, lockfile.shippedIfPresent), true, ships);

@@ -29,7 +29,8 @@ struct Lockfile {
     std::vector<std::size_t> shipped;
     std::vector<std::size_t> shippedIfPresent;  ///< optional dependencies
     std::vector<std::size_t> development;
-    /// False when the file does not say who needs whom, or what the project itself asks for: then all entries ship.
+    /// False when the file does not say who needs whom, or what the project itself asks for: then none is followed, and the roles are
+    /// those that the three lists above give alone: what stands in none ships.
     bool knowsWays = true;
 
     bool operator==(const Lockfile&) const = default;

@@ -23,6 +23,7 @@ using IncludeGraph =
 const std::map<std::string, std::string> homes{
     {"unicode/", "ScanKit/Support/"},
     {"simdjson", "ScanKit/Support/"},
+    {"toml", "ScanKit/Support/TOML."},
     {"oneapi/", "ScanKit/Support/"},
     {"tbb/", "ScanKit/Support/"},
     {"pango/", "ScanKit/Reports/PDF/PDFCanvas."},

@@ -1,7 +1,12 @@
 #include "ScanKit/Readers/Python/PoetryLock.h"
 
+#include "ScanKit/Readers/Python/LockedPackages.h"
+#include "ScanKit/Readers/Python/PackageName.h"
+#include "ScanKit/Support/TOML.h"
 #include "ScanKit/Support/Text.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace ScanKit::PythonParser {
@@ -31,6 +36,48 @@ void readLockLine(Requirement& package, std::string_view line) {
     }
 }
 
+/// Where a package comes from, unless it is an index of packages.
+void readSource(const DataValue& source, LockedEntry& entry) {
+    const std::string_view type = source.textMember("type").value_or("");
+    entry.isOwn = type == "directory" || type == "file";
+    if (const auto url = source.textMember("url"); url && (type == "git" || type == "url")) {
+        entry.source = std::string(*url);
+    }
+}
+
+void readRole(const DataValue& value, LockedPackage& package) {
+    if (const DataValue* const groups = value.member("groups"); groups != nullptr && groups->isList()) {
+        const std::vector<std::string_view> names = textsOf(groups);
+        package.ships = names.empty() || std::ranges::find(names, "main") != names.end();
+    } else if (const auto category = value.textMember("category")) {
+        package.ships = *category == "main";
+    }
+    package.mayBeMissing = value.isTrue("optional") || value.member("markers") != nullptr;
+}
+
+LockedPackage poetryPackage(const DataValue& value) {
+    LockedPackage package = lockedPackage(value);
+    if (const DataValue* const source = value.member("source")) {
+        readSource(*source, package.entry);
+    }
+    readRole(value, package);
+    if (const DataValue* const dependencies = value.member("dependencies")) {
+        for (const auto& [name, dependency] : dependencies->members()) {
+            PoetryDependency read = poetryDependency(name, dependency);
+            // An optional one stands under its extra once more.
+            if (!read.isOptional) {
+                std::ranges::move(read.requests, std::back_inserter(package.requests));
+            }
+        }
+    }
+    if (const DataValue* const extras = value.member("extras")) {
+        for (const auto& [extra, requests] : extras->members()) {
+            package.requestsOfExtras[normalizedName(extra)] = requestsOfTexts(&requests);
+        }
+    }
+    return package;
+}
+
 }  // namespace
 
 std::vector<Requirement> requirementsFromPoetryLock(std::string_view text) {
@@ -50,6 +97,18 @@ std::vector<Requirement> requirementsFromPoetryLock(std::string_view text) {
     }
     std::erase_if(packages, [](const Requirement& package) { return package.name.empty(); });
     return packages;
+}
+
+std::optional<Lockfile> poetryLock(std::string_view text, const std::optional<std::string>& pyproject) {
+    const std::optional<DataValue> top = readTOML(text);
+    const DataValue* const metadata = top ? top->member("metadata") : nullptr;
+    const DataValue* const list = top ? top->member("package") : nullptr;
+    if (metadata == nullptr || !metadata->isTable() || (list != nullptr && !list->isList())) {
+        return std::nullopt;
+    }
+    std::vector<LockedPackage> packages;
+    std::ranges::transform(elementsOf(list), std::back_inserter(packages), poetryPackage);
+    return joinedLockfile(std::move(packages), projectRequests(pyproject));
 }
 
 }  // namespace ScanKit::PythonParser
