@@ -7,7 +7,6 @@
 namespace ScanKit::NPMParser {
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t indentWidth = 2;
 
 /// Reads the words of one line from left to right.
@@ -147,9 +146,6 @@ private:
 std::optional<std::vector<ClassicEntry>> readYarnClassic(std::string_view text) {
     if (!Text::isValidUtf8(text)) {
         return std::nullopt;
-    }
-    if (text.starts_with(byteOrderMark)) {
-        text.remove_prefix(byteOrderMark.size());
     }
     ClassicReader reader;
     while (!text.empty()) {

@@ -22,7 +22,7 @@ struct ClassicEntry {
 };
 
 /// The entries in the order of the file; none for a file of comments alone. Absent when a line is not of this notation, such
-/// as the marks of an unfinished merge or a text that breaks off within quotation marks. A byte-order mark is skipped.
+/// as the marks of an unfinished merge or a text that breaks off within quotation marks.
 std::optional<std::vector<ClassicEntry>> readYarnClassic(std::string_view text);
 
 }  // namespace ScanKit::NPMParser
