@@ -25,6 +25,7 @@ const std::map<std::string, std::string> homes{
     {"simdjson", "ScanKit/Support/"},
     {"oneapi/", "ScanKit/Support/"},
     {"tbb/", "ScanKit/Support/"},
+    {"zip.h", "ScanKit/Support/ZipArchive."},
     {"pango/", "ScanKit/Reports/PDF/PDFCanvas."},
     {"cairo", "ScanKit/Reports/PDF/PDFCanvas."},
     {"CLI/", "QuorvaneCLI/CommandOptions."},

@@ -392,14 +392,16 @@ std::unordered_set<std::string_view> developmentOnly(const Manifest& manifest) {
     return names;
 }
 
+/// By the member's folder.
+using DevelopmentNames = std::unordered_map<std::string_view, std::unordered_set<std::string_view>>;
+
 /// The newer format: the file itself says what its members ask for.
-void addRoots(const Answers& answers, const Draft& member,
-              const std::unordered_map<std::string_view, const Manifest*>& manifests, Lockfile& lockfile) {
-    std::unordered_set<std::string_view> development;
-    if (const auto manifest = manifests.find(*member.member); manifest != manifests.end()) {
-        development = developmentOnly(*manifest->second);
-    }
-    addRoots(answers, member.entry.name, member.needs, development, lockfile);
+void addRoots(const Answers& answers, const Draft& member, const DevelopmentNames& development,
+              Lockfile& lockfile) {
+    const auto names = development.find(*member.member);
+    static const std::unordered_set<std::string_view> none;
+    addRoots(answers, member.entry.name, member.needs, names != development.end() ? names->second : none,
+             lockfile);
 }
 
 void addNeeds(const Answers& answers, const Draft& draft, std::size_t place, LockedEntry& entry) {
@@ -429,16 +431,16 @@ bool askForAny(const std::vector<Manifest>& manifests) {
 Lockfile joined(std::vector<Draft> drafts, const std::vector<Manifest>& manifests) {
     Lockfile lockfile;
     const Answers answers(drafts, manifests);
-    std::unordered_map<std::string_view, const Manifest*> byFolder;
+    DevelopmentNames development;
     for (const Manifest& manifest : manifests) {
-        byFolder.emplace(manifest.below, &manifest);
+        development.emplace(manifest.below, developmentOnly(manifest));
     }
     bool namesMembers = false;
     for (std::size_t i = 0; i < drafts.size(); ++i) {
         LockedEntry entry = drafts[i].entry;
         if (drafts[i].member) {
             namesMembers = true;
-            addRoots(answers, drafts[i], byFolder, lockfile);
+            addRoots(answers, drafts[i], development, lockfile);
         } else {
             addNeeds(answers, drafts[i], i, entry);
         }
