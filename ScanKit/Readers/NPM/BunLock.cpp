@@ -18,6 +18,7 @@ namespace {
 
 constexpr std::string_view modulesName = "node_modules";
 constexpr std::string_view workspaceMark = "workspace:";
+constexpr double newestFormat = 2;
 /// Trees of real packages have a dozen levels; the limit keeps the search for what a hostile key needs short.
 constexpr std::size_t mostNames = 100;
 
@@ -227,7 +228,7 @@ std::optional<Lockfile> bunLock(std::string_view text) {
     const std::optional<JSONValue> workspaces = top ? top->member("workspaces") : std::nullopt;
     const std::optional<JSONValue> packages = top ? top->member("packages") : std::nullopt;
     if (!format || !workspaces || !packages || !workspaces->isObject() || !packages->isObject() ||
-        (format->number() != 0 && format->number() != 1)) {
+        !(format->number() >= 0 && format->number() <= newestFormat)) {
         return std::nullopt;
     }
     Lockfile lockfile;

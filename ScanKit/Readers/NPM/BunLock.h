@@ -11,7 +11,7 @@
 /// Bun's lockfile, bun.lock, and the packages that it installs.
 namespace ScanKit::NPMParser {
 
-/// What a lockfile of format 0 or 1 says: one entry for each key, which names the place in a tree of folders
+/// What a lockfile of format 0, 1 or 2 says: one entry for each key, which names the place in a tree of folders
 /// ("a/@scope/b": below a). What something needs and no entry holds becomes an entry that is unreadable; peers may be missing.
 /// Absent when the text is no such lockfile.
 std::optional<Lockfile> bunLock(std::string_view text);
