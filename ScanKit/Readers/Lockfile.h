@@ -31,6 +31,7 @@ struct Lockfile {
     std::vector<std::size_t> development;
     /// False when the file does not say who needs whom, or what the project itself asks for: then all entries ship.
     bool knowsWays = true;
+    std::vector<std::string> members;  ///< the folders of workspace members, below the project's, as written
 
     bool operator==(const Lockfile&) const = default;
 };
