@@ -279,6 +279,19 @@ TEST(YarnLock, KeepsEntriesThatItCannotUnderstand) {
                     "d@1 ships unasked"));
 }
 
+TEST(YarnLock, SaysWhatIsAskedForAndStandsNowhere) {
+    const std::vector asking{
+        manifest(
+            R"({"name": "app", "dependencies": {"a": "1", "gone": "^2", "member": "1", "local": "link:x"},
+                     "devDependencies": {"gone": "^2"}, "optionalDependencies": {"perhaps": "1"}})"),
+        manifest(R"({"name": "member"})", "packages/member")};
+    const auto lockfile = yarnLock("a@1:\n  version \"1\"\n  dependencies:\n    cut-off \"1\"\n", asking);
+    EXPECT_THAT(rows(lockfile), ElementsAre("a@1 ships cut-off@", "cut-off@ unreadable", "gone@ unreadable"));
+    EXPECT_EQ(lockfile->entries[2].key, "gone@^2");
+    EXPECT_THAT(lockfile->members, ElementsAre("packages/member"));
+    EXPECT_THAT(yarnLock(modern, {}).value().members, ElementsAre("packages/member"));
+}
+
 TEST(YarnLock, RefusesWhatIsNotALockfile) {
     const std::vector asking{manifest(R"({"devDependencies": {"a": "1"}})")};
     const std::vector asksMembersOnly{manifest(R"({"name": "app", "dependencies": {"member": "1"}})"),

@@ -1,14 +1,12 @@
 #include "ScanKit/Readers/NPM/HoistedModules.h"
 
-#include "ScanKit/Readers/ReadLimits.h"
+#include "ScanKit/Readers/NPM/ModuleFolders.h"
+#include "ScanKit/Readers/NPM/PackageStore.h"
 #include "ScanKit/Support/FileSystem.h"
-#include "ScanKit/Support/JSON.h"
-#include "ScanKit/Support/Paths.h"
 
 #include <algorithm>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -21,101 +19,48 @@ constexpr std::string_view storeName = ".store";
 /// As deep as a tree without lockfile is walked.
 constexpr int deepestLevel = 7;
 
-/// A folder by the way that led to it, and by where it really is.
-struct Place {
-    std::filesystem::path folder;
-    std::filesystem::path real;
-};
-
 /// A package folder: found first, read later.
 struct Installed {
     Place place;
-    std::string folderName;  ///< with the scope: what the package is required by; empty in the store
-    std::string name = {};   ///< of its package.json; empty when it has none
-    std::string version = {};
+    std::string folderName = {};  ///< what the package is required by; empty in the store
+    PackageIdentity identity = {};
     std::vector<Installed> nested = {};
 };
-
-std::filesystem::path resolved(const std::filesystem::path& path) {
-    std::error_code error;
-    std::filesystem::path real = std::filesystem::canonical(path, error);
-    return error ? path : real;
-}
-
-Place placeOf(const Place& parent, const FolderEntry& entry) {
-    Place place{parent.folder / entry.name, parent.real / entry.name};
-    if (entry.isLink) {
-        place.real = resolved(place.folder);
-    }
-    return place;
-}
 
 /// Walks what is installed for one project.
 class Walk {
 public:
-    explicit Walk(const std::filesystem::path& projectFolder) : project_(resolved(projectFolder)) {}
+    explicit Walk(const std::filesystem::path& projectFolder) : project_(placeOf(projectFolder).real) {}
 
-    void addModules(const std::filesystem::path& packageFolder, std::vector<Installed>& found) const {
-        const std::filesystem::path modules = standardized(packageFolder) / modulesName;
-        for (Installed& package : packagesIn({modules, resolved(modules)})) {
-            found.push_back(std::move(package));
+    void addModules(const Place& modules, std::vector<Installed>& found) const {
+        for (ModuleFolder& folder : moduleFolders(modules)) {
+            if (!folder.isLink || !isOwnFolder(folder.place.real)) {
+                found.push_back({.place = std::move(folder.place), .folderName = std::move(folder.name)});
+            }
         }
     }
 
-    void addStore(const std::filesystem::path& packageFolder, std::vector<Installed>& found) const {
-        const std::filesystem::path store = standardized(packageFolder) / modulesName / storeName;
-        const Place place{store, resolved(store)};
-        for (const FolderEntry& entry : listPackageFolder(store)) {
+    void addStore(const Place& store, std::vector<Installed>& found) const {
+        for (const FolderEntry& entry : listPackageFolder(store.folder)) {
             if (entry.kind == EntryKind::folder) {
-                const Place kept = placeOf(place, entry);
-                found.push_back(
-                    {.place = {kept.folder / "package", kept.real / "package"}, .folderName = {}});
+                const Place kept = placeOf(store, entry);
+                found.push_back({.place = {kept.folder / "package", kept.real / "package"}});
             }
         }
     }
 
     void read(Installed& package, bool hasRoomBelow) const {
-        thread_local JSONReader reader;  // keeps its buffers from package to package
-        const auto bytes = readFile(package.place.folder / "package.json", largestPackageDescription);
-        const std::optional<JSONValue> manifest = bytes ? reader.read(*bytes) : std::nullopt;
-        if (manifest) {
-            package.name = manifest->stringMember("name").value_or(package.folderName);
-            package.version = manifest->stringMember("version").value_or("");
+        package.identity = packageIdentity(package.place.folder);
+        if (package.identity.name.empty()) {
+            package.identity.name = package.folderName;
         }
-        if (bytes && hasRoomBelow) {
-            package.nested =
-                packagesIn({package.place.folder / modulesName, package.place.real / modulesName});
+        if (hasRoomBelow) {
+            addModules({package.place.folder / modulesName, package.place.real / modulesName},
+                       package.nested);
         }
     }
 
 private:
-    std::vector<Installed> packagesIn(const Place& modules) const {
-        std::vector<Installed> packages;
-        for (const FolderEntry& entry : listPackageFolder(modules.folder)) {
-            if (entry.kind != EntryKind::folder || entry.name.starts_with('.')) {
-                continue;
-            }
-            const Place place = placeOf(modules, entry);
-            if (!entry.name.starts_with('@')) {
-                add(packages, entry, place, entry.name);
-                continue;
-            }
-            for (const FolderEntry& scoped : listPackageFolder(place.folder)) {
-                if (scoped.kind == EntryKind::folder) {
-                    add(packages, scoped, placeOf(place, scoped), entry.name + "/" + scoped.name);
-                }
-            }
-        }
-        return packages;
-    }
-
-    void add(std::vector<Installed>& packages, const FolderEntry& entry, const Place& place,
-             std::string folderName) const {
-        if (!entry.isLink || !isOwnFolder(place.real)) {
-            packages.push_back({.place = place, .folderName = std::move(folderName)});
-        }
-    }
-
     /// A folder of the project that no installer made.
     bool isOwnFolder(const std::filesystem::path& real) const {
         const std::filesystem::path below = real.lexically_relative(project_);
@@ -130,14 +75,12 @@ private:
 class Places {
 public:
     void add(const Installed& package) {
-        if (package.name.empty() && package.folderName.empty()) {
-            return;
-        }
-        const bool isNamedAlike = package.name == package.folderName;
+        const PackageIdentity& identity = package.identity;
+        const bool isNamedAlike = identity.name == package.folderName;
         (isNamedAlike ? alike_ : byPackage_)
-            .try_emplace(key(package.name, package.version), package.place.folder);
+            .try_emplace(key(identity.name, identity.version), package.place.folder);
         if (!isNamedAlike) {
-            byFolder_.try_emplace(key(package.folderName, package.version), package.place.folder);
+            byFolder_.try_emplace(key(package.folderName, identity.version), package.place.folder);
         }
     }
 
@@ -168,11 +111,12 @@ std::vector<std::optional<std::filesystem::path>> hoistedFolders(
     const std::vector<std::filesystem::path>& memberFolders, const ReadControl& control) {
     const Walk walk(projectFolder);
     std::vector<Installed> level;
-    walk.addModules(projectFolder, level);
+    const std::filesystem::path modules = projectFolder / modulesName;
+    walk.addModules(placeOf(modules), level);
     for (const std::filesystem::path& member : memberFolders) {
-        walk.addModules(member, level);
+        walk.addModules(placeOf(member / modulesName), level);
     }
-    walk.addStore(projectFolder, level);
+    walk.addStore(placeOf(modules / storeName), level);
     Places places;
     std::unordered_set<std::string> seen;
     for (int depth = 0; !level.empty(); ++depth) {

@@ -144,7 +144,7 @@ private:
 }  // namespace
 
 std::optional<std::vector<ClassicEntry>> readYarnClassic(std::string_view text) {
-    if (!Text::isValidUtf8(text)) {
+    if (text.size() > mostYarnClassicBytes || !Text::isValidUtf8(text)) {
         return std::nullopt;
     }
     ClassicReader reader;

@@ -2,6 +2,7 @@
 
 #include "ScanKit/Readers/NPM/Manifest.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,8 +22,11 @@ struct ClassicEntry {
     bool operator==(const ClassicEntry&) const = default;
 };
 
+/// A lockfile of 10,000 packages has some 4 MB; what is larger than this is taken for none.
+inline constexpr std::size_t mostYarnClassicBytes = std::size_t{64} << 20;
+
 /// The entries in the order of the file; none for a file of comments alone. Absent when a line is not of this notation, such
-/// as the marks of an unfinished merge or a text that breaks off within quotation marks.
+/// as the marks of an unfinished merge or a text that breaks off within quotation marks, and beyond the size.
 std::optional<std::vector<ClassicEntry>> readYarnClassic(std::string_view text);
 
 }  // namespace ScanKit::NPMParser

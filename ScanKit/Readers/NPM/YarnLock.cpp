@@ -236,6 +236,9 @@ public:
                 addPattern(pattern, i);
             }
         }
+        for (const Manifest& manifest : manifests) {
+            members_.insert(manifest.name);
+        }
         for (std::size_t i = 0; i < drafts.size(); ++i) {
             addPatch(i);
         }
@@ -265,24 +268,34 @@ public:
         return std::nullopt;
     }
 
-    /// Appends the entries for a request of this package.
-    void find(const std::string& dependant, const Request& request, std::vector<std::size_t>& found) const {
+    /// Appends the entries for what this package needs. What must be there, and no entry is the name of, becomes an entry
+    /// of its own behind the others.
+    void find(const std::string& dependant, const Need& need, std::vector<std::size_t>& found) {
+        const Request& request = need.request;
         std::optional<std::size_t> entry = resolved(dependant, request);
         if (!entry) {
             entry = exact(request.name, request.range);
         }
-        if (const auto only = onlyOfName_.find(request.name); !entry && only != onlyOfName_.end()) {
+        const auto only = onlyOfName_.find(request.name);
+        if (!entry && only != onlyOfName_.end()) {
             entry = only->second;
+        }
+        if (!entry && only == onlyOfName_.end() && !need.mayBeMissing && !members_.contains(request.name) &&
+            !isLocal(request.range)) {
+            entry = missingEntry(request);
         }
         if (!entry) {
             return;
         }
+        found.push_back(*entry);
         std::size_t next = *entry;
-        for (int i = 0; i < mostPatches && next < drafts_.size(); ++i) {
-            found.push_back(next);
+        for (int i = 0; i < mostPatches && next < drafts_.size() && patchOf_[next] < drafts_.size(); ++i) {
             next = patchOf_[next];
+            found.push_back(next);
         }
     }
+
+    std::vector<LockedEntry> takeMissing() { return std::move(missing_); }
 
 private:
     void addPattern(const std::string& pattern, std::size_t entry) {
@@ -301,6 +314,16 @@ private:
         if (const auto original = originalOf(entry); original && patchOf_[*original] == drafts_.size()) {
             patchOf_[*original] = entry;
         }
+    }
+
+    std::size_t missingEntry(const Request& request) {
+        std::string pattern = request.name + "@" + request.range;
+        const std::size_t place = drafts_.size() + missing_.size();
+        const auto [known, isNew] = byPattern_.try_emplace(pattern, place);
+        if (isNew) {
+            missing_.push_back({.key = std::move(pattern), .name = request.name, .isUnreadable = true});
+        }
+        return known->second;
     }
 
     void addResolution(const Request& written) {
@@ -352,29 +375,31 @@ private:
     const std::vector<Draft>& drafts_;
     std::unordered_map<std::string, std::size_t> byPattern_;
     std::unordered_map<std::string, std::optional<std::size_t>>
-        onlyOfName_;                    ///< absent where there are several
+        onlyOfName_;  ///< absent where there are several
+    std::unordered_set<std::string> members_;
+    std::vector<LockedEntry> missing_;
     std::vector<std::size_t> patchOf_;  ///< by the entry that was patched; the number of entries for none
     std::unordered_map<std::string, std::string>
         resolutions_;  ///< what is taken, by parent, name and range; empty for any
 };
 
 /// Puts what a project or member asks for into the lists that say what for.
-void addRoots(const Answers& answers, const std::string& name, const std::vector<Need>& needs,
+void addRoots(Answers& answers, const std::string& name, const std::vector<Need>& needs,
               const std::unordered_set<std::string_view>& development, Lockfile& lockfile) {
     for (const Need& need : needs) {
         std::vector<std::size_t>& list = development.contains(need.request.name) ? lockfile.development
                                          : need.mayBeMissing                     ? lockfile.shippedIfPresent
                                                                                  : lockfile.shipped;
-        answers.find(name, need.request, list);
+        answers.find(name, need, list);
     }
 }
 
 /// The older format: all is in the manifests.
-void addRoots(const Answers& answers, const Manifest& manifest, Lockfile& lockfile) {
+void addRoots(Answers& answers, const Manifest& manifest, Lockfile& lockfile) {
     addRoots(answers, manifest.name, needsOf(manifest.dependencies, false), {}, lockfile);
     addRoots(answers, manifest.name, needsOf(manifest.optionalDependencies, true), {}, lockfile);
     for (const Request& request : manifest.developmentDependencies) {
-        answers.find(manifest.name, request, lockfile.development);
+        answers.find(manifest.name, {request}, lockfile.development);
     }
 }
 
@@ -396,7 +421,7 @@ std::unordered_set<std::string_view> developmentOnly(const Manifest& manifest) {
 using DevelopmentNames = std::unordered_map<std::string_view, std::unordered_set<std::string_view>>;
 
 /// The newer format: the file itself says what its members ask for.
-void addRoots(const Answers& answers, const Draft& member, const DevelopmentNames& development,
+void addRoots(Answers& answers, const Draft& member, const DevelopmentNames& development,
               Lockfile& lockfile) {
     const auto names = development.find(*member.member);
     static const std::unordered_set<std::string_view> none;
@@ -404,9 +429,9 @@ void addRoots(const Answers& answers, const Draft& member, const DevelopmentName
              lockfile);
 }
 
-void addNeeds(const Answers& answers, const Draft& draft, std::size_t place, LockedEntry& entry) {
+void addNeeds(Answers& answers, const Draft& draft, std::size_t place, LockedEntry& entry) {
     for (const Need& need : draft.needs) {
-        answers.find(entry.name, need.request, need.mayBeMissing ? entry.needsIfPresent : entry.needs);
+        answers.find(entry.name, need, need.mayBeMissing ? entry.needsIfPresent : entry.needs);
     }
     if (const auto original = answers.originalOf(place)) {
         entry.needs.push_back(*original);
@@ -430,7 +455,7 @@ bool askForAny(const std::vector<Manifest>& manifests) {
 
 Lockfile joined(std::vector<Draft> drafts, const std::vector<Manifest>& manifests) {
     Lockfile lockfile;
-    const Answers answers(drafts, manifests);
+    Answers answers(drafts, manifests);
     DevelopmentNames development;
     for (const Manifest& manifest : manifests) {
         development.emplace(manifest.below, developmentOnly(manifest));
@@ -440,6 +465,7 @@ Lockfile joined(std::vector<Draft> drafts, const std::vector<Manifest>& manifest
         LockedEntry entry = drafts[i].entry;
         if (drafts[i].member) {
             namesMembers = true;
+            lockfile.members.push_back(*drafts[i].member);
             addRoots(answers, drafts[i], development, lockfile);
         } else {
             addNeeds(answers, drafts[i], i, entry);
@@ -449,8 +475,11 @@ Lockfile joined(std::vector<Draft> drafts, const std::vector<Manifest>& manifest
     if (!namesMembers) {
         for (const Manifest& manifest : manifests) {
             addRoots(answers, manifest, lockfile);
+            lockfile.members.push_back(manifest.below);
         }
     }
+    std::erase(lockfile.members, ".");
+    std::ranges::move(answers.takeMissing(), std::back_inserter(lockfile.entries));
     lockfile.knowsWays = namesMembers || !manifests.empty();
     return lockfile;
 }

@@ -14,7 +14,8 @@ namespace ScanKit::NPMParser {
 /// project's first): the older format does not name it, the newer one does not tell which of it is for development. A package
 /// that was patched is an entry beside the one that it was made from, and whoever needs it needs both. A resolution of the
 /// project that sets another version leads to that version's entry; where none of a name fits what is asked for, the only
-/// entry of that name counts, and of several none.
+/// entry of that name counts, and of several none. What something asks for and no entry is the name of becomes an entry that is
+/// unreadable, behind those of the file.
 ///
 /// Absent when the text is in neither format, and when it holds no package while the manifests ask for some.
 std::optional<Lockfile> yarnLock(std::string_view text, const std::vector<Manifest>& manifests);
