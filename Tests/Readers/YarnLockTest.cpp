@@ -267,6 +267,27 @@ TEST(YarnLock, FollowsResolutionsToTheVersionThatIsTaken) {
               "@s/x@1 ships unasked @s/b@3");
 }
 
+TEST(YarnLock, LooksCatalogsUpInTheSettings) {
+    std::string text =
+        "__metadata:\n  version: 8\n\"app@workspace:.\":\n  resolution: \"app@workspace:.\"\n"
+        "  dependencies:\n    a: \"catalog:\"\n    b: \"catalog:old\"\n";
+    for (const std::string name : {"a", "b"}) {
+        for (const std::string version : {"1", "2"}) {
+            text += "\"" + name + "@npm:^" + version + "\":\n  version: " + version + "\n  resolution: \"" +
+                    name + "@npm:" + version + "\"\n";
+        }
+    }
+    const std::vector manifests{manifest(R"({"devDependencies": {"a": "catalog:", "b": "catalog:old"}})")};
+    const std::string_view settings = "catalog:\n  a: ^2\ncatalogs:\n  old:\n    b: npm:^1\n";
+    EXPECT_THAT(
+        rows(yarnLock(text, manifests, settings)),
+        ElementsAre("app@ own unasked", "a@1 ships unasked", "a@2 dev", "b@1 dev", "b@2 ships unasked"));
+    for (const std::string_view bad :
+         {"", "catalog: [", "catalog: [a]\ncatalogs:\n  old: b\n", "catalogs: 1"}) {
+        EXPECT_EQ(rows(yarnLock(text, manifests, bad)).at(2), "a@2 ships unasked") << bad;
+    }
+}
+
 TEST(YarnLock, KeepsEntriesThatItCannotUnderstand) {
     EXPECT_THAT(rows("a@1:\n  resolved \"x\"\n\nb@1:\n  version \"1\"\n\nb@1:\n  version \"2\"\n", {}),
                 ElementsAre("a@ unreadable unasked", "b@1 ships unasked", "b@2 ships unasked"));

@@ -15,6 +15,7 @@ namespace {
 
 constexpr std::string_view registryProtocol = "npm:";
 constexpr std::string_view patchProtocol = "patch:";
+constexpr std::string_view catalogProtocol = "catalog:";
 constexpr std::string_view workspaceProtocol = "workspace:";
 /// A package may be patched by the project and by Yarn itself; a longer chain is not followed.
 constexpr int mostPatches = 4;
@@ -226,10 +227,37 @@ std::vector<std::string> stepsOf(std::string_view way) {
     return steps;
 }
 
+/// What the project's settings say of "catalog:" ranges: the range by catalog, "/" and package; the plain one has no name.
+using Catalogs = std::unordered_map<std::string, std::string>;
+
+void addCatalog(std::string_view name, const DataValue* catalog, Catalogs& catalogs) {
+    if (catalog != nullptr) {
+        for (const auto& [package, range] : catalog->members()) {
+            catalogs.insert_or_assign(std::string(name) + "/" + package, range.text().value_or(""));
+        }
+    }
+}
+
+Catalogs readCatalogs(std::string_view settings) {
+    Catalogs catalogs;
+    const std::optional<DataValue> top = settings.empty() ? std::nullopt : readYAML(settings);
+    if (!top) {
+        return catalogs;
+    }
+    addCatalog("", top->member("catalog"), catalogs);
+    if (const DataValue* const named = top->member("catalogs")) {
+        for (const auto& [name, catalog] : named->members()) {
+            addCatalog(name, &catalog, catalogs);
+        }
+    }
+    return catalogs;
+}
+
 /// Finds the entries that answer what is asked for.
 class Answers {
 public:
-    Answers(const std::vector<Draft>& drafts, const std::vector<Manifest>& manifests) : drafts_(drafts) {
+    Answers(const std::vector<Draft>& drafts, const std::vector<Manifest>& manifests, Catalogs catalogs)
+        : drafts_(drafts), catalogs_(std::move(catalogs)) {
         patchOf_.assign(drafts.size(), drafts.size());
         for (std::size_t i = 0; i < drafts.size(); ++i) {
             for (const std::string& pattern : drafts[i].patterns) {
@@ -271,7 +299,7 @@ public:
     /// Appends the entries for what this package needs. What must be there, and no entry is the name of, becomes an entry
     /// of its own behind the others.
     void find(const std::string& dependant, const Need& need, std::vector<std::size_t>& found) {
-        const Request& request = need.request;
+        const Request request{need.request.name, rangeOf(need.request)};
         std::optional<std::size_t> entry = resolved(dependant, request);
         if (!entry) {
             entry = exact(request.name, request.range);
@@ -298,6 +326,14 @@ public:
     std::vector<LockedEntry> takeMissing() { return std::move(missing_); }
 
 private:
+    std::string rangeOf(const Request& request) const {
+        if (!request.range.starts_with(catalogProtocol)) {
+            return request.range;
+        }
+        const auto range = catalogs_.find(request.range.substr(catalogProtocol.size()) + "/" + request.name);
+        return range != catalogs_.end() ? range->second : request.range;
+    }
+
     void addPattern(const std::string& pattern, std::size_t entry) {
         byPattern_.insert_or_assign(pattern, entry);
         const Descriptor descriptor = descriptorOf(pattern);
@@ -373,6 +409,7 @@ private:
     }
 
     const std::vector<Draft>& drafts_;
+    const Catalogs catalogs_;
     std::unordered_map<std::string, std::size_t> byPattern_;
     std::unordered_map<std::string, std::optional<std::size_t>>
         onlyOfName_;  ///< absent where there are several
@@ -453,9 +490,9 @@ bool askForAny(const std::vector<Manifest>& manifests) {
     });
 }
 
-Lockfile joined(std::vector<Draft> drafts, const std::vector<Manifest>& manifests) {
+Lockfile joined(std::vector<Draft> drafts, const std::vector<Manifest>& manifests, Catalogs catalogs) {
     Lockfile lockfile;
-    Answers answers(drafts, manifests);
+    Answers answers(drafts, manifests, std::move(catalogs));
     DevelopmentNames development;
     for (const Manifest& manifest : manifests) {
         development.emplace(manifest.below, developmentOnly(manifest));
@@ -491,7 +528,8 @@ bool hasLine(std::string_view text, std::string_view start) {
 
 }  // namespace
 
-std::optional<Lockfile> yarnLock(std::string_view text, const std::vector<Manifest>& manifests) {
+std::optional<Lockfile> yarnLock(std::string_view text, const std::vector<Manifest>& manifests,
+                                 std::string_view settings) {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     text.remove_prefix(text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0);
     std::optional<std::vector<Draft>> drafts =
@@ -500,7 +538,7 @@ std::optional<Lockfile> yarnLock(std::string_view text, const std::vector<Manife
     if (!drafts || (drafts->empty() && askForAny(manifests))) {
         return std::nullopt;
     }
-    return joined(std::move(*drafts), manifests);
+    return joined(std::move(*drafts), manifests, readCatalogs(settings));
 }
 
 }  // namespace ScanKit::NPMParser

@@ -17,7 +17,10 @@ namespace ScanKit::NPMParser {
 /// entry of that name counts, and of several none. What something asks for and no entry is the name of becomes an entry that is
 /// unreadable, behind those of the file.
 ///
+/// `settings` is the project's .yarnrc.yml, when it has one: what a member asks for as "catalog:" stands there.
+///
 /// Absent when the text is in neither format, and when it holds no package while the manifests ask for some.
-std::optional<Lockfile> yarnLock(std::string_view text, const std::vector<Manifest>& manifests);
+std::optional<Lockfile> yarnLock(std::string_view text, const std::vector<Manifest>& manifests,
+                                 std::string_view settings = {});
 
 }  // namespace ScanKit::NPMParser
