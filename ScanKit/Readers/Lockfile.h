@@ -32,6 +32,7 @@ struct Lockfile {
     /// False when the file does not say who needs whom, or what the project itself asks for: then none is followed, and the roles are
     /// those that the three lists above give alone: what stands in none ships.
     bool knowsWays = true;
+    std::vector<std::string> members;  ///< the folders of workspace members, below the project's, as written
 
     bool operator==(const Lockfile&) const = default;
 };

@@ -1,12 +1,12 @@
 #include "ScanKit/Readers/NPM/NodeModules.h"
 
+#include "ScanKit/Readers/NPM/ModuleFolders.h"
 #include "ScanKit/Readers/NPM/PackageJSON.h"
 #include "ScanKit/Support/FileSystem.h"
 #include "ScanKit/Support/Paths.h"
 
 #include <algorithm>
 #include <optional>
-#include <system_error>
 #include <utility>
 
 namespace ScanKit::NPMParser {
@@ -16,12 +16,6 @@ constexpr std::string_view modulesName = "node_modules";
 /// Deeper nesting is not met in real trees; a tree without end stops here.
 constexpr int deepestLevel = 7;
 
-/// A folder by the way that led to it, and by where it really is.
-struct Place {
-    std::filesystem::path folder;
-    std::filesystem::path real;
-};
-
 /// One package folder of the tree: found first, read later.
 struct Package {
     Place place;
@@ -29,42 +23,10 @@ struct Package {
     std::vector<Package> nested = {};
 };
 
-std::filesystem::path resolved(const std::filesystem::path& path) {
-    std::error_code error;
-    std::filesystem::path real = std::filesystem::canonical(path, error);
-    return error ? path : real;
-}
-
-Place placeOf(const std::filesystem::path& folder) {
-    return {standardized(folder), resolved(folder)};
-}
-
-/// Only a link needs resolving; any other entry really lies where its parent does.
-Place placeOf(const Place& parent, const FolderEntry& entry) {
-    Place place{parent.folder / entry.name, parent.real / entry.name};
-    if (entry.isLink) {
-        place.real = resolved(place.folder);
-    }
-    return place;
-}
-
 std::vector<Package> packagesIn(const Place& nodeModules) {
     std::vector<Package> packages;
-    for (const FolderEntry& entry : listPackageFolder(nodeModules.folder)) {
-        // Hidden folders hold the manager's own bookkeeping and the links to programs.
-        if (entry.kind != EntryKind::folder || entry.name.starts_with('.')) {
-            continue;
-        }
-        const Place place = placeOf(nodeModules, entry);
-        if (!entry.name.starts_with('@')) {
-            packages.push_back({place});
-            continue;
-        }
-        for (const FolderEntry& scoped : listPackageFolder(place.folder)) {
-            if (scoped.kind == EntryKind::folder) {
-                packages.push_back({placeOf(place, scoped)});
-            }
-        }
+    for (ModuleFolder& folder : moduleFolders(nodeModules)) {
+        packages.push_back({std::move(folder.place)});
     }
     return packages;
 }

@@ -39,16 +39,6 @@ void applyManifest(RawDependency& dependency, const JSONValue& manifest) {
     }
 }
 
-/// The file name in "SEE LICENSE IN name", npm's way of pointing at a file.
-std::optional<std::string_view> licenseFileReference(std::string_view declared) {
-    constexpr std::string_view pointer = "SEE LICENSE IN ";
-    const std::string_view start = Text::prefix(declared, pointer.size());
-    if (Text::uppercased(start) != pointer) {
-        return std::nullopt;
-    }
-    return Text::trimmed(declared.substr(start.size()));
-}
-
 /// A file that the package names itself is read before all others.
 void putFirst(std::vector<std::filesystem::path>& files, const std::filesystem::path& file) {
     std::erase(files, file);
@@ -108,6 +98,15 @@ std::optional<std::string> declaredLicense(const JSONValue& package) {
         return "(" + Text::joined(choices, " OR ") + ")";
     }
     return choices.empty() ? std::nullopt : std::optional(choices.front());
+}
+
+std::optional<std::string_view> licenseFileReference(std::string_view declared) {
+    constexpr std::string_view pointer = "SEE LICENSE IN ";
+    const std::string_view start = Text::prefix(declared, pointer.size());
+    if (Text::uppercased(start) != pointer) {
+        return std::nullopt;
+    }
+    return Text::trimmed(declared.substr(start.size()));
 }
 
 std::optional<std::string> repositoryLink(const JSONValue& package) {

@@ -26,6 +26,8 @@ bool holdsManifest(const std::vector<FolderEntry>& entries);
 /// The license that a package.json or a lockfile entry states; several of the old form as "(A OR B)". Blank text
 /// counts as absent.
 std::optional<std::string> declaredLicense(const JSONValue& package);
+/// The file name in "SEE LICENSE IN name", npm's way of pointing at a file; absent in any other declared license.
+std::optional<std::string_view> licenseFileReference(std::string_view declared);
 /// The repository of a package.json, as written; else its homepage. Absent when neither leads anywhere.
 std::optional<std::string> repositoryLink(const JSONValue& package);
 /// The address of a web page for a repository in any of npm's spellings. An unknown one stays as it is.
