@@ -40,7 +40,7 @@ void check(const std::optional<ScanKit::Lockfile>& lockfile) {
     checkPlaces(lockfile->shippedIfPresent);
     checkPlaces(lockfile->development);
     check(ScanKit::lockedRoles(*lockfile).size() == count);
-    check(count == 0 || ScanKit::shortestWay(*lockfile, count - 1).size() <= count);
+    check(count == 0 || ScanKit::LockedWays(*lockfile).to(count - 1).size() <= count);
 }
 
 }  // namespace

@@ -186,8 +186,8 @@ t==1 d tool==0.3
 w==1 S
 )");
     EXPECT_EQ(lockfile->entries[8].source, "https://host/q?rev=1#2");
-    EXPECT_THAT(shortestWay(*lockfile, 8), ElementsAre(3, 8)) << "by way of the package whose extra it is";
-    EXPECT_THAT(shortestWay(*lockfile, 6), ElementsAre(6))
+    EXPECT_THAT(LockedWays(*lockfile).to(8), ElementsAre(3, 8)) << "by way of the package whose extra it is";
+    EXPECT_THAT(LockedWays(*lockfile).to(6), ElementsAre(6))
         << "not by way of a package that ships without the extra";
 }
 
