@@ -1,5 +1,6 @@
 #include "ScanKit/Support/JSON.h"
 
+#include "ScanKit/Support/JSONWithComments.h"
 #include "ScanKit/Support/JSONWriter.h"
 
 #include <gtest/gtest.h>
@@ -64,6 +65,28 @@ TEST(JSONReader, LastOfEqualKeysCountsAndNothingIsConverted) {
     // A reader is used again, after a fault too.
     EXPECT_FALSE(reader.read("{"));
     EXPECT_EQ(reader.read("\"" + std::string(200'000, 'y') + "\"")->string()->size(), 200'000U);
+}
+
+TEST(JSONWithComments, BlanksRemarksAndLastCommasOutsideStrings) {
+    struct Case {
+        std::string_view text, plain;
+    };
+    for (const auto& [text, plain] : {
+             Case{"{\"a\": 1,}", "{\"a\": 1 }"},
+             Case{"[1, /* x, */ ]", "[1           ]"},
+             Case{"[\"//\", \"/*\\\",]\", ] // ,]", "[\"//\", \"/*\\\",]\"  ]      "},
+             Case{"1//a\r\n,", "1   \r\n,"},
+             Case{"[\"a\", // b\n\t]", "[\"a\"      \n\t]"},
+             // What is no JSON stays none.
+             Case{"[,]", "[,]"},
+             Case{"[1,,]", "[1,,]"},
+             Case{"{\"a\":,}", "{\"a\":,}"},
+             Case{"[1 /* ]", "[1 /* ]"},
+             Case{"[1 / 2]", "[1 / 2]"},
+             Case{"[\"a, ]", "[\"a, ]"},
+         }) {
+        EXPECT_EQ(plainJSON(text), plain) << text;
+    }
 }
 
 TEST(JSONWriter, EscapesWhatItMustAndKeepsEmptyGroupsShort) {

@@ -21,6 +21,10 @@ constexpr std::string_view workspaceMark = "workspace:";
 constexpr double newestFormat = 2;
 /// Trees of real packages have a dozen levels; the limit keeps the search for what a hostile key needs short.
 constexpr std::size_t mostNames = 100;
+/// Twenty times what a lockfile of 10,000 packages holds. They keep a hostile file from filling the memory: each name of a
+/// key may be a place of its own.
+constexpr std::size_t largestText = std::size_t{64} << 20;
+constexpr std::size_t mostPlaces = 1'000'000;
 
 /// The names in a key: a scope belongs to the name behind it. Empty for a key that names no place.
 std::vector<std::string_view> namesIn(std::string_view key) {
@@ -95,6 +99,7 @@ public:
             }
         }
     }
+    std::size_t size() const { return nodes_.size(); }
     std::size_t childOfRoot(std::string_view name) const {
         const auto child = children_.find(std::pair(root, std::string(name)));
         return child != children_.end() ? child->second : root;
@@ -222,6 +227,9 @@ std::optional<std::filesystem::path> folderOf(const Lockfile& lockfile, const Lo
 }  // namespace
 
 std::optional<Lockfile> bunLock(std::string_view text) {
+    if (text.size() > largestText) {
+        return std::nullopt;
+    }
     JSONReader reader;
     const std::optional<JSONValue> top = reader.read(plainJSON(text));
     const std::optional<JSONValue> format = top ? top->member("lockfileVersion") : std::nullopt;
@@ -238,6 +246,9 @@ std::optional<Lockfile> bunLock(std::string_view text) {
     for (const auto& [key, tuple] : tuples) {
         nodes.push_back(tree.add(namesIn(key), lockfile.entries.size()));
         lockfile.entries.push_back(entryOf(key, tuple));
+        if (tree.size() > mostPlaces) {
+            return std::nullopt;
+        }
     }
     Needs needs(lockfile, tree);
     for (const auto& [folder, workspace] : workspaces->members()) {
