@@ -1,7 +1,5 @@
 #include "ScanKit/Support/ZipArchive.h"
 
-#include "ScanKit/Support/FileSystem.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <fstream>
@@ -125,8 +123,8 @@ ZipArchive& ZipArchive::operator=(ZipArchive&&) noexcept = default;
 
 std::optional<ZipArchive> ZipArchive::open(const std::filesystem::path& path) {
     std::error_code error;
-    // Opening a FIFO would wait for its writer.
-    const std::uintmax_t size = isRegularFile(path) ? std::filesystem::file_size(path, error) : 0;
+    // Only a regular file has a size; opening a FIFO would wait for its writer.
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
     if (error || size == 0 || size > ZipLimits::archiveBytes || !hasModestList(tailOf(path, size))) {
         return std::nullopt;
     }

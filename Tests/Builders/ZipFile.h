@@ -2,8 +2,8 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <initializer_list>
 #include <string>
+#include <vector>
 
 /// One member of an archive that a test makes, hostile ones included.
 struct ZipMember {
@@ -14,4 +14,4 @@ struct ZipMember {
 };
 
 /// Writes a zip archive; a test failure when that fails.
-void writeZip(const std::filesystem::path& path, std::initializer_list<ZipMember> members);
+void writeZip(const std::filesystem::path& path, const std::vector<ZipMember>& members);

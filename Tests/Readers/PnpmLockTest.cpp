@@ -162,11 +162,12 @@ TEST(PnpmLock, LosesNoEntry) {
     EXPECT_EQ(told(pnpmLock("lockfileVersion: '9.0'\nimporters: {}\n"
                             "packages: {a@1.0.0: {}, b@1.0.0: {}}\nsnapshots: {a@1.0.0: x}")),
               "unreadable a@1.0.0\nlost b@1.0.0\n");
-    const std::string managers =
+    const std::string ofPnpm =
         "---\nlockfileVersion: '9.0'\nimporters: {.: {packageManagerDependencies: {pm: {version: 1.0.0}}}}\n"
         "packages: {pm@1.0.0: {}}\nsnapshots: {pm@1.0.0: {}}\n---\n";
-    EXPECT_EQ(told(pnpmLock(managers + std::string(format9))),
-              "development pm@1.0.0\n" + told(pnpmLock(format9)));
+    EXPECT_EQ(pnpmLock(ofPnpm + std::string(format9)), pnpmLock(format9));
+    EXPECT_EQ(told(pnpmLock(ofPnpm)), "no lockfile") << "the project's part is missing";
+    EXPECT_EQ(told(pnpmLock(std::string(format9) + "---\n" + std::string(format9))), "no lockfile");
     EXPECT_FALSE(pnpmLock("lockfileVersion: 5.4\npackages: {/a/1.0.0: {}}")->knowsWays);
     EXPECT_EQ(told(pnpmLock("lockfileVersion: '9.0'\nimporters: {.: {}}")), "");
 }

@@ -80,6 +80,21 @@ TEST(YarnCache, KeepsWithinThePackageAndTheLimits) {
     ASSERT_TRUE(package);
     EXPECT_THAT(package->licenseTexts, ElementsAre(Pair("LICENSE", large.substr(0, mostPackedTextBytes))));
 
+    writeZip(cache / "named.zip",
+             {{"node_modules/a/package.json", R"({"license": "SEE LICENSE IN COPYING"})"},
+              {"node_modules/a/COPYING", "named"},
+              {"node_modules/a/LICENSE", "other"}});
+    EXPECT_THAT(readPackedPackage(cache / "named.zip").value().licenseTexts,
+                ElementsAre(Pair("COPYING", "named"), Pair("LICENSE", "other")));
+
+    std::vector<ZipMember> many{{"node_modules/a/package.json", "{}"}};
+    for (int i = 0; i < 30; ++i) {
+        many.push_back({"node_modules/a/LICENSE." + std::to_string(i), large});
+    }
+    writeZip(cache / "many.zip", many);
+    EXPECT_EQ(readPackedPackage(cache / "many.zip").value().licenseTexts.size(),
+              mostPackedBytes / mostPackedTextBytes);
+
     writeZip(cache / "none.zip", {{"package.json", "{}"}, {"node_modules/a/lib/package.json", "{}"}});
     EXPECT_FALSE(readPackedPackage(cache / "none.zip"));
     EXPECT_FALSE(readPackedPackage(cache.write("text.zip", "no archive")));

@@ -338,6 +338,7 @@ TEST(YarnLock, RefusesWhatIsNotALockfile) {
                                             "a@1:\n    b \"1\"\n",
                                             "a@1:\n  dependencies:\n    b\n",
                                             "a@1:\n  dependencies:\n    b \"1\"\n      c \"1\"\n",
+                                            "a@1:\n  dependencies:\n    b \"1\"\nc@1:\n    d \"1\"\n",
                                             "a@1,:\n  version \"1\"\n",
                                             "\"\":\n  version \"1\"\n",
                                             "\"a\\n@1\":\n  version \"1\"\n",

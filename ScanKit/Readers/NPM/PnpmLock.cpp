@@ -114,12 +114,20 @@ struct Section {
     std::string_view name;
     std::vector<std::size_t> Lockfile::*wishes;
 };
-constexpr std::array<Section, 5> projectSections{{{"dependencies", &Lockfile::shipped},
+constexpr std::array<Section, 3> projectSections{{{"dependencies", &Lockfile::shipped},
                                                   {"optionalDependencies", &Lockfile::shippedIfPresent},
-                                                  {"devDependencies", &Lockfile::development},
-                                                  // What pnpm itself runs on, in a document of its own.
-                                                  {"configDependencies", &Lockfile::development},
-                                                  {"packageManagerDependencies", &Lockfile::development}}};
+                                                  {"devDependencies", &Lockfile::development}}};
+
+/// Before the document of the project there may be one of pnpm's own, for the version of pnpm that the project runs and for
+/// pnpm's plug-ins. Nothing in it is the project's.
+bool isOfPnpmItself(const DataValue& document) {
+    const DataValue* const importers = document.member("importers");
+    return importers != nullptr && !importers->members().empty() &&
+           std::ranges::all_of(importers->members(), [](const DataValue::Member& importer) {
+               return importer.second.member("configDependencies") != nullptr ||
+                      importer.second.member("packageManagerDependencies") != nullptr;
+           });
+}
 
 /// Since format 6 the words of the project's manifest stand beside what they led to.
 std::optional<std::string_view> referenceOf(const DataValue& value) {
@@ -130,7 +138,7 @@ bool isTableOrAbsent(const DataValue* value) {
     return value == nullptr || value->isTable();
 }
 
-/// Puts together what the documents of a lockfile say: first their entries, then who asks for which.
+/// Puts together what a lockfile says: first its entries, then who asks for which.
 class Reader {
 public:
     /// False when this is no lockfile of a format that we know.
@@ -282,14 +290,16 @@ private:
 }  // namespace
 
 std::optional<Lockfile> pnpmLock(std::string_view text) {
-    const std::optional<std::vector<DataValue>> documents = readYAMLDocuments(text);
+    std::optional<std::vector<DataValue>> documents = readYAMLDocuments(text);
     if (!documents || documents->empty()) {
         return std::nullopt;
     }
+    if (isOfPnpmItself(documents->front())) {
+        documents->erase(documents->begin());
+    }
     Reader reader;
-    const auto addEntries = [&reader](const DataValue& top) { return reader.addEntries(top); };
-    const auto addWishes = [&reader](const DataValue& top) { return reader.addWishes(top); };
-    if (!std::ranges::all_of(*documents, addEntries) || !std::ranges::all_of(*documents, addWishes)) {
+    if (documents->size() != 1 || !reader.addEntries(documents->front()) ||
+        !reader.addWishes(documents->front())) {
         return std::nullopt;
     }
     reader.addNeeds();
