@@ -250,13 +250,15 @@ TEST(PipfileLock, ReadsBothSectionsAndShipsWhatStandsInBoth) {
         R"({
     "_meta": {"hash": {}}, "default": {
         "a": {"version": "==1.0", "markers": "python_version >= '3.8'"}, "B.x": {"git": "https://host/b.git", "ref": "1"},
-        "c": {"path": ".", "editable": true}, "d": {"file": "https://host/d.whl"}, "e": {"file": "file:///e.whl"},
+        "c": {"path": ".", "editable": true}, "h": {"git": "git@host:o/h.git"}, "i": {"git": "../i"}, "d": {"file": "https://host/d.whl"}, "e": {"file": "file:///e.whl"},
         "w": {"version": "==1", "markers": "sys_platform == 'win32'"}, "f": {"version": 1}, "g": "*"},
     "develop": {"b-x": {"version": "==2"}, "t": {"version": "==3"}}, "docs": {"s": {"version": "==4"}}})");
     EXPECT_EQ(told(lockfile), R"(
 default/a s
 default/B.x s
 default/c s own
+default/h s
+default/i s own
 default/d s
 default/e s own
 default/w S
@@ -269,7 +271,7 @@ docs/s s
     EXPECT_FALSE(lockfile->knowsWays);
     EXPECT_EQ(lockfile->entries[0].version, "1.0");
     EXPECT_EQ(lockfile->entries[1].source, "https://host/b.git");
-    EXPECT_EQ(lockfile->entries[3].source, "https://host/d.whl");
+    EXPECT_EQ(lockfile->entries[5].source, "https://host/d.whl");
 }
 
 TEST(PyLock, AsksTheMarkersForGroupsAndExtras) {

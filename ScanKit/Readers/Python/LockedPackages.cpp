@@ -263,8 +263,10 @@ LockedPackage lockedPackage(const DataValue& value) {
     return package;
 }
 
-bool isLocalPath(std::string_view path) {
-    return !path.empty() && (path.starts_with("file:") || path.find("://") == std::string_view::npos);
+bool isLocalPath(std::string_view place) {
+    // "git@host:owner/name.git" is an address too.
+    return place.find("file://") != std::string_view::npos ||
+           (!place.empty() && place.find(':') == std::string_view::npos);
 }
 
 std::optional<Lockfile> joinedLockfile(std::vector<LockedPackage> packages,

@@ -22,8 +22,8 @@ struct LockedPackage {
 
 /// An entry with these members as its name and version; unreadable when they are none. An entry may lack its version.
 LockedPackage lockedPackage(const DataValue& value);
-/// True when the path is the address of nothing but the local disk.
-bool isLocalPath(std::string_view path);
+/// True of a path or an address on the local disk.
+bool isLocalPath(std::string_view place);
 
 /// Joins requests and entries. What is asked of a package under an extra belongs to who asks for that extra. Without the
 /// project's requests nobody knows the ways, and each entry ships unless it says otherwise. Absent when the requests

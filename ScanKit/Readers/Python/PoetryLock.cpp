@@ -41,7 +41,8 @@ void readSource(const DataValue& source, LockedEntry& entry) {
     const std::string_view type = source.textMember("type").value_or("");
     entry.isOwn = type == "directory" || type == "file";
     if (const auto url = source.textMember("url"); url && (type == "git" || type == "url")) {
-        entry.source = std::string(*url);
+        entry.isOwn = isLocalPath(*url);
+        entry.source = entry.isOwn ? std::nullopt : std::optional<std::string>(*url);
     }
 }
 
