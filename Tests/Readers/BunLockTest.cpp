@@ -97,6 +97,11 @@ TEST(BunLock, LosesNoEntryAndRefusesOtherFiles) {
          ">>>>>>> theirs\n}"}) {
         EXPECT_EQ(told(bunLock(text)), "no lockfile") << text;
     }
+    std::string many = R"({"lockfileVersion": 1, "workspaces": {"": {"dependencies": {)";
+    for (int i = 0; i <= 250'000; ++i) {
+        many += "\"" + std::to_string(i) + "\":\"\",";
+    }
+    EXPECT_EQ(told(bunLock(many + "}}}, \"packages\": {}}")), "no lockfile");
     for (const std::size_t length : {200U, 900U, 1500U}) {
         EXPECT_EQ(told(bunLock(sample.substr(0, length))), "no lockfile");
     }
@@ -128,11 +133,11 @@ TEST(BunLock, FindsPackagesWhereTheKeysOrTheStorePutThem) {
               "node_modules/.bun/a@1.10.0/node_modules/a\n"
               "node_modules/.bun/@s+real@3.0.0+0123456789abcdef/node_modules/@s/real\n"
               "node_modules/.bun/tool@git+ssh+host/node_modules/tool\n");
-    const auto hostile =
-        bunLock(
-            R"({"lockfileVersion": 1, "workspaces": {}, "packages": {"..": ["a@1.0.0"], "b/../..": ["b@1.0.0"],
-                                     "nul\u0000": ["c@1.0.0"]}})")
-            .value();
+    tree.write("packages/node_modules/d/package.json", "{}");
+    const auto hostile = bunLock(R"({"lockfileVersion": 1, "workspaces": {}, "packages": {
+                                     "..": ["a@1.0.0"], "b/../..": ["b@1.0.0"], "nul\u0000": ["c@1.0.0"],
+                                     "out": ["out@workspace:.."], "out/d": ["d@1.0.0"]}})")
+                             .value();
     for (const auto& folder : bunFolders(hostile, tree / "packages/one")) {
         EXPECT_EQ(folder, std::nullopt);
     }

@@ -1,10 +1,10 @@
 #include "ScanKit/Readers/NPM/BunLock.h"
 
+#include "ScanKit/Readers/NPM/PackageStore.h"
 #include "ScanKit/Readers/NPM/PnpmModules.h"
 #include "ScanKit/Support/FileSystem.h"
 #include "ScanKit/Support/JSON.h"
 #include "ScanKit/Support/JSONWithComments.h"
-#include "ScanKit/Support/Paths.h"
 
 #include <algorithm>
 #include <array>
@@ -20,11 +20,11 @@ constexpr std::string_view modulesName = "node_modules";
 constexpr std::string_view workspaceMark = "workspace:";
 constexpr double newestFormat = 2;
 /// Trees of real packages have a dozen levels; the limit keeps the search for what a hostile key needs short.
-constexpr std::size_t mostNames = 100;
-/// Twenty times what a lockfile of 10,000 packages holds. They keep a hostile file from filling the memory: each name of a
+constexpr std::size_t mostNames = 50;
+/// Ten times what a lockfile of 10,000 packages holds, and more. They keep a hostile file from filling the memory: each name of a
 /// key may be a place of its own.
-constexpr std::size_t largestText = std::size_t{64} << 20;
-constexpr std::size_t mostPlaces = 1'000'000;
+constexpr std::size_t largestText = std::size_t{32} << 20;
+constexpr std::size_t mostPlaces = 250'000;
 
 /// The names in a key: a scope belongs to the name behind it. Empty for a key that names no place.
 std::vector<std::string_view> namesIn(std::string_view key) {
@@ -154,7 +154,11 @@ public:
     }
 
 private:
+    /// Past the limit the last entry stands for all that is missing: the text is refused in the end.
     std::size_t missing(std::string_view name) {
+        if (lockfile_.entries.size() > mostPlaces) {
+            return mostPlaces;
+        }
         const auto [place, isNew] = missing_.try_emplace(std::string(name), lockfile_.entries.size());
         if (isNew) {
             lockfile_.entries.push_back(
@@ -203,25 +207,22 @@ void readPackage(const JSONValue& tuple, std::size_t place, std::size_t from, Ne
     lockfile.entries[place].needsIfPresent = std::move(ifPresent);
 }
 
-/// The folder that a key names; absent for one that no installer writes.
-std::optional<std::filesystem::path> folderOf(const Lockfile& lockfile, const LockedEntry& entry,
-                                              const std::map<std::string_view, std::size_t>& members,
+/// The folder that a key names, when it is there; absent for one that no installer writes.
+std::optional<std::filesystem::path> folderOf(const LockedEntry& entry,
+                                              const std::map<std::string_view, std::string_view>& members,
                                               const std::filesystem::path& projectFolder) {
-    std::filesystem::path folder = standardized(projectFolder);
+    std::string below;
     const std::vector<std::string_view> names = namesIn(entry.key);
     for (std::size_t i = 0; i < names.size(); ++i) {
-        const std::filesystem::path name(names[i]);
-        if (names[i].find('\0') != std::string_view::npos || std::ranges::find(name, "..") != name.end()) {
-            return std::nullopt;
-        }
-        const auto member = members.find(names[i]);
-        if (i == 0 && names.size() > 1 && member != members.end()) {
-            folder /= std::filesystem::path(lockfile.members[member->second]).relative_path();
+        const auto member = i == 0 && names.size() > 1 ? members.find(names[i]) : members.end();
+        if (member != members.end()) {
+            below = member->second;
         } else {
-            folder = folder / modulesName / name;
+            below += (below.empty() ? "" : "/") + std::string(modulesName) + "/" + std::string(names[i]);
         }
     }
-    return names.empty() || !isFolder(folder) ? std::nullopt : std::optional(folder);
+    const auto folder = names.empty() ? std::nullopt : folderBelow(projectFolder, below);
+    return folder && isFolder(*folder) ? folder : std::nullopt;
 }
 
 }  // namespace
@@ -264,7 +265,7 @@ std::optional<Lockfile> bunLock(std::string_view text) {
     for (std::size_t i = 0; i < tuples.size(); ++i) {
         readPackage(tuples[i].second, i, nodes[i], needs, lockfile);
     }
-    return lockfile;
+    return lockfile.entries.size() > mostPlaces ? std::nullopt : std::optional(std::move(lockfile));
 }
 
 std::vector<std::optional<std::filesystem::path>> bunFolders(const Lockfile& lockfile,
@@ -274,20 +275,17 @@ std::vector<std::optional<std::filesystem::path>> bunFolders(const Lockfile& loc
     if (isFolder(store)) {
         return storedFolders(lockfile, projectFolder, store, control);
     }
-    std::map<std::string_view, std::size_t> members;
+    std::map<std::string_view, std::string_view> members;  // name, folder
     for (const LockedEntry& entry : lockfile.entries) {
-        const std::string_view source = entry.source ? *entry.source : std::string_view();
-        const std::size_t mark = source.starts_with(workspaceMark) ? workspaceMark.size() : 0;
-        const auto member = std::ranges::find(lockfile.members, source.substr(mark));
-        if (entry.isOwn && mark != 0 && member != lockfile.members.end()) {
-            members.emplace(entry.name, static_cast<std::size_t>(member - lockfile.members.begin()));
+        if (entry.isOwn && entry.source && entry.source->starts_with(workspaceMark)) {
+            members.emplace(entry.name, std::string_view(*entry.source).substr(workspaceMark.size()));
         }
     }
     std::vector<std::optional<std::filesystem::path>> folders(lockfile.entries.size());
     const auto find = [&](std::size_t i) {
         const LockedEntry& entry = lockfile.entries[i];
         if (!entry.isOwn && !entry.isUnreadable) {
-            folders[i] = folderOf(lockfile, entry, members, projectFolder);
+            folders[i] = folderOf(entry, members, projectFolder);
         }
     };
     forEachIndex(folders.size(), find, control.stop, control.threadLimit);

@@ -13,7 +13,7 @@ namespace ScanKit::NPMParser {
 
 /// What a lockfile of format 0, 1 or 2 says: one entry for each key, which names the place in a tree of folders
 /// ("a/@scope/b": below a). What something needs and no entry holds becomes an entry that is unreadable; peers may be missing.
-/// Absent when the text is no such lockfile, is larger than 64 MiB, or names more than a million places.
+/// Absent when the text is no such lockfile, is larger than 32 MiB, or names more than 250,000 packages.
 std::optional<Lockfile> bunLock(std::string_view text);
 
 /// The folder of each entry, absent where none is installed or the entry is the project's own: in the store of an isolated

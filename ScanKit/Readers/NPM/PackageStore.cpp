@@ -67,6 +67,15 @@ PackageIdentity packageIdentity(const std::filesystem::path& folder) {
             .version = std::string(manifest->stringMember("version").value_or(""))};
 }
 
+std::optional<std::filesystem::path> folderBelow(const std::filesystem::path& projectFolder,
+                                                 const std::string& folder) {
+    const std::filesystem::path below = std::filesystem::path(folder).relative_path();
+    if (folder.find('\0') != std::string::npos || std::ranges::find(below, "..") != below.end()) {
+        return std::nullopt;
+    }
+    return standardized(projectFolder / below);
+}
+
 PackageStore::PackageStore(const std::filesystem::path& store) : store_(standardized(store)) {
     for (FolderEntry& entry : listPackageFolder(store_)) {
         // A folder node_modules holds links to all that is in the store.

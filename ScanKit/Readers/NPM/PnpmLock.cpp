@@ -284,7 +284,7 @@ private:
     std::unordered_map<std::string, std::size_t> places_;
     std::vector<const DataValue*> sources_;  ///< of each entry: what says its needs
     bool asks_ = false;                      ///< the file says what the project itself asks for
-    const std::vector<DataValue::Member> noMembers_;
+    const std::vector<DataValue::Member> noMembers_ = {};
 };
 
 }  // namespace

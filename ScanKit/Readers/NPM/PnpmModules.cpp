@@ -129,16 +129,6 @@ private:
     std::unordered_set<std::string> seen_;  ///< links resolved
 };
 
-/// The folder of a workspace member; absent when its name leads out of the project.
-std::optional<std::filesystem::path> memberFolder(const std::filesystem::path& projectFolder,
-                                                  const std::string& member) {
-    const std::filesystem::path below = std::filesystem::path(member).relative_path();
-    if (member.find('\0') != std::string::npos || std::ranges::find(below, "..") != below.end()) {
-        return std::nullopt;
-    }
-    return standardized(projectFolder / below);
-}
-
 }  // namespace
 
 Folders storedFolders(const Lockfile& lockfile, const std::filesystem::path& projectFolder,
@@ -164,7 +154,7 @@ Folders storedFolders(const Lockfile& lockfile, const std::filesystem::path& pro
         LinkSearch search(wanted, control);
         search.search(standardized(projectFolder) / modulesName);
         for (const std::string& member : lockfile.members) {
-            if (const auto folder = memberFolder(projectFolder, member)) {
+            if (const auto folder = folderBelow(projectFolder, member)) {
                 search.search(*folder / modulesName);
             }
         }
