@@ -39,7 +39,15 @@ Dependency carriedOver(const RawDependency& package) {
     for (const std::filesystem::path& file : package.licenseFiles) {
         dependency.licenseFileNames.push_back(displayName(file));
     }
+    for (const PackedFile& file : package.packedLicenses) {
+        dependency.licenseFileNames.push_back(Text::oneLine(file.name));
+    }
     return dependency;
+}
+
+std::vector<PackageText> textsOf(const std::vector<std::filesystem::path>& files,
+                                 const std::vector<PackedFile>& packed) {
+    return packed.empty() ? readPackageTexts(files) : packedTexts(packed);
 }
 
 /// What stands in the name of a file that is about what a package bundles, not about the package.
@@ -69,7 +77,7 @@ Dependency identify(const RawDependency& package) {
 
 Dependency identify(const RawDependency& package, TextReadings& readings) {
     Dependency dependency = carriedOver(package);
-    std::vector<PackageText> texts = readPackageTexts(package.licenseFiles);
+    std::vector<PackageText> texts = textsOf(package.licenseFiles, package.packedLicenses);
     std::vector<std::shared_ptr<const TextReading>> read;
     // Thousands of packages share a few hundred texts; each is matched once in a scan.
     for (const PackageText& one : texts) {
@@ -86,7 +94,7 @@ Dependency identify(const RawDependency& package, TextReadings& readings) {
     // Last, for the notes speak of what was decided and of what there is to reproduce.
     raiseFlagsAndNotes({package, decision, declared.isCustom, holdText(texts)}, dependency);
     dependency.licenseText = reproduced(std::move(texts));
-    dependency.noticeText = reproduced(readPackageTexts(package.noticeFiles));
+    dependency.noticeText = reproduced(textsOf(package.noticeFiles, package.packedNotices));
     return dependency;
 }
 

@@ -34,6 +34,16 @@ void dropBlankAndRepeated(std::vector<PackageText>& texts) {
     texts = std::move(kept);
 }
 
+/// Adds what the bytes of a file say, unless they are no text: a NUL means that, whatever the name says.
+void addText(std::string name, std::string bytes, std::vector<PackageText>& texts) {
+    const bool isCut = bytes.size() > mostBytesOfAText;
+    bytes.resize(std::min(bytes.size(), mostBytesOfAText));
+    std::string text = decodedText(std::move(bytes));
+    if (text.find('\0') == std::string::npos) {
+        texts.push_back({std::move(name), std::move(text), isCut});
+    }
+}
+
 }  // namespace
 
 std::vector<PackageText> readPackageTexts(const std::vector<std::filesystem::path>& files) {
@@ -41,16 +51,17 @@ std::vector<PackageText> readPackageTexts(const std::vector<std::filesystem::pat
     for (const std::filesystem::path& file : files) {
         // One byte more tells whether the file goes on.
         std::optional<std::string> bytes = readFileStart(file, mostBytesOfAText + 1, PathKind::regularFile);
-        if (!bytes) {
-            continue;
+        if (bytes) {
+            addText(displayName(file), std::move(*bytes), texts);
         }
-        const bool isCut = bytes->size() > mostBytesOfAText;
-        bytes->resize(std::min(bytes->size(), mostBytesOfAText));
-        std::string text = decodedText(std::move(*bytes));
-        // A NUL means that this is no text, whatever its name says.
-        if (text.find('\0') == std::string::npos) {
-            texts.push_back({displayName(file), std::move(text), isCut});
-        }
+    }
+    return texts;
+}
+
+std::vector<PackageText> packedTexts(const std::vector<PackedFile>& files) {
+    std::vector<PackageText> texts;
+    for (const PackedFile& file : files) {
+        addText(Text::oneLine(file.name), file.bytes, texts);
     }
     return texts;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ScanKit/Model/RawDependency.h"
+
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -20,6 +22,9 @@ inline constexpr std::size_t mostBytesOfAText = 400'000;
 /// The texts of the files, in their order; a reader has seen that each leads to a regular file. A file that cannot be read, or that holds a NUL byte and so is no
 /// text, is passed over.
 std::vector<PackageText> readPackageTexts(const std::vector<std::filesystem::path>& files);
+
+/// The same of a package that is kept packed.
+std::vector<PackageText> packedTexts(const std::vector<PackedFile>& files);
 
 /// True when any of them holds something other than white space.
 bool holdText(const std::vector<PackageText>& texts);

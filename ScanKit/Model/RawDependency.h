@@ -11,6 +11,15 @@
 
 namespace ScanKit {
 
+/// A file of a package that is kept packed: its name and its bytes, cut behind what reports use.
+struct PackedFile {
+    std::string name;
+    std::string bytes;
+
+    bool operator==(const PackedFile&) const = default;
+    auto fields() const { return std::tie(name, bytes); }
+};
+
 /// One dependency as a reader found it, before its license is identified.
 struct RawDependency {
     Ecosystem ecosystem = Ecosystem::swiftpm;
@@ -23,12 +32,14 @@ struct RawDependency {
     std::optional<std::filesystem::path> folder;  ///< the package's folder; absent when it is not on disk
     std::vector<std::filesystem::path> licenseFiles;
     std::vector<std::filesystem::path> noticeFiles;
+    std::vector<PackedFile> packedLicenses;  ///< read in place of files, where the package is an archive
+    std::vector<PackedFile> packedNotices;
     std::vector<std::string> way;  ///< from the project, itself last; empty where no file says who needs it
 
     bool operator==(const RawDependency&) const = default;
     auto fields() const {
         return std::tie(ecosystem, name, version, source, isDev, declared, classifiers, folder, licenseFiles,
-                        noticeFiles, way);
+                        noticeFiles, packedLicenses, packedNotices, way);
     }
 };
 

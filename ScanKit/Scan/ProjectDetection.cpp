@@ -114,16 +114,20 @@ private:
         if (!holds("package.json")) {
             return;
         }
+        bool hasOtherLock = false;
         for (const LockRow& row : otherLocks) {
             // The text form of a lockfile says all that its binary form does.
             if (holds(row.name) && !(row.name == "bun.lockb" && holds("bun.lock"))) {
                 (found_.*row.list).push_back(folder / row.name);
+                hasOtherLock |= row.list != &Detection::bunBinaryLocks;
             }
         }
         if (holds("package-lock.json")) {
             found_.npmLockfiles.push_back(folder / "package-lock.json");
         } else if (holds("npm-shrinkwrap.json")) {
             found_.npmLockfiles.push_back(folder / "npm-shrinkwrap.json");
+        } else if (hasOtherLock) {
+            return;
         } else if (holds("node_modules")) {
             found_.npmModulesWithoutLock.push_back(folder / "node_modules");
         } else {

@@ -33,13 +33,25 @@ ScanWarning swiftPackagesNotCheckedOut() {
     };
 }
 
-ScanWarning npmModulesMissing(const std::filesystem::path& folder, const std::filesystem::path& root) {
+ScanWarning npmModulesMissing(const std::filesystem::path& folder, const std::filesystem::path& root,
+                              std::string_view install) {
     const std::string shown = displayPath(folder, root);
     return {
         .kind = ScanWarning::Kind::npmModulesMissing,
         .sentence =
             (shown == "." ? "The project" : shown) +
-            " has a lockfile but no node_modules folder: licenses come from the lockfile, without the packages' license files. Run npm install and scan again for a complete NOTICE file.",
+            " has a lockfile but no node_modules folder: licenses come from the lockfile, without the packages' license files. Run " +
+            std::string(install) + " and scan again for a complete NOTICE file.",
+    };
+}
+
+ScanWarning packedPackagesElsewhere(const std::filesystem::path& folder, const std::filesystem::path& root) {
+    const std::string shown = displayPath(folder, root);
+    return {
+        .kind = ScanWarning::Kind::npmModulesMissing,
+        .sentence =
+            (shown == "." ? "The project" : shown) +
+            " keeps its packages packed outside of the project, so their license files couldn't be read. Run yarn config set enableGlobalCache false, then yarn install, and scan again.",
     };
 }
 
@@ -105,9 +117,8 @@ ScanWarning lockfileSetAside(const std::filesystem::path& read, const std::files
     return {
         .kind = ScanWarning::Kind::lockfileSetAside,
         .sentence =
-            displayPath(other, root) + " was not read: what is installed beside it belongs to " +
-            displayName(read) +
-            ". If the project uses the other one, install its packages with that package manager and scan again.",
+            displayPath(other, root) + " was not read: " + displayName(read) +
+            " beside it counts. If the project uses the other one, install its packages with that package manager and scan again.",
     };
 }
 

@@ -15,8 +15,12 @@ namespace ScanKit::Warnings {
 ScanWarning dependencyFileUnreadable(const std::filesystem::path& file, const std::filesystem::path& root);
 /// Once for a scan, however many packages are missing.
 ScanWarning swiftPackagesNotCheckedOut();
-/// For each npm lockfile without the packages it names; `folder` holds the lockfile.
-ScanWarning npmModulesMissing(const std::filesystem::path& folder, const std::filesystem::path& root);
+/// For each lockfile of npm packages without the packages it names; `folder` holds the lockfile, and `install` is the command
+/// that installs them.
+ScanWarning npmModulesMissing(const std::filesystem::path& folder, const std::filesystem::path& root,
+                              std::string_view install = "npm install");
+/// For each project whose packages are kept packed where no project is.
+ScanWarning packedPackagesElsewhere(const std::filesystem::path& folder, const std::filesystem::path& root);
 /// For the first package.json, when there is nothing but such files.
 ScanWarning npmPackagesNotListed(const std::filesystem::path& manifest, const std::filesystem::path& root);
 /// When there are requirements and nothing is installed.

@@ -372,7 +372,7 @@ TEST(PythonLocks, AreAbsentWhenTheTextIsNoSuchFile) {
         ASSERT_TRUE(read(good)) << start;
         for (const std::string& bad :
              {std::string(), std::string("{}"), good.substr(0, good.size() - 3), "<<<<<<< HEAD\n" + good,
-              "x = 1\nx = 2\n" + good, table + " = \"x\"\n" + start, packages(table, {"a 1"}),
+              "x = 1\nx = 2\n" + good, table + " = \"x\"\n" + start,
               good + "x = " + std::string(50'000, '[')}) {
             EXPECT_FALSE(read(bad)) << start << bad.substr(0, 200);
         }

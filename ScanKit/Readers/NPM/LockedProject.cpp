@@ -1,6 +1,8 @@
 #include "ScanKit/Readers/NPM/LockedProject.h"
 
+#include "ScanKit/Readers/NPM/NodeModules.h"
 #include "ScanKit/Readers/NPM/PackageJSON.h"
+#include "ScanKit/Readers/NPM/YarnCache.h"
 #include "ScanKit/Support/FileSystem.h"
 
 #include <string>
@@ -10,46 +12,88 @@
 namespace ScanKit::NPMParser {
 namespace {
 
-RawDependency dependencyOf(const LockedEntry& entry, const LockedRole& role,
-                           const std::optional<std::filesystem::path>& folder) {
-    RawDependency dependency{.ecosystem = Ecosystem::npm,
-                             .name = entry.name,
-                             .version = entry.version,
-                             .source = entry.source,
-                             .isDev = role.isDev,
-                             .declared = entry.declared};
-    const std::vector<FolderEntry> files = folder ? listPackageFolder(*folder) : std::vector<FolderEntry>();
-    if (holdsManifest(files)) {
-        enrich(dependency, *folder, files);
+std::vector<PackedFile> packedFiles(std::vector<PackedPackage::File> files) {
+    std::vector<PackedFile> packed;
+    for (auto& [name, bytes] : files) {
+        packed.push_back({std::move(name), std::move(bytes)});
     }
-    return dependency;
+    return packed;
+}
+
+void enrichFromArchive(RawDependency& dependency, const std::filesystem::path& archive) {
+    std::optional<PackedPackage> package = readPackedPackage(archive);
+    if (!package) {
+        return;
+    }
+    applyManifest(dependency, package->manifest);
+    dependency.folder = archive;
+    dependency.packedLicenses = packedFiles(std::move(package->licenseTexts));
+    dependency.packedNotices = packedFiles(std::move(package->noticeTexts));
+}
+
+RawDependency dependencyOf(const LockedEntry& entry, const LockedRole& role) {
+    return {.ecosystem = Ecosystem::npm,
+            .name = entry.name,
+            .version = entry.version,
+            .source = entry.source,
+            .isDev = role.isDev,
+            .declared = entry.declared};
 }
 
 std::string nameAndVersion(const LockedEntry& entry) {
     return entry.version.empty() ? entry.name : entry.name + "@" + entry.version;
 }
 
+using Known = std::unordered_map<std::string, std::size_t>;  ///< places in the project, by name, "@", version
+
+/// Adds the packages in a node_modules folder that no entry led to.
+void addBundled(const std::filesystem::path& nodeModules, bool isDev, Known& known, LockedProject& project,
+                const ReadControl& control) {
+    Seen seen;
+    std::vector<RawDependency> bundled;
+    walk(nodeModules, 1, seen, bundled, control);
+    for (RawDependency& package : bundled) {
+        package.isDev = isDev;
+        const auto [place, isNew] =
+            known.try_emplace(package.name + "@" + package.version, project.packages.size());
+        if (isNew) {
+            project.packages.push_back(std::move(package));
+        } else if (!isDev) {
+            project.packages[place->second].isDev = false;
+        }
+    }
+}
+
 }  // namespace
 
-LockedProject lockedProject(const Lockfile& lockfile,
-                            const std::vector<std::optional<std::filesystem::path>>& folders,
-                            bool isInstalled, const ReadControl& control) {
+LockedProject lockedProject(const Lockfile& lockfile, const LockedPlaces& places,
+                            const ReadControl& control) {
     const std::vector<LockedRole> roles = lockedRoles(lockfile);
     const LockedWays ways(lockfile);
     LockedProject project;
     std::vector<std::optional<RawDependency>> packages(lockfile.entries.size());
+    std::vector<char> holdsModules(lockfile.entries.size());
+    const auto isPlaced = [&](std::size_t i) {
+        return places.folders[i] || (!places.archives.empty() && places.archives[i]);
+    };
     const auto isListed = [&](std::size_t i) {
         const LockedEntry& entry = lockfile.entries[i];
-        const bool isLeftOut = isInstalled && roles[i].isOptional && !folders[i];
+        const bool isLeftOut = places.isInstalled && roles[i].isOptional && !isPlaced(i);
         return !entry.isOwn && !entry.isUnreadable && !isLeftOut;
     };
     forEachPackage(lockfile.entries.size(), control, [&](std::size_t i) {
         if (isListed(i)) {
-            packages[i] = dependencyOf(lockfile.entries[i], roles[i], folders[i]);
+            packages[i] = dependencyOf(lockfile.entries[i], roles[i]);
+            if (places.folders[i]) {
+                enrich(*packages[i], *places.folders[i]);
+                holdsModules[i] = isFolder(*places.folders[i] / "node_modules") ? 1 : 0;
+            } else if (isPlaced(i)) {
+                enrichFromArchive(*packages[i], *places.archives[i]);
+            }
         }
         return lockfile.entries[i].name;
     });
-    std::unordered_map<std::string, std::size_t> places;
+    Known known;
     for (std::size_t i = 0; i < packages.size(); ++i) {
         const LockedEntry& entry = lockfile.entries[i];
         if (!packages[i]) {
@@ -60,16 +104,16 @@ LockedProject lockedProject(const Lockfile& lockfile,
             continue;
         }
         const auto [place, isNew] =
-            places.try_emplace(packages[i]->name + "@" + packages[i]->version, project.packages.size());
+            known.try_emplace(packages[i]->name + "@" + packages[i]->version, project.packages.size());
         if (!isNew) {
             ++project.states.listedAlready;
-            RawDependency& known = project.packages[place->second];
-            known.isDev = known.isDev && packages[i]->isDev;
+            RawDependency& first = project.packages[place->second];
+            first.isDev = first.isDev && packages[i]->isDev;
             // Entries that differ in their peers share one folder; the first may be one that is not there.
-            if (!known.folder && packages[i]->folder) {
-                packages[i]->isDev = known.isDev;
-                packages[i]->way = std::move(known.way);
-                known = std::move(*packages[i]);
+            if (!first.folder && packages[i]->folder) {
+                packages[i]->isDev = first.isDev;
+                packages[i]->way = std::move(first.way);
+                first = std::move(*packages[i]);
             }
             continue;
         }
@@ -78,6 +122,12 @@ LockedProject lockedProject(const Lockfile& lockfile,
             packages[i]->way.push_back(nameAndVersion(lockfile.entries[step]));
         }
         project.packages.push_back(std::move(*packages[i]));
+    }
+    // What a package brings along in a node_modules of its own stands in no lockfile of these.
+    for (std::size_t i = 0; i < holdsModules.size(); ++i) {
+        if (holdsModules[i] != 0) {
+            addBundled(*places.folders[i] / "node_modules", roles[i].isDev, known, project, control);
+        }
     }
     return project;
 }

@@ -17,12 +17,18 @@ struct LockedProject {
     EntryStates states;
 };
 
-/// The dependencies of a lockfile. `folders` has a place for each entry: where it is installed; such a package carries its
-/// folder and files, and its own package.json has the last word. `isInstalled` tells whether the project's packages are
-/// installed at all: then an optional package without a folder was left out on this system. A package of several entries is
-/// development-only when all of them are.
-LockedProject lockedProject(const Lockfile& lockfile,
-                            const std::vector<std::optional<std::filesystem::path>>& folders,
-                            bool isInstalled, const ReadControl& control = {});
+/// Where the packages of a lockfile are, by the places of its entries.
+struct LockedPlaces {
+    std::vector<std::optional<std::filesystem::path>> folders;  ///< of unpacked packages
+    std::vector<std::optional<std::filesystem::path>>
+        archives;              ///< of packed ones; empty when there are none
+    bool isInstalled = false;  ///< the project's packages are installed at all
+};
+
+/// The dependencies of a lockfile. An installed package carries its folder and files, and its own package.json has the last
+/// word. Where packages are installed, an optional one without a place was left out on this system. A package of several
+/// entries is development-only when all of them are.
+LockedProject lockedProject(const Lockfile& lockfile, const LockedPlaces& places,
+                            const ReadControl& control = {});
 
 }  // namespace ScanKit::NPMParser

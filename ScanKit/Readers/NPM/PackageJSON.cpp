@@ -54,13 +54,10 @@ void enrich(RawDependency& dependency, const std::filesystem::path& folder) {
 
 void enrich(RawDependency& dependency, const std::filesystem::path& folder,
             const std::vector<FolderEntry>& entries) {
-    thread_local JSONReader reader;  // keeps its buffers from package to package
     if (holdsManifest(entries)) {
         if (const auto bytes =
                 readFile(folder / manifestName, largestPackageDescription, PathKind::regularFile)) {
-            if (const std::optional<JSONValue> manifest = reader.read(*bytes)) {
-                applyManifest(dependency, *manifest);
-            }
+            applyManifest(dependency, *bytes);
         }
     }
     LicenseFiles files = findLicenseFiles(folder, entries);
@@ -72,6 +69,13 @@ void enrich(RawDependency& dependency, const std::filesystem::path& folder,
         if (const auto named = fileNamedByMetadata(folder, *reference)) {
             putFirst(dependency.licenseFiles, *named);
         }
+    }
+}
+
+void applyManifest(RawDependency& dependency, std::string_view bytes) {
+    thread_local JSONReader reader;  // keeps its buffers from package to package
+    if (const std::optional<JSONValue> manifest = reader.read(bytes)) {
+        applyManifest(dependency, *manifest);
     }
 }
 

@@ -20,6 +20,9 @@ void enrich(RawDependency& dependency, const std::filesystem::path& folder);
 void enrich(RawDependency& dependency, const std::filesystem::path& folder,
             const std::vector<FolderEntry>& entries);
 
+/// What a package.json states, from its bytes; one that cannot be read changes nothing.
+void applyManifest(RawDependency& dependency, std::string_view bytes);
+
 /// True when the listing holds a package.json: only such a folder is a package.
 bool holdsManifest(const std::vector<FolderEntry>& entries);
 

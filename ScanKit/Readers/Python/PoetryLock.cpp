@@ -104,7 +104,9 @@ std::optional<Lockfile> poetryLock(std::string_view text, const std::optional<st
     const std::optional<DataValue> top = readTOML(text);
     const DataValue* const metadata = top ? top->member("metadata") : nullptr;
     const DataValue* const list = top ? top->member("package") : nullptr;
-    if (metadata == nullptr || !metadata->isTable() || (list != nullptr && !list->isList())) {
+    // A project without packages has the metadata alone.
+    const bool isLock = list != nullptr ? list->isList() : metadata != nullptr && metadata->isTable();
+    if (!isLock) {
         return std::nullopt;
     }
     std::vector<LockedPackage> packages;
