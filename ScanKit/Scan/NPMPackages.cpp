@@ -10,6 +10,7 @@
 #include "ScanKit/Scan/Reading.h"
 #include "ScanKit/Scan/Warnings.h"
 #include "ScanKit/Support/FileSystem.h"
+#include "ScanKit/Support/Parallel.h"
 #include "ScanKit/Support/Paths.h"
 
 #include <algorithm>
@@ -40,11 +41,21 @@ std::vector<Path> memberFolders(const Lockfile& lockfile, const Path& folder) {
 }
 
 std::optional<OtherLock> readPnpm(const std::string& text, const Path& folder, const Reading& reading) {
-    std::optional<Lockfile> lockfile = NPMParser::pnpmLock(text);
-    if (!lockfile) {
+    // Each takes about as long as the other.
+    std::optional<Lockfile> lockfile;
+    std::optional<NPMParser::PackageStore> store;
+    const auto readOne = [&](std::size_t which) {
+        if (which == 0) {
+            lockfile = NPMParser::pnpmLock(text);
+        } else {
+            store = NPMParser::pnpmStore(folder, {.stop = reading.control.stop, .threadLimit = 1});
+        }
+    };
+    forEachIndex(2, readOne, reading.control.stop, reading.control.threadLimit);
+    if (!lockfile || !store) {
         return std::nullopt;
     }
-    auto folders = NPMParser::pnpmFolders(*lockfile, folder, reading.control);
+    auto folders = NPMParser::storedFolders(*lockfile, folder, std::move(*store), reading.control);
     return OtherLock{std::move(*lockfile), {std::move(folders), {}, isFolder(folder / "node_modules")}, {}};
 }
 

@@ -69,6 +69,17 @@ CommandOptions read(std::vector<const char*> arguments) {
     return options != nullptr ? *options : CommandOptions{};
 }
 
+TEST(Command, SaysWhyAPackageIsThere) {
+    const TemporaryFolder project{{"package.json", "{}"},
+                                  {"package-lock.json", R"({"packages": {"": {"dependencies": {"a": "1"}},
+            "node_modules/a": {"version": "1", "dependencies": {"b": "1"}}, "node_modules/b": {"version": "2"}}})"},
+                                  {"requirements.txt", "b==3\n"}};
+    EXPECT_EQ(quorvane("--quiet --why b " + quoted(project.path())).output,
+              "  b 2 (npm)\n    the project → a@1 → b@2\n"
+              "  b 3 (Python)\n    No file that was read says who needs it.\n");
+    EXPECT_EQ(quorvane("--quiet --why c " + quoted(project.path())).output, "No dependency is named c.\n");
+}
+
 TEST(CommandOptions, ReadsEachOption) {
     const std::filesystem::path here = std::filesystem::current_path();
     const CommandOptions options = read(

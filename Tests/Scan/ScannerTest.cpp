@@ -46,6 +46,103 @@ constexpr std::string_view pins =
     R"({"pins": [{"identity": "zeta", "location": "https://example.com/owner/Zeta.git", "state": {"version": "2.0"}},
                  {"identity": "alpha", "location": "https://example.com/owner/alpha", "state": {"version": "1.0"}}]})";
 
+constexpr std::string_view pnpmLockfile = R"(lockfileVersion: '9.0'
+importers:
+  .:
+    dependencies:
+      a: {specifier: ^1.0.0, version: 1.0.0}
+    devDependencies:
+      d: {specifier: ^1.0.0, version: 1.0.0}
+  packages/member:
+    dependencies:
+      c: {specifier: ^1.0.0, version: 1.0.0}
+packages:
+  a@1.0.0: {resolution: {integrity: x}}
+  b@1.0.0: {resolution: {integrity: x}}
+  c@1.0.0: {resolution: {integrity: x}}
+  d@1.0.0: {resolution: {integrity: x}}
+  f@1.0.0: {resolution: {integrity: x}, os: [darwin]}
+snapshots:
+  a@1.0.0: {dependencies: {b: 1.0.0}, optionalDependencies: {f: 1.0.0}}
+  b@1.0.0: {}
+  c@1.0.0: {}
+  d@1.0.0: {dependencies: {b: 1.0.0}}
+  f@1.0.0: {optional: true}
+)";
+
+/// The accounts of the lockfiles that were read.
+std::vector<std::string> accounts(const ScanResult& result) {
+    std::vector<std::string> lines;
+    for (const ScanSource& source : result.sources) {
+        if (source.entries) {
+            lines.push_back(source.path + ": " + inWords(*source.entries));
+        }
+    }
+    return lines;
+}
+
+TEST(Scanner, ListsWhatEachPackageManagerInstalled) {
+    const std::string store = "node_modules/.pnpm/";
+    const TemporaryFolder pnpm{
+        {"package.json", "{}"},
+        {"pnpm-lock.yaml", pnpmLockfile},
+        {"packages/member/package.json", "{}"},
+        {"packages/member/node_modules/c/package.json", R"({"name": "c", "version": "1.0.0"})"},
+        {store + "a@1.0.0/node_modules/a/package.json",
+         R"({"name": "a", "version": "1.0.0", "license": "MIT"})"},
+        {store + "a@1.0.0/node_modules/a/node_modules/inner/package.json",
+         R"({"name": "inner", "version": "2.0.0"})"},
+        {store + "b@1.0.0/node_modules/b/package.json",
+         R"({"name": "b", "version": "1.0.0", "license": "ISC"})"},
+        {store + "c@1.0.0/node_modules/c/package.json", R"({"name": "c", "version": "1.0.0"})"},
+        {store + "d@1.0.0/node_modules/d/package.json", R"({"name": "d", "version": "1.0.0"})"}};
+    const ScanResult listed = scanned(pnpm);
+    EXPECT_THAT(rows(listed), ElementsAre("npm:a@1.0.0 MIT", "npm:b@1.0.0 ISC", "npm:c@1.0.0",
+                                          "npm:d@1.0.0 dev", "npm:inner@2.0.0"))
+        << "what a package brings along, too, and a member's packages once";
+    EXPECT_THAT(accounts(listed),
+                ElementsAre("pnpm-lock.yaml: 5 entries: 4 listed, 1 optional and not installed"));
+    EXPECT_THAT(listed.dependencies[1].way, ElementsAre("a@1.0.0", "b@1.0.0"));
+    EXPECT_THAT(listed.warnings, IsEmpty());
+
+    const TemporaryFolder withoutLock{
+        {"package.json", "{}"},
+        {store + "a@1.0.0/node_modules/a/package.json", R"({"name": "a", "version": "1.0.0"})"}};
+    EXPECT_THAT(rows(scanned(withoutLock)), ElementsAre("npm:a@1.0.0"));
+
+    const TemporaryFolder yarn{
+        {"package.json", R"({"dependencies": {"a": "^1.0.0"}, "devDependencies": {"d": "1"}})"},
+        {"yarn.lock",
+         "a@^1.0.0:\n  version \"1.0.0\"\n  dependencies:\n    b \"1\"\n\nb@1:\n  version \"1.0.0\"\n\n"
+         "d@1:\n  version \"1.0.0\"\n"},
+        {"node_modules/.yarn-integrity", "{}"},
+        {"node_modules/a/package.json", R"({"name": "a", "version": "1.0.0", "license": "MIT"})"},
+        {"node_modules/b/package.json", R"({"name": "b", "version": "1.0.0"})"},
+        {"node_modules/d/package.json", R"({"name": "d", "version": "1.0.0"})"}};
+    EXPECT_THAT(rows(scanned(yarn)), ElementsAre("npm:a@1.0.0 MIT", "npm:b@1.0.0", "npm:d@1.0.0 dev"));
+    EXPECT_THAT(accounts(scanned(yarn)), ElementsAre("yarn.lock: 3 entries"));
+
+    const TemporaryFolder uv{
+        {"uv.lock",
+         "version = 1\n[[package]]\nname = \"own\"\nversion = \"0\"\nsource = { virtual = \".\" }\n"
+         "dependencies = [{ name = \"Six\" }]\n[package.dev-dependencies]\ndev = [{ name = \"lint\" }]\n"
+         "[[package]]\nname = \"six\"\nversion = \"1.0\"\n[[package]]\nname = \"lint\"\nversion = \"2.0\"\n"
+         "[[package]]\nname = \"six\"\nversion = \"2.0\"\n"}};
+    EXPECT_THAT(rows(scanned(uv)), ElementsAre("python:lint@2.0 dev", "python:six@1.0", "python:six@2.0"));
+    EXPECT_THAT(accounts(scanned(uv)), ElementsAre("uv.lock: 4 entries: 3 listed, 1 the project's own"));
+
+    const TemporaryFolder npm{{"package.json", "{}"}, {"package-lock.json", R"({"packages": {
+            "": {"dependencies": {"a": "1"}, "devDependencies": {"d": "1"}},
+            "node_modules/a": {"version": "1", "dependencies": {"b": "1"}},
+            "node_modules/a/node_modules/b": {"version": "2"}, "node_modules/b": {"version": "1"},
+            "node_modules/d": {"version": "1", "dev": true, "dependencies": {"b": "1"}},
+            "node_modules/own": {"resolved": "own", "link": true}, "own": {}}})"}};
+    const ScanResult ofNPM = scanned(npm);
+    EXPECT_THAT(accounts(ofNPM), ElementsAre("package-lock.json: 7 entries: 4 listed, 3 the project's own"));
+    EXPECT_THAT(ofNPM.dependencies[1].way, ElementsAre("d@1", "b@1"));
+    EXPECT_THAT(ofNPM.dependencies[2].way, ElementsAre("a@1", "b@2")) << "the nearest folder of the name";
+}
+
 TEST(Scanner, JoinsEverythingAProjectHolds) {
     const TemporaryFolder project{
         {"Package.resolved", pins},
@@ -109,6 +206,37 @@ TEST(Scanner, WarnsOfWhatTheUserCanMend) {
         {{{"package.json", "{}"}, {"web/package.json", "{}"}},
          {{npmPackagesNotListed, "package.json has no lockfile"}}},
         {{{"requirements.txt", "six\n"}}, {{pythonEnvironmentMissing, "No virtual environment"}}},
+        {{{"a/pom.xml", ""}, {"b/pom.xml", ""}, {"Cargo.lock", ""}},
+         {{packagesNotRead, "Cargo.lock lists Rust crates, which"},
+          {packagesNotRead, "a/pom.xml (and 1 more) lists Maven libraries"}}},
+        {{{"Package.swift", ""}}, {{swiftPackagesNotResolved, "Package.swift has no Package.resolved"}}},
+        {{{"Package.swift", ""}, {"Package.resolved", R"({"pins": []})"}}, {}},
+        {{{"package.json", "{}"}, {"bun.lockb", ""}, {"node_modules/x/package.json", "{}"}},
+         {{lockfileIsBinary, "bun.lockb is a lockfile in Bun's binary form"}}},
+        {{{"package.json", "{}"},
+          {"bun.lockb", ""},
+          {"bun.lock", "{\"lockfileVersion\": 1, \"workspaces\": {\"\": {}}, \"packages\": {},}"}},
+         {{npmModulesMissing, "The project has a lockfile but no node_modules folder"}}},
+        {{{"package.json", "{}"}, {"pnpm-lock.yaml", "<<<<<<< HEAD"}},
+         {{dependencyFileUnreadable, "pnpm-lock.yaml couldn't be read"}}},
+        {{{"package.json", "{}"}, {"pnpm-lock.yaml", pnpmLockfile}, {".npmrc", ""}},
+         {{npmModulesMissing, "The project has a lockfile but no node_modules folder"}}},
+        {{{"package.json", "{}"},
+          {"package-lock.json", "{}"},
+          {"node_modules/.package-lock.json", "{}"},
+          {"yarn.lock", ""}},
+         {{lockfileSetAside, "yarn.lock was not read: package-lock.json beside it counts."}}},
+        {{{"package.json", "{}"},
+          {"package-lock.json", "{}"},
+          {"node_modules/.modules.yaml", ""},
+          {"pnpm-lock.yaml", pnpmLockfile}},
+         {{lockfileSetAside, "package-lock.json was not read: pnpm-lock.yaml beside it counts."}}},
+        {{{"package.json", R"({"dependencies": {"a": "1"}})"},
+          {".pnp.cjs", ""},
+          {"yarn.lock",
+           "__metadata:\n  version: 8\n\"a@npm:1\":\n  version: 1.0.0\n  resolution: \"a@npm:1.0.0\"\n"}},
+         {{npmModulesMissing, "The project keeps its packages packed outside"}}},
+        {{{"uv.lock", "version = [\n"}}, {{dependencyFileUnreadable, "uv.lock couldn't be read"}}},
         {{{".venv/pyvenv.cfg", ""}}, {}},
         {{{"requirements.txt", "# nothing\n"}}, {}},
         {{{"web/package.json", "{}"}, {"web/node_modules/x/package.json", "{}"}, {"package.json", "{}"}}, {}},

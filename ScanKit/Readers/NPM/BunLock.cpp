@@ -273,7 +273,7 @@ std::vector<std::optional<std::filesystem::path>> bunFolders(const Lockfile& loc
                                                              const ReadControl& control) {
     const std::filesystem::path store = projectFolder / modulesName / ".bun";
     if (isFolder(store)) {
-        return storedFolders(lockfile, projectFolder, store, control);
+        return storedFolders(lockfile, projectFolder, PackageStore(store, control), control);
     }
     std::map<std::string_view, std::string_view> members;  // name, folder
     for (const LockedEntry& entry : lockfile.entries) {

@@ -76,7 +76,8 @@ std::optional<std::filesystem::path> folderBelow(const std::filesystem::path& pr
     return standardized(projectFolder / below);
 }
 
-PackageStore::PackageStore(const std::filesystem::path& store) : store_(standardized(store)) {
+PackageStore::PackageStore(const std::filesystem::path& store, const ReadControl& control)
+    : store_(standardized(store)) {
     for (FolderEntry& entry : listPackageFolder(store_)) {
         // A folder node_modules holds links to all that is in the store.
         if (entry.kind != EntryKind::folder || entry.name == modulesName || isLocal(entry.name)) {
@@ -94,16 +95,21 @@ PackageStore::PackageStore(const std::filesystem::path& store) : store_(standard
                             .package = std::move(identity.name),
                             .version = std::move(identity.version)});
     }
+    const auto look = [&](std::size_t i) {
+        Folder& folder = folders_[i];
+        folder.isThere =
+            !folder.package.empty() && isFolder(store_ / folder.name / modulesName / folder.package);
+    };
+    forEachIndex(folders_.size(), look, control.stop, control.threadLimit);
 }
 
 std::optional<std::filesystem::path> PackageStore::find(const std::string& name, const std::string& version) {
     std::optional<std::filesystem::path> found;
     const auto places = places_.find(name + "@" + version);
     for (const std::size_t place : places != places_.end() ? places->second : std::vector<std::size_t>{}) {
-        const std::filesystem::path folder = store_ / folders_[place].name / modulesName / name;
-        if (found || isFolder(folder)) {
+        if (found || folders_[place].isThere) {
             folders_[place].isUsed = true;
-            found = found ? found : folder;
+            found = found ? found : store_ / folders_[place].name / modulesName / name;
         }
     }
     return found;
@@ -132,7 +138,7 @@ std::vector<std::filesystem::path> PackageStore::packagesIn(const std::vector<co
     std::vector<std::optional<std::filesystem::path>> found(folders.size());
     const auto look = [&](std::size_t i) {
         const std::filesystem::path modules = store_ / folders[i]->name / modulesName;
-        if (!folders[i]->package.empty() && isFolder(modules / folders[i]->package)) {
+        if (folders[i]->isThere) {
             found[i] = modules / folders[i]->package;
         } else {
             found[i] = ownPackage(modules);

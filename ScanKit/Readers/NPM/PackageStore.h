@@ -29,7 +29,7 @@ std::optional<std::filesystem::path> folderBelow(const std::filesystem::path& pr
 class PackageStore {
 public:
     /// Lists the store once. A folder that is not there is an empty store.
-    explicit PackageStore(const std::filesystem::path& store);
+    explicit PackageStore(const std::filesystem::path& store, const ReadControl& control = {});
 
     bool isEmpty() const { return folders_.empty(); }
     /// Where this package lies, going by the names of the store's folders; of several sets of peers the first that is there.
@@ -46,6 +46,7 @@ private:
         std::string name;     ///< of the store's folder
         std::string package;  ///< the name of the package; empty when the folder's name does not say it
         std::string version;
+        bool isThere = false;  ///< the package is where the folder's name says
         bool isUsed = false;
     };
     std::vector<std::filesystem::path> packagesIn(const std::vector<const Folder*>& folders,

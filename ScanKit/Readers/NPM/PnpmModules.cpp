@@ -132,9 +132,8 @@ private:
 }  // namespace
 
 Folders storedFolders(const Lockfile& lockfile, const std::filesystem::path& projectFolder,
-                      const std::filesystem::path& store, const ReadControl& control) {
+                      PackageStore packages, const ReadControl& control) {
     Folders folders(lockfile.entries.size());
-    PackageStore packages(store);
     for (std::size_t i = 0; i < folders.size(); ++i) {
         const LockedEntry& entry = lockfile.entries[i];
         if (!entry.isOwn && !entry.isUnreadable) {
@@ -164,7 +163,11 @@ Folders storedFolders(const Lockfile& lockfile, const std::filesystem::path& pro
 
 Folders pnpmFolders(const Lockfile& lockfile, const std::filesystem::path& projectFolder,
                     const ReadControl& control) {
-    return storedFolders(lockfile, projectFolder, projectFolder / modulesName / storeName, control);
+    return storedFolders(lockfile, projectFolder, pnpmStore(projectFolder, control), control);
+}
+
+PackageStore pnpmStore(const std::filesystem::path& projectFolder, const ReadControl& control) {
+    return PackageStore(projectFolder / modulesName / storeName, control);
 }
 
 void walkPnpmStore(const std::filesystem::path& nodeModules, Seen& seen, std::vector<RawDependency>& result,

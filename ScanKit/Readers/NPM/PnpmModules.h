@@ -3,6 +3,7 @@
 #include "ScanKit/Model/RawDependency.h"
 #include "ScanKit/Readers/Lockfile.h"
 #include "ScanKit/Readers/NPM/NodeModules.h"
+#include "ScanKit/Readers/NPM/PackageStore.h"
 #include "ScanKit/Readers/ReadControl.h"
 
 #include <filesystem>
@@ -19,10 +20,12 @@ std::vector<std::optional<std::filesystem::path>> pnpmFolders(const Lockfile& lo
                                                               const std::filesystem::path& projectFolder,
                                                               const ReadControl& control = {});
 
-/// The same with the store of another manager that keeps one of this kind.
+/// The store of a project, which can be listed while its lockfile is read.
+PackageStore pnpmStore(const std::filesystem::path& projectFolder, const ReadControl& control = {});
+/// The same as `pnpmFolders` with a store that was listed already, of pnpm or of another manager that keeps one of this kind.
 std::vector<std::optional<std::filesystem::path>> storedFolders(const Lockfile& lockfile,
                                                                 const std::filesystem::path& projectFolder,
-                                                                const std::filesystem::path& store,
+                                                                PackageStore packages,
                                                                 const ReadControl& control = {});
 
 /// Appends the packages in the store of a node_modules folder, and what is nested in them, each name and version once.
