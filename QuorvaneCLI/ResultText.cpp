@@ -133,7 +133,7 @@ private:
     void printSources() {
         if (result_.sources.empty()) {
             text_ +=
-                "No dependency files were found here (Package.resolved, package-lock.json, package.json, requirements.txt, poetry.lock, a virtual environment).\n\n";
+                "No dependency files were found here (Package.resolved; package.json with the lockfile of npm, pnpm, Yarn or Bun; requirements.txt; the lockfile of Poetry, uv, PDM or Pipenv; a virtual environment).\n\n";
             return;
         }
         heading("Found");

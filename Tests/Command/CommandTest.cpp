@@ -80,6 +80,15 @@ TEST(Command, SaysWhyAPackageIsThere) {
     EXPECT_EQ(quorvane("--quiet --why c " + quoted(project.path())).output, "No dependency is named c.\n");
 }
 
+TEST(Command, ReadsTheWorkspaceSample) {
+    const Outcome found = quorvane("--quiet --include-dev " + quoted(QUORVANE_WORKSPACE_SAMPLE));
+    EXPECT_THAT(found.output,
+                AllOf(HasSubstr("(pnpm lockfile; 5 entries: 4 listed, 1 optional and not installed)"),
+                      HasSubstr("4 dependencies: 2 need review, 1 copyleft"),
+                      HasSubstr("“The lamp made with this Software must carry the words")));
+    EXPECT_THAT(found.error, IsEmpty());
+}
+
 TEST(CommandOptions, ReadsEachOption) {
     const std::filesystem::path here = std::filesystem::current_path();
     const CommandOptions options = read(

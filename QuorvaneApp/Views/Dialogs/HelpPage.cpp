@@ -44,7 +44,8 @@ constexpr auto flagMeanings = std::to_array<Meaning<Flag::Case>>({
     {Flag::proprietary, "The license is not an open-source license."},
     {Flag::missing,
      "Neither the package's metadata nor a license file says anything. By default nobody may use it."},
-    {Flag::unknown, "There is a license, but it is none that Quorvane knows. Read it, or have it read."},
+    {Flag::unknown,
+     "There is a license that Quorvane doesn’t know, or the license file sets terms beyond the license. Read it, or have it read."},
     {Flag::mismatch,
      "The metadata names one license and the license file reads as another. Ask the authors."},
     {Flag::weakCopyleft, "The license has weak copyleft: usually fine, as long as you keep to its terms."},
@@ -93,6 +94,15 @@ and JSON.</p>
 <h2>Flags</h2>
 <p>An octagon marks high severity, a triangle medium, a ring low.</p>%2
 <h2>Found by</h2>%3
+<h2>What is read</h2>
+<table cellpadding="4">
+<tr><td><b>Swift packages</b></td><td>Package.resolved, checked-out packages</td></tr>
+<tr><td><b>npm</b></td><td>package-lock.json, npm-shrinkwrap.json, pnpm-lock.yaml, yarn.lock, bun.lock, package.json;
+node_modules, pnpm’s store, Yarn’s packed packages</td></tr>
+<tr><td><b>Python</b></td><td>requirements files, poetry.lock, uv.lock, pdm.lock, Pipfile.lock, pylock.toml;
+virtual environments</td></tr>
+</table>
+<p>Each entry of a lockfile is accounted for, and dependency files that are not read raise a warning.</p>
 <h2>Dev-only packages</h2>
 <p>Packages marked “dev” are needed only for development, such as tests and build tools. They usually don’t
 ship with your program, so reports leave them out unless you include them in the settings or when

@@ -121,7 +121,7 @@ void ResultsView::showState() {
     } else if (model_->result()->dependencies.empty()) {
         explain(
             tr("No dependencies found"),
-            tr("Quorvane looks for Package.resolved, package.json, requirements and Poetry files, and virtual environments, in this folder and four levels below it."),
+            tr("Quorvane looks for Package.resolved, package.json with its lockfile, requirements and the lockfiles of Python packages, and virtual environments, in this folder and four levels below it."),
             openFolder_);
     } else {
         explain(tr("No matching packages"), tr("No package passes the filter and the search together."),
