@@ -55,7 +55,7 @@ constexpr auto termPhrases = std::to_array<std::string_view>({
     "hosted service", "managed service", "as a service", "saas", "compete", "competes", "competitor", "competitors",
     "human rights", "law enforcement", "machine learning", "artificial intelligence", "ai training", "data mining",
     "revoked", "withdrawn", "has to", "needs to", "can t sell", "you can t", "you will not", "will not be used", "does not extend", "do not extend",
-    "badge", "watermark", "mandatory", "postcard", "strictly prohibited", "no part", "illegal", "same license", "same terms",
+    "badge", "watermark", "label your", "mandatory", "postcard", "strictly prohibited", "no part", "illegal", "same license", "same terms",
     // In other languages
     "lizenz", "gewerbliche", "gewerblichen", "nutzung", "verboten", "commerciale", "commerciales", "interdit", "interdite", "comercial",
     "prohibido", "коммерческое", "коммерческих", "商业", "商用", "禁止",

@@ -22,7 +22,9 @@ constexpr auto coveringRows = std::to_array<CoveringRow>({
 
 /// Whether a text that reads as `id` may hold words of the text of `textId`.
 bool covers(std::string_view textId, std::string_view id) {
-    if (textId == familyOf(id) || (id == "BSD" && textId.starts_with("BSD-"))) {
+    // A notice of an uncounted BSD license grants what all of them grant; what only the oldest one asks is more.
+    const bool isBareBsd = id == "BSD" && textId.starts_with("BSD-") && textId != "BSD-4-Clause";
+    if (textId == familyOf(id) || isBareBsd) {
         return true;
     }
     return std::ranges::any_of(coveringRows, [&](const CoveringRow& row) {
