@@ -11,11 +11,13 @@ namespace {
 struct KeyRow {
     std::string_view license, words;
 };
-// Of 1,407 copies of the MIT license in real packages one lacks its sentence, of 131 of the ISC and of 126 of the BSD
-// licenses none.
+// Of 1,407 copies of the MIT license in real packages none lacks its sentence, of 131 of the ISC and of 126 of the BSD
+// licenses none; one writes "sub-license".
 constexpr auto rows = std::to_array<KeyRow>({
     {"MIT",
      "in the software without restriction including without limitation the rights to use copy modify merge publish distribute sublicense and or sell copies of the software"},
+    {"MIT",
+     "in the software without restriction including without limitation the rights to use copy modify merge publish distribute sub license and or sell copies of the software"},
     {"MIT-0",
      "in the software without restriction including without limitation the rights to use copy modify merge publish distribute sublicense and or sell copies of the software"},
     {"ISC", "for any purpose with or without fee is hereby granted"},
