@@ -58,8 +58,11 @@ constexpr auto exceptingPhrases = std::to_array<std::string_view>({
     "parts",
     "portions",
 });
+constexpr std::size_t mostChoices = 50;  ///< of one text: no real one offers more than a few
 /// The list behind a sentence that ends in a colon, in words.
 constexpr std::size_t listLength = 40;
+/// A sentence is looked at this far before the phrase, and as far behind it, in words.
+constexpr std::size_t longestHalf = 60;
 
 /// What a family is called in prose.
 struct NameRow {
@@ -159,15 +162,18 @@ std::vector<std::vector<std::string>> offeredChoices(const LicenseText& text) {
     const std::span<const std::uint64_t> words(text.words);
     std::vector<char> endsSentence;
     for (const PhraseSet::Occurrence& one : phrases.occurrences(words)) {
+        if (choices.size() == mostChoices) {
+            break;
+        }
         if (endsSentence.empty()) {
             endsSentence = sentenceEnds(text);
         }
         std::size_t begin = one.begin;
-        while (begin > 0 && endsSentence[begin - 1] == 0) {
+        while (begin > 0 && one.begin - begin < longestHalf && endsSentence[begin - 1] == 0) {
             --begin;
         }
         std::size_t end = one.end;
-        while (end < words.size() && endsSentence[end - 1] == 0) {
+        while (end < words.size() && end - one.end < longestHalf && endsSentence[end - 1] == 0) {
             ++end;
         }
         // The GNU licenses leave a choice of their versions.
