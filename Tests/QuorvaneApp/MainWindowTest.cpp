@@ -220,6 +220,18 @@ private Q_SLOTS:
         QVERIFY(fixture.find<QAbstractButton>("sourceLink") == nullptr);
     }
 
+    void withoutASelectionTheDetailsSayWhatWasRead() {
+        ScanFindings found = findings({package("one")});
+        found.result.sources = {
+            {Ecosystem::npm, "web/yarn.lock", "Yarn lockfile", ScanKit::EntryStates{.listed = 1, .own = 2}}};
+        ResultsFixture fixture(alwaysFinding(found));
+        QVERIFY(fixture.open());
+        const QString text = textOf(*fixture.find("sources"));
+        QVERIFY2(text.contains(u"web/yarn.lock"_s) &&
+                     text.contains(u"Yarn lockfile; 3 entries: 1 listed, 2 the project's own"_s),
+                 qPrintable(text));
+    }
+
     void licenseTextsMarkWhatStandsInNoLicense() {
         auto added = package("added");
         added.licenseText = std::string(ScanKit::SPDX::builtInText("MIT").value()) +

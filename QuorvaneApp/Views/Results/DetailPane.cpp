@@ -3,10 +3,10 @@
 #include "QuorvaneApp/Model/AppModel.h"
 #include "QuorvaneApp/Model/Texts.h"
 #include "QuorvaneApp/Views/Controls/Label.h"
-#include "QuorvaneApp/Views/Controls/MessagePage.h"
 #include "QuorvaneApp/Views/Results/DependencyFacts.h"
 #include "QuorvaneApp/Views/Results/LicenseTextView.h"
 #include "QuorvaneApp/Views/Results/PackageTextEdit.h"
+#include "QuorvaneApp/Views/Results/SourcesView.h"
 
 #include <utility>
 
@@ -52,7 +52,7 @@ DetailPane::DetailPane(AppModel& model, LinkOpener openLink, QWidget* parent)
     layout->addLayout(header);
     layout->addWidget(tabs_, 1);
 
-    pages_->addWidget(new MessagePage({}, tr("Select a package to see what is known about it.")));
+    pages_->addWidget(new SourcesView(model));
     pages_->addWidget(page);
     auto* const whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
