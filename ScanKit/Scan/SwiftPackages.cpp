@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
+#include <string>
 #include <utility>
 
 namespace ScanKit {
@@ -31,15 +33,20 @@ void readSwiftPackages(Reading& reading) {
         return;  // checked-out packages that nothing pins are not the project's
     }
     std::vector<SwiftPMParser::Pin> pins;
+    std::set<std::string> identities;
     for (const std::filesystem::path& file : reading.detection.resolvedFiles) {
         const std::optional<std::string> bytes = readFile(file, largestLockfile);
-        auto found = bytes ? SwiftPMParser::pins(*bytes) : std::nullopt;
+        auto found = bytes ? SwiftPMParser::resolvedFile(*bytes) : std::nullopt;
         if (!found) {
             reading.warn(Warnings::dependencyFileUnreadable(file, reading.root));
             continue;
         }
-        std::ranges::move(*found, std::back_inserter(pins));
-        reading.addSource(Ecosystem::swiftpm, file, "Package.resolved");
+        EntryStates states{.own = found->own, .unreadable = found->unreadable};
+        for (const SwiftPMParser::Pin& pin : found->pins) {
+            ++(identities.insert(pin.identity).second ? states.listed : states.listedAlready);
+        }
+        std::ranges::move(found->pins, std::back_inserter(pins));
+        reading.addLockfile(Ecosystem::swiftpm, file, "Package.resolved", states);
     }
     const std::vector<std::filesystem::path> checkouts = checkoutFolders(reading);
     for (const std::filesystem::path& folder : checkouts) {

@@ -93,20 +93,27 @@ std::string Pin::displayVersion() const {
     return branch.value_or("unversioned");
 }
 
-std::optional<std::vector<Pin>> pins(std::string_view resolvedFile) {
+std::optional<ResolvedFile> resolvedFile(std::string_view bytes) {
     JSONReader reader;
-    const std::optional<JSONValue> top = reader.read(resolvedFile);
+    const std::optional<JSONValue> top = reader.read(bytes);
     const auto objects = top ? pinObjects(*top) : std::nullopt;
     if (!objects) {
         return std::nullopt;
     }
-    std::vector<Pin> result;
+    ResolvedFile file;
     for (const JSONValue& object : *objects) {
         if (std::optional<Pin> pin = pinOf(object)) {
-            result.push_back(std::move(*pin));
+            file.pins.push_back(std::move(*pin));
+        } else {
+            ++(isLocal(object) ? file.own : file.unreadable);
         }
     }
-    return result;
+    return file;
+}
+
+std::optional<std::vector<Pin>> pins(std::string_view resolvedFileBytes) {
+    std::optional<ResolvedFile> file = resolvedFile(resolvedFileBytes);
+    return file ? std::optional(std::move(file->pins)) : std::nullopt;
 }
 
 std::string packageName(std::string_view location) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,6 +27,14 @@ struct Pin {
 /// The pins of one Package.resolved file of any format version, in file order. Local packages are left out.
 /// Absent when the bytes are no such file.
 std::optional<std::vector<Pin>> pins(std::string_view resolvedFile);
+
+/// The same with what its other entries are.
+struct ResolvedFile {
+    std::vector<Pin> pins;
+    std::size_t own = 0;         ///< local packages
+    std::size_t unreadable = 0;  ///< without an identity
+};
+std::optional<ResolvedFile> resolvedFile(std::string_view bytes);
 
 /// The package name that a repository address ends in: "Repo" of "https://host/owner/Repo.git" and of
 /// "git@host:Repo.git". Empty when there is none.
