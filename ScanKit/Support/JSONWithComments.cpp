@@ -34,8 +34,9 @@ std::optional<std::size_t> endOfRemark(std::string_view text, std::size_t start)
 
 std::string plainJSON(std::string_view text) {
     std::string plain(text);
-    std::optional<std::size_t> comma;  // with nothing but blanks behind it so far, and a value before it
-    char before = 0;                   // the last character that is neither blank nor remark
+    // A comma with nothing but blanks behind it so far, and a value before it; the text's length when there is none.
+    std::size_t comma = text.size();
+    char before = 0;  // the last character that is neither blank nor remark
     for (std::size_t i = 0; i < text.size();) {
         const char c = text[i];
         if (blanks.find(c) != std::string_view::npos) {
@@ -48,10 +49,10 @@ std::string plainJSON(std::string_view text) {
             }
             continue;
         }
-        if (comma && (c == '}' || c == ']')) {
-            plain[*comma] = ' ';
+        if (comma < text.size() && (c == '}' || c == ']')) {
+            plain[comma] = ' ';
         }
-        comma.reset();
+        comma = text.size();
         if (c == ',' && before != '[' && before != '{' && before != ',' && before != ':') {
             comma = i;
         }
