@@ -10,7 +10,7 @@ build_packages_debian=(
 test_packages_debian=(libgtest-dev libgmock-dev libbenchmark-dev poppler-utils qpdf xvfb dbus)
 check_packages_debian=(clang-16 libclang-rt-16-dev clang-format)
 
-build_packages_macos=(cmake ninja pkg-config icu4c simdjson tbb fmt cli11 pango cairo qt@6)
+build_packages_macos=(cmake ninja pkg-config icu4c simdjson tbb fmt cli11 libfyaml tomlplusplus libzip pango cairo qt@6)
 test_packages_macos=(googletest google-benchmark poppler qpdf)
 check_packages_macos=(llvm clang-format)
 

@@ -5,6 +5,7 @@
 #include "ScanKit/Readers/NPM/YarnCache.h"
 #include "ScanKit/Support/FileSystem.h"
 
+#include <algorithm>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -42,6 +43,15 @@ RawDependency dependencyOf(const LockedEntry& entry, const LockedRole& role) {
 
 std::string nameAndVersion(const LockedEntry& entry) {
     return entry.version.empty() ? entry.name : entry.name + "@" + entry.version;
+}
+
+/// Whether there are packages in the node_modules of a package folder. Hidden entries are the links to programs.
+bool holdsPackages(const std::filesystem::path& folder, const std::vector<FolderEntry>& entries) {
+    const FolderEntry* const modules = entryNamed(entries, "node_modules");
+    return modules != nullptr && modules->kind == EntryKind::folder &&
+           std::ranges::any_of(listPackageFolder(folder / "node_modules"), [](const FolderEntry& entry) {
+               return entry.kind == EntryKind::folder && !entry.name.starts_with('.');
+           });
 }
 
 using Known = std::unordered_map<std::string, std::size_t>;  ///< places in the project, by name, "@", version
@@ -85,8 +95,9 @@ LockedProject lockedProject(const Lockfile& lockfile, const LockedPlaces& places
         if (isListed(i)) {
             packages[i] = dependencyOf(lockfile.entries[i], roles[i]);
             if (places.folders[i]) {
-                enrich(*packages[i], *places.folders[i]);
-                holdsModules[i] = isFolder(*places.folders[i] / "node_modules") ? 1 : 0;
+                const std::vector<FolderEntry> entries = listPackageFolder(*places.folders[i]);
+                enrich(*packages[i], *places.folders[i], entries);
+                holdsModules[i] = holdsPackages(*places.folders[i], entries) ? 1 : 0;
             } else if (isPlaced(i)) {
                 enrichFromArchive(*packages[i], *places.archives[i]);
             }
