@@ -1,5 +1,6 @@
 #include "ScanKit/Identification/Notes.h"
 
+#include "ScanKit/Identification/ReproducedTexts.h"
 #include "ScanKit/Identification/SPDX.h"
 #include "ScanKit/Model/EnumerationTable.h"
 #include "ScanKit/Support/Text.h"
@@ -235,11 +236,8 @@ private:
             return;
         }
         raise(Flag::noLicenseFile);
-        const std::vector<std::string> ids = chosen().chosenOption().licenseIDs();
-        const bool isBuiltIn = std::ranges::all_of(ids, [](const std::string& id) {
-            const KnownLicense* row = SPDX::lookup(id);
-            return row != nullptr && row->text;
-        });
+        const bool isBuiltIn = std::ranges::all_of(
+            reproducedTexts(chosen()), [](const ReproducedText& one) { return one.text || one.isException; });
         note(isBuiltIn ? standardTextNote : noStandardTextNote);
     }
 

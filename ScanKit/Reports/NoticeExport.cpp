@@ -1,11 +1,12 @@
 #include "ScanKit/Reports/Exports.h"
 
 #include "ScanKit/Identification/LicenseExpression.h"
-#include "ScanKit/Identification/SPDX.h"
+#include "ScanKit/Identification/ReproducedTexts.h"
 #include "ScanKit/Reports/ReportSummary.h"
 #include "ScanKit/Support/Dates.h"
 #include "ScanKit/Support/Text.h"
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -18,27 +19,16 @@ constexpr std::string_view separator =
     "==============================================================================";
 static_assert(separator.size() == 78);
 
-struct StandardText {
-    std::string identifier;  ///< as the license expression names it
-    std::string_view text;
-};
-
-/// The built-in text of the first license that the expression prefers.
-std::optional<StandardText> standardTextOf(const std::string& license) {
+/// The built-in texts that the license calls for; none when there is not a single one.
+std::vector<ReproducedText> standardTextsOf(const std::string& license) {
     const std::optional<LicenseExpression> expression = LicenseExpression::parse(license);
     if (!expression) {
-        return std::nullopt;
+        return {};
     }
-    const std::vector<std::string> identifiers = expression->chosenOption().licenseIDs();
-    const KnownLicense* known = identifiers.empty() ? nullptr : SPDX::lookup(identifiers.front());
-    if (known == nullptr || !known->text) {
-        return std::nullopt;
-    }
-    const std::optional<std::string_view> text = SPDX::builtInText(*known->text);
-    if (!text) {
-        return std::nullopt;
-    }
-    return StandardText{.identifier = identifiers.front(), .text = Text::trimmed(*text)};
+    std::vector<ReproducedText> texts = reproducedTexts(*expression);
+    const bool hasAny =
+        std::ranges::any_of(texts, [](const ReproducedText& one) { return one.text.has_value(); });
+    return hasAny ? texts : std::vector<ReproducedText>();
 }
 
 void appendLicenseText(std::string& output, const Dependency& dependency) {
@@ -48,14 +38,25 @@ void appendLicenseText(std::string& output, const Dependency& dependency) {
         return;
     }
     // The author's own text, copyright line included, is always better than the standard one.
-    const auto standard = dependency.license ? standardTextOf(*dependency.license) : std::nullopt;
-    if (!standard) {
+    const auto texts =
+        dependency.license ? standardTextsOf(*dependency.license) : std::vector<ReproducedText>();
+    if (texts.empty()) {
         output += "[No license text was found for this package. See its source for license terms.]\n";
         return;
     }
-    fmt::format_to(std::back_inserter(output),
-                   "[No license file was included with this package. The standard {} text follows.]\n\n{}\n",
-                   standard->identifier, standard->text);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        output += i == 0 ? "" : "\n";
+        if (texts[i].text) {
+            fmt::format_to(
+                std::back_inserter(output),
+                "[No license file was included with this package. The standard {} text follows.]\n\n{}\n",
+                texts[i].identifier, *texts[i].text);
+        } else {
+            fmt::format_to(std::back_inserter(output),
+                           "[The text of {} is not included. See the package's source for it.]\n",
+                           texts[i].identifier);
+        }
+    }
 }
 
 void appendBlock(std::string& output, const Dependency& dependency) {

@@ -1,6 +1,7 @@
 #include "ScanKit/Reports/Exports.h"
 #include "ScanKit/Reports/ReportFormats.h"
 
+#include "ScanKit/Support/Text.h"
 #include "Tests/Builders/TemporaryFolder.h"
 #include "Tests/Reports/SampleResult.h"
 
@@ -12,6 +13,7 @@
 namespace ScanKit {
 namespace {
 
+using ::testing::ElementsAre;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::Not;
@@ -44,6 +46,28 @@ TEST(Exports, NoticeReproducesTheTextOfTheChosenLicense) {
                                                 introduced));
         EXPECT_THAT(notice, Not(EndsWith("\n\n")));  // a standard text is trimmed
     }
+}
+
+TEST(Exports, NoticeReproducesEveryTextThatAppliesAndNamesTheOthers) {
+    const auto linesInBrackets = [](const char* license) {
+        const std::string notice = Exports::notice(resultOf({{.name = "p", .license = license}}), {});
+        std::vector<std::string> lines;
+        for (const std::string_view line : Text::nonEmptyLines(notice)) {
+            if (line.starts_with("[The text") || line.starts_with("[No license")) {
+                lines.emplace_back(line);
+            }
+        }
+        return lines;
+    };
+    EXPECT_THAT(linesInBrackets("Apache-2.0 AND MIT AND Apache-2.0"),
+                ElementsAre(HasSubstr("standard Apache-2.0 text"), HasSubstr("standard MIT text")));
+    EXPECT_THAT(
+        linesInBrackets("BSL-1.0 AND GPL-2.0-only WITH Classpath-exception-2.0"),
+        ElementsAre(
+            "[The text of BSL-1.0 is not included. See the package's source for it.]",
+            HasSubstr("standard GPL-2.0-only text"),
+            "[The text of Classpath-exception-2.0 is not included. See the package's source for it.]"));
+    EXPECT_THAT(linesInBrackets("BSL-1.0 AND WTFPL"), ElementsAre(HasSubstr("No license text was found")));
 }
 
 TEST(Exports, CSVGuardsFormulasAndQuotes) {
