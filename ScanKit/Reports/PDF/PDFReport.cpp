@@ -4,10 +4,12 @@
 #include "ScanKit/Reports/PDF/PDFLayout.h"
 #include "ScanKit/Reports/PDF/PDFTable.h"
 #include "ScanKit/Reports/ReportSummary.h"
+#include "ScanKit/Support/Paths.h"
 #include "ScanKit/Support/Text.h"
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <utility>
 
 #include <fmt/format.h>
@@ -223,6 +225,23 @@ std::vector<PDFParagraph> filesRead(const std::vector<ScanSource>& sources) {
     return files;
 }
 
+/// The name of the user's account is nothing for a client.
+std::string withHomeAsTilde(const std::filesystem::path& folder) {
+    return displayPath(folder, folder / "below");
+}
+
+/// The warnings of the scan, under their heading; nothing without one.
+std::vector<PDFParagraph> unreadParts(const std::vector<ScanWarning>& warnings) {
+    std::vector<PDFParagraph> parts;
+    for (const ScanWarning& warning : warnings) {
+        if (parts.empty()) {
+            parts.push_back({.string = labelStyle("What this scan could not read")});
+        }
+        parts.push_back({.string = bodyStyle(warning.sentence), .gapAbove = 2});
+    }
+    return parts;
+}
+
 PDFParagraph disclaimer(const std::string& date) {
     return {
         .string = disclaimerStyle(fmt::format(
@@ -233,8 +252,10 @@ PDFParagraph disclaimer(const std::string& date) {
 
 /// The disclaimer is part of the section, so that it never stands on a page by itself.
 void addAbout(PDFLayout& layout, const Contents& contents) {
-    std::vector<PDFParagraph> paragraphs{{.string = labelStyle("Found in")},
-                                         {.string = bodyStyle(contents.result.rootPath), .gapAbove = 2}};
+    // First what the reader of the list must know: which packages may be missing in it.
+    std::vector<PDFParagraph> paragraphs = unreadParts(contents.result.warnings);
+    paragraphs.push_back({.string = labelStyle("Found in"), .gapAbove = paragraphs.empty() ? 0.0 : 8.0});
+    paragraphs.push_back({.string = bodyStyle(withHomeAsTilde(contents.result.rootPath)), .gapAbove = 2});
     std::vector<PDFParagraph> files = filesRead(contents.result.sources);
     if (!files.empty()) {
         paragraphs.push_back({.string = labelStyle("Files read"), .gapAbove = 8});
