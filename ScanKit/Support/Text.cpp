@@ -139,6 +139,10 @@ bool isWhitespace(char32_t scalar) {
 }
 
 bool isAlphanumeric(char32_t scalar) {
+    if (scalar < 0x80) {
+        const char32_t letter = scalar | 0x20;
+        return (letter >= U'a' && letter <= U'z') || (scalar >= U'0' && scalar <= U'9');
+    }
     return u_isalnum(static_cast<UChar32>(scalar)) != 0;
 }
 
