@@ -116,7 +116,7 @@ std::vector<char> sentenceEnds(const LicenseText& text) {
     std::size_t word = 0;
     for (std::size_t line = 0; line < text.lines.size(); ++line) {
         const std::string_view bytes = text.lines[line].bytes;
-        const std::vector<std::string_view> words = wordsOfLine(bytes);
+        const std::vector<std::string_view> words = Text::words(bytes);
         const bool fits = word + words.size() == text.lines[line].wordsEnd;
         for (std::size_t i = 0; fits && i < words.size(); ++i) {
             const char* behind = words[i].data() + words[i].size();

@@ -175,23 +175,11 @@ private:
             end = next;
         }
         const std::string line = Text::lowercased(Text::trimmed(text_.substr(begin, end - begin)));
-        std::size_t wordBegin = 0;
-        for (std::size_t i = 0; i < line.size();) {
-            const std::size_t at = i;
-            if (!Text::isAlphanumeric(Text::nextScalar(line, i))) {
-                addUnicodeWord(std::string_view(line).substr(wordBegin, at - wordBegin));
-                wordBegin = i;
-            }
-        }
-        addUnicodeWord(std::string_view(line).substr(wordBegin));
-        finishLine(line, text_.substr(begin, end - begin));
-        return next;
-    }
-
-    void addUnicodeWord(std::string_view word) {
-        if (!word.empty()) {
+        for (const std::string_view word : Text::words(line)) {
             words_.push_back({word, withOneSpelling(hashOf(word))});
         }
+        finishLine(line, text_.substr(begin, end - begin));
+        return next;
     }
 
     /// `line` is ASCII or in lower case; `bytes` is the line as it stands in the text.
@@ -288,24 +276,6 @@ bool holdsWords(std::string_view joinedWords, std::string_view words) {
         from = at + 1;
     }
     return false;
-}
-
-std::vector<std::string_view> wordsOfLine(std::string_view line) {
-    std::vector<std::string_view> found;
-    std::size_t begin = 0;
-    for (std::size_t i = 0; i < line.size();) {
-        const std::size_t at = i;
-        if (!Text::isAlphanumeric(Text::nextScalar(line, i))) {
-            if (at > begin) {
-                found.push_back(line.substr(begin, at - begin));
-            }
-            begin = i;
-        }
-    }
-    if (begin < line.size()) {
-        found.push_back(line.substr(begin));
-    }
-    return found;
 }
 
 }  // namespace ScanKit

@@ -60,9 +60,6 @@ struct LicenseText {
 /// lower case and joined by single blanks.
 bool holdsWords(std::string_view joinedWords, std::string_view words);
 
-/// Where the words of a line stand in it, in order.
-std::vector<std::string_view> wordsOfLine(std::string_view line);
-
 /// A mark, 0 or 1, for each word of a text.
 using WordMarks = std::vector<char>;
 

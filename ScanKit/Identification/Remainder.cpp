@@ -59,7 +59,7 @@ public:
             const auto line = std::ranges::upper_bound(text_.lines, word, {}, &LicenseText::Line::wordsEnd);
             begin_ = line == text_.lines.begin() ? 0 : std::prev(line)->wordsEnd;
             end_ = line->wordsEnd;
-            words_ = wordsOfLine(line->bytes);
+            words_ = Text::words(line->bytes);
             // Lower-casing may part a word of a rare script in two; then the whole line stands for its words.
             if (words_.size() != end_ - begin_) {
                 words_.assign(end_ - begin_, line->bytes);
@@ -159,7 +159,7 @@ std::string_view sentencesAround(std::string_view passage, std::string_view text
 /// words more are how a copy differs.
 bool isSentence(const Remainder::Passage& passage, std::string_view sentence) {
     return static_cast<double>(passage.wordCount) >=
-           shareOfASentence * static_cast<double>(wordsOfLine(sentence).size());
+           shareOfASentence * static_cast<double>(Text::words(sentence).size());
 }
 
 /// On one line, cut behind a word.

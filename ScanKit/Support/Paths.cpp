@@ -2,6 +2,7 @@
 
 #include "ScanKit/Support/Text.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <optional>
 #include <string_view>
@@ -50,6 +51,15 @@ std::filesystem::path standardized(const std::filesystem::path& path) {
         normal = normal.parent_path();
     }
     return normal;
+}
+
+std::optional<std::filesystem::path> folderBelow(const std::filesystem::path& project,
+                                                 const std::string& named) {
+    const std::filesystem::path below = std::filesystem::path(named).relative_path();
+    if (named.find('\0') != std::string::npos || std::ranges::find(below, "..") != below.end()) {
+        return std::nullopt;
+    }
+    return standardized(project / below);
 }
 
 std::filesystem::path absolutePath(const std::filesystem::path& path) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace ScanKit {
@@ -9,6 +10,10 @@ namespace ScanKit {
 std::filesystem::path homeFolder();
 /// Without "." and "..", without a trailing slash. No link is resolved; a relative path stays relative.
 std::filesystem::path standardized(const std::filesystem::path& path);
+/// The folder that a file of a project names, such as a lockfile, standardized; a slash at its start is left out. Absent when
+/// it has a ".." anywhere, which could lead out of the project, or a NUL.
+std::optional<std::filesystem::path> folderBelow(const std::filesystem::path& project,
+                                                 const std::string& named);
 /// The path from the root folder, standardized; a relative one is taken from the working folder. Standardized as it
 /// stands when there is no working folder any more.
 std::filesystem::path absolutePath(const std::filesystem::path& path);

@@ -33,6 +33,26 @@ icu::StringPiece piece(std::string_view text) {
     return {text.data(), static_cast<int32_t>(text.size())};
 }
 
+/// What stands between the scalars that divide it; empty pieces are left out.
+template <typename Predicate>
+std::vector<std::string_view> piecesBetween(std::string_view text, Predicate divides) {
+    std::vector<std::string_view> pieces;
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t at = i;
+        if (divides(nextScalar(text, i))) {
+            if (at > begin) {
+                pieces.push_back(text.substr(begin, at - begin));
+            }
+            begin = i;
+        }
+    }
+    if (begin < text.size()) {
+        pieces.push_back(text.substr(begin));
+    }
+    return pieces;
+}
+
 template <typename Predicate>
 std::string_view trimmedWhere(std::string_view text, Predicate dropped) {
     std::size_t begin = 0;
@@ -285,21 +305,11 @@ void forEachCharacter(std::string_view text, const std::function<void(std::strin
 }
 
 std::vector<std::string_view> nonEmptyLines(std::string_view text) {
-    std::vector<std::string_view> lines;
-    std::size_t begin = 0;
-    for (std::size_t i = 0; i < text.size();) {
-        const std::size_t at = i;
-        if (isLineBreak(nextScalar(text, i))) {
-            if (at > begin) {
-                lines.push_back(text.substr(begin, at - begin));
-            }
-            begin = i;
-        }
-    }
-    if (begin < text.size()) {
-        lines.push_back(text.substr(begin));
-    }
-    return lines;
+    return piecesBetween(text, isLineBreak);
+}
+
+std::vector<std::string_view> words(std::string_view text) {
+    return piecesBetween(text, [](char32_t scalar) { return !isAlphanumeric(scalar); });
 }
 
 std::string_view firstLine(std::string_view text) {

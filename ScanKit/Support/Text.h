@@ -69,6 +69,8 @@ void forEachCharacter(std::string_view text, const std::function<void(std::strin
 
 /// The lines of the text, split at any Unicode line break; empty lines are left out.
 std::vector<std::string_view> nonEmptyLines(std::string_view text);
+/// The runs of letters and digits in the text, in order.
+std::vector<std::string_view> words(std::string_view text);
 /// The text up to the first Unicode line break.
 std::string_view firstLine(std::string_view text);
 /// The parts between any of these ASCII separators, empty parts included.

@@ -30,21 +30,11 @@ Label* selectable(const QString& text, const QString& title) {
 }  // namespace
 
 DependencyFacts::DependencyFacts(std::function<void(const QString&)> openLink, QWidget* parent)
-    : QScrollArea(parent), openLink_(std::move(openLink)) {
-    setObjectName(QStringLiteral("facts"));
-    setAccessibleName(tr("Facts about the package"));
-    setWidgetResizable(true);
-    setFrameShape(NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-}
+    : ScrolledColumn(QStringLiteral("facts"), tr("Facts about the package"), parent),
+      openLink_(std::move(openLink)) {}
 
 void DependencyFacts::show(const ScanKit::Dependency& dependency) {
-    auto* const page = new QWidget;
-    page->setAutoFillBackground(true);
-    page->setBackgroundRole(QPalette::Base);
-    auto* const column = new QVBoxLayout(page);
-    column->setContentsMargins(14, 12, 14, 14);
-    column->setSpacing(10);
+    QVBoxLayout* const column = newColumn();
     addFlags(*column, dependency);
     addNotes(*column, dependency);
     titled_.clear();
@@ -52,14 +42,13 @@ void DependencyFacts::show(const ScanKit::Dependency& dependency) {
     grid_->setHorizontalSpacing(18);
     grid_->setVerticalSpacing(10);
     column->addLayout(grid_);
-    column->addStretch();
     addFacts(dependency);
     arrange();
-    setWidget(page);
+    setColumn(column);
 }
 
 void DependencyFacts::resizeEvent(QResizeEvent* event) {
-    QScrollArea::resizeEvent(event);
+    ScrolledColumn::resizeEvent(event);
     arrange();
 }
 

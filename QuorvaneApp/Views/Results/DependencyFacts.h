@@ -1,18 +1,17 @@
 #pragma once
 
+#include "QuorvaneApp/Views/Controls/ScrolledColumn.h"
 #include "ScanKit/Model/Dependency.h"
 
 #include <functional>
 #include <string>
 #include <vector>
 
-#include <QScrollArea>
-
 class QGridLayout;
 class QVBoxLayout;
 
 /// The facts about one dependency: flags, notes, and titled lines. All text is plain.
-class DependencyFacts : public QScrollArea {
+class DependencyFacts : public ScrolledColumn {
     Q_OBJECT
 
 public:

@@ -17,23 +17,14 @@ Label* line(Label::Role role, const QString& text) {
 
 }  // namespace
 
-SourcesView::SourcesView(AppModel& model, QWidget* parent) : QScrollArea(parent), model_(&model) {
-    setObjectName(QStringLiteral("sources"));
-    setAccessibleName(tr("What was read"));
-    setWidgetResizable(true);
-    setFrameShape(NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+SourcesView::SourcesView(AppModel& model, QWidget* parent)
+    : ScrolledColumn(QStringLiteral("sources"), tr("What was read"), parent), model_(&model) {
     connect(model_, &AppModel::projectChanged, this, &SourcesView::rebuild);
     rebuild();
 }
 
 void SourcesView::rebuild() {
-    auto* const page = new QWidget;
-    page->setAutoFillBackground(true);
-    page->setBackgroundRole(QPalette::Base);
-    auto* const column = new QVBoxLayout(page);
-    column->setContentsMargins(14, 14, 14, 14);
-    column->setSpacing(10);
+    QVBoxLayout* const column = newColumn();
     column->addWidget(line(Label::Role::caption, tr("Select a package to see what is known about it.")));
     const ScanKit::ScanResult* const result = model_->result();
     if (result != nullptr && !result->sources.empty()) {
@@ -47,6 +38,5 @@ void SourcesView::rebuild() {
             column->addLayout(group);
         }
     }
-    column->addStretch();
-    setWidget(page);
+    setColumn(column);
 }

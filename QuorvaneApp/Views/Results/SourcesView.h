@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QScrollArea>
+#include "QuorvaneApp/Views/Controls/ScrolledColumn.h"
 
 class AppModel;
 
 /// What stands in the details while no package is selected: the files and folders that the scan read, and what became of the
 /// entries of each lockfile.
-class SourcesView : public QScrollArea {
+class SourcesView : public ScrolledColumn {
     Q_OBJECT
 
 public:

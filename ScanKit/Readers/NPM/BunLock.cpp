@@ -5,6 +5,7 @@
 #include "ScanKit/Support/FileSystem.h"
 #include "ScanKit/Support/JSON.h"
 #include "ScanKit/Support/JSONWithComments.h"
+#include "ScanKit/Support/Paths.h"
 
 #include <algorithm>
 #include <array>

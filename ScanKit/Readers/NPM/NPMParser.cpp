@@ -14,16 +14,6 @@
 namespace ScanKit::NPMParser {
 namespace {
 
-/// Where a package would be installed; absent for a path that no installer writes.
-std::optional<std::filesystem::path> installFolder(const std::filesystem::path& projectFolder,
-                                                   const std::string& installPath) {
-    const std::filesystem::path below = std::filesystem::path(installPath).relative_path();
-    if (installPath.find('\0') != std::string::npos || std::ranges::find(below, "..") != below.end()) {
-        return std::nullopt;
-    }
-    return standardized(projectFolder / below);
-}
-
 RawDependency dependencyOf(const LockedPackage& package) {
     return {.ecosystem = Ecosystem::npm,
             .name = package.name,
@@ -46,7 +36,7 @@ Outcome outcomeOf(const LockedPackage& package, const std::filesystem::path& pro
         return {.state = &EntryStates::own};
     }
     std::vector<FolderEntry> entries;
-    const auto folder = hasModules ? installFolder(projectFolder, package.installPath) : std::nullopt;
+    const auto folder = hasModules ? folderBelow(projectFolder, package.installPath) : std::nullopt;
     if (folder) {
         entries = listPackageFolder(*folder);
     }

@@ -5,7 +5,6 @@
 #include "ScanKit/Support/JSON.h"
 #include "ScanKit/Support/Paths.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace ScanKit::NPMParser {
@@ -65,15 +64,6 @@ PackageIdentity packageIdentity(const std::filesystem::path& folder) {
     }
     return {.name = std::string(manifest->stringMember("name").value_or("")),
             .version = std::string(manifest->stringMember("version").value_or(""))};
-}
-
-std::optional<std::filesystem::path> folderBelow(const std::filesystem::path& projectFolder,
-                                                 const std::string& folder) {
-    const std::filesystem::path below = std::filesystem::path(folder).relative_path();
-    if (folder.find('\0') != std::string::npos || std::ranges::find(below, "..") != below.end()) {
-        return std::nullopt;
-    }
-    return standardized(projectFolder / below);
 }
 
 PackageStore::PackageStore(const std::filesystem::path& store, const ReadControl& control)

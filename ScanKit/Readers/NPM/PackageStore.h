@@ -19,10 +19,6 @@ struct PackageIdentity {
 };
 PackageIdentity packageIdentity(const std::filesystem::path& folder);
 
-/// The folder that a lockfile names, such as that of a workspace member; absent when it would lie outside the project.
-std::optional<std::filesystem::path> folderBelow(const std::filesystem::path& projectFolder,
-                                                 const std::string& folder);
-
 /// The store that some package managers keep inside node_modules: a folder for each package and set of peers, in which a
 /// node_modules holds the package itself and links to those that it needs. pnpm's is ".pnpm", Bun's ".bun":
 /// ".pnpm/@scope+name@1.0.0_peer@2.0.0/node_modules/@scope/name".
