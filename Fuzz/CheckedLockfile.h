@@ -5,5 +5,8 @@
 #include <optional>
 
 /// Ends the program unless what a reader made of a lockfile holds together: all text is valid UTF-8, every place leads to an
-/// entry, no two entries have one key, every entry but an unreadable or own one has a name, and roles and ways can be followed.
+/// entry, every entry but an unreadable or own one has a name, and roles and ways can be followed.
 void checkLockfile(const std::optional<ScanKit::Lockfile>& lockfile);
+
+/// The same, and no two entries have one key. A yarn.lock may repeat an entry, as after a merge.
+void checkLockfileWithoutRepeats(const std::optional<ScanKit::Lockfile>& lockfile);

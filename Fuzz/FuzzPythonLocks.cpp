@@ -15,11 +15,11 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     const std::string project(text);
-    checkLockfile(ScanKit::PythonParser::poetryLock(text, project));
-    checkLockfile(ScanKit::PythonParser::pdmLock(text, project));
-    checkLockfile(ScanKit::PythonParser::poetryLock(text, std::nullopt));
-    checkLockfile(ScanKit::PythonParser::uvLock(text));
-    checkLockfile(ScanKit::PythonParser::pyLock(text));
-    checkLockfile(ScanKit::PythonParser::pipfileLock(text));
+    checkLockfileWithoutRepeats(ScanKit::PythonParser::poetryLock(text, project));
+    checkLockfileWithoutRepeats(ScanKit::PythonParser::pdmLock(text, project));
+    checkLockfileWithoutRepeats(ScanKit::PythonParser::poetryLock(text, std::nullopt));
+    checkLockfileWithoutRepeats(ScanKit::PythonParser::uvLock(text));
+    checkLockfileWithoutRepeats(ScanKit::PythonParser::pyLock(text));
+    checkLockfileWithoutRepeats(ScanKit::PythonParser::pipfileLock(text));
     return 0;
 }

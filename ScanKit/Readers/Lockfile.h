@@ -9,9 +9,10 @@ namespace ScanKit {
 
 /// One entry of a lockfile, as it stands there. What is installed is asked of the disk later.
 struct LockedEntry {
-    std::string key;      ///< as the file names it: "/@scope/a@1.0.0(peer@2.0.0)"; tells entries apart
-    std::string name;     ///< of the package that is installed: the target of an alias
-    std::string version;  ///< empty when the entry has none
+    std::string
+        key;  ///< as the file names it: "/@scope/a@1.0.0(peer@2.0.0)"; tells entries apart, but for those that a yarn.lock repeats
+    std::string name;                     ///< of the package that is installed: the target of an alias
+    std::string version;                  ///< empty when the entry has none
     std::optional<std::string> source;    ///< where it comes from, when the file says so
     std::optional<std::string> declared;  ///< the license, in the rare file that copies it
     bool isOwn = false;  ///< the project's: a workspace member, a link, a folder or file of the project
