@@ -2,61 +2,20 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <fstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
+#include <minizip/unzip.h>
 #include <sys/stat.h>
-#include <zip.h>
 
 namespace ScanKit {
 namespace {
 
-/// The record at the end of an archive, without the comment behind it.
-constexpr std::size_t endRecordBytes = 22;
-constexpr std::size_t longestComment = 65'535;
-constexpr std::string_view endRecordMark("PK\x05\x06", 4);
-constexpr std::string_view largeRecordMark("PK\x06\x07", 4);
-constexpr std::size_t largeLocatorBytes = 20;
-constexpr std::size_t offsetOfListBytes = 12;
-
-/// The end of the file, where the list of entries is described. Empty when it cannot be read.
-std::string tailOf(const std::filesystem::path& path, std::size_t size) {
-    const std::size_t count = std::min(size, endRecordBytes + longestComment + largeLocatorBytes);
-    std::string tail(count, '\0');
-    std::ifstream file(path, std::ios::binary);
-    file.seekg(static_cast<std::streamoff>(size - count));
-    file.read(tail.data(), static_cast<std::streamsize>(count));
-    return file ? tail : std::string();
-}
-
-std::size_t littleEndian(std::string_view bytes) {
-    std::size_t number = 0;
-    for (std::size_t i = bytes.size(); i > 0; --i) {
-        number = number << 8 | static_cast<unsigned char>(bytes[i - 1]);
-    }
-    return number;
-}
-
-/// Opening reads the whole list of entries into memory, so its size is looked at before. Whatever looks like an end record has
-/// to be modest, since the library chooses among them; the form for archives beyond 4 GB is not taken.
-bool hasModestList(std::string_view tail) {
-    bool hasRecord = false;
-    for (std::size_t at = tail.find(endRecordMark); at != std::string_view::npos;
-         at = tail.find(endRecordMark, at + 1)) {
-        if (at + endRecordBytes > tail.size()) {
-            break;
-        }
-        const bool isLarge =
-            at >= largeLocatorBytes && tail.substr(at - largeLocatorBytes).starts_with(largeRecordMark);
-        if (isLarge || littleEndian(tail.substr(at + offsetOfListBytes, 4)) > ZipLimits::listBytes) {
-            return false;
-        }
-        hasRecord = true;
-    }
-    return hasRecord;
-}
+/// What each entry takes of the archive's list, beside its name, its extra fields and its comment.
+constexpr std::size_t listedBytes = 46;
+constexpr unsigned madeOnUnix = 3;
+constexpr unsigned isEncrypted = 1;
 
 bool isPlainPath(std::string_view name) {
     if (name.empty() || name.starts_with('/') || name.ends_with('/') ||
@@ -74,47 +33,66 @@ bool isPlainPath(std::string_view name) {
 }  // namespace
 
 struct ZipArchive::Handle {
-    explicit Handle(zip_t* opened) : archive(opened) {}
-    ~Handle() { zip_discard(archive); }
+    explicit Handle(unzFile opened) : archive(opened) {}
+    ~Handle() { unzClose(archive); }
     Handle(const Handle&) = delete;
     Handle& operator=(const Handle&) = delete;
 
-    /// What stands in the list of entries; absent for an entry that is no plain file.
-    std::optional<zip_stat_t> file(std::size_t place) const {
-        zip_stat_t about;
-        constexpr zip_uint64_t needed =
-            ZIP_STAT_NAME | ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE | ZIP_STAT_ENCRYPTION_METHOD;
-        zip_uint8_t system = 0;
-        zip_uint32_t attributes = 0;
-        if (zip_stat_index(archive, place, ZIP_FL_ENC_RAW, &about) != 0 || (about.valid & needed) != needed ||
-            about.encryption_method != ZIP_EM_NONE ||
-            zip_file_get_external_attributes(archive, place, 0, &system, &attributes) != 0) {
+    /// What the archive's list says of the entry at which it stands; its name goes into `name`.
+    std::optional<unz_file_info64> current(std::string& name) const {
+        unz_file_info64 about;
+        if (unzGetCurrentFileInfo64(archive, &about, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK) {
             return std::nullopt;
         }
-        // An archive of a system that keeps no kinds of files says 0 there.
-        const std::uint32_t kind = (attributes >> 16) & S_IFMT;
-        if (system == ZIP_OPSYS_UNIX && kind != 0 && kind != S_IFREG) {
+        name.resize(about.size_filename);
+        if (unzGetCurrentFileInfo64(archive, nullptr, name.data(), name.size(), nullptr, 0, nullptr, 0) !=
+            UNZ_OK) {
             return std::nullopt;
         }
         return about;
     }
 
-    zip_t* archive;
+    unzFile archive;
 };
 
-ZipArchive::ZipArchive(std::unique_ptr<Handle> handle) : handle_(std::move(handle)) {
-    const auto count =
-        static_cast<std::size_t>(std::max<zip_int64_t>(zip_get_num_entries(handle_->archive, 0), 0));
-    for (std::size_t place = 0; place < count; ++place) {
-        const auto about = handle_->file(place);
-        if (about && isPlainPath(about->name)) {
-            entries_.push_back({about->name, static_cast<std::size_t>(about->size), place});
+namespace {
+
+bool isReadable(const unz_file_info64& about) {
+    // An archive of a system that keeps no kinds of files says 0 there.
+    const std::uint32_t kind = static_cast<std::uint32_t>(about.external_fa >> 16) & S_IFMT;
+    const bool isOther = about.version >> 8 == madeOnUnix && kind != 0 && kind != S_IFREG;
+    return !isOther && (about.flag & isEncrypted) == 0;
+}
+
+}  // namespace
+
+ZipArchive::ZipArchive(std::unique_ptr<Handle> handle) : handle_(std::move(handle)) {}
+
+/// Goes through the archive's list. False when it is not whole, or longer than the limits allow.
+bool ZipArchive::readList() {
+    std::size_t listed = 0;
+    std::string name;
+    int step = unzGoToFirstFile(handle_->archive);
+    for (; step == UNZ_OK; step = unzGoToNextFile(handle_->archive)) {
+        const auto about = handle_->current(name);
+        unz64_file_pos place;
+        if (!about || unzGetFilePos64(handle_->archive, &place) != UNZ_OK) {
+            return false;
+        }
+        listed += listedBytes + about->size_filename + about->size_file_extra + about->size_file_comment;
+        if (listed > ZipLimits::listBytes) {
+            return false;
+        }
+        if (isReadable(*about) && isPlainPath(name)) {
+            entries_.push_back({name, about->uncompressed_size, about->compressed_size,
+                                place.pos_in_zip_directory, place.num_of_file});
         }
     }
     // Of equal names the last one stays, which an unpacking tool would leave on the disk.
     std::ranges::stable_sort(entries_, {}, &Entry::name);
     const auto repeats = std::ranges::unique(entries_.rbegin(), entries_.rend(), {}, &Entry::name);
     entries_.erase(entries_.begin(), repeats.begin().base());
+    return step == UNZ_END_OF_LIST_OF_FILE;
 }
 
 ZipArchive::~ZipArchive() = default;
@@ -125,14 +103,15 @@ std::optional<ZipArchive> ZipArchive::open(const std::filesystem::path& path) {
     std::error_code error;
     // Only a regular file has a size; opening a FIFO would wait for its writer.
     const std::uintmax_t size = std::filesystem::file_size(path, error);
-    if (error || size == 0 || size > ZipLimits::archiveBytes || !hasModestList(tailOf(path, size))) {
+    if (error || size == 0 || size > ZipLimits::archiveBytes) {
         return std::nullopt;
     }
-    zip_t* const opened = zip_open(path.c_str(), ZIP_RDONLY, nullptr);
+    const unzFile opened = unzOpen64(path.c_str());
     if (opened == nullptr) {
         return std::nullopt;
     }
-    return ZipArchive(std::make_unique<Handle>(opened));
+    ZipArchive archive(std::make_unique<Handle>(opened));
+    return archive.readList() ? std::optional(std::move(archive)) : std::nullopt;
 }
 
 const ZipArchive::Entry* ZipArchive::entryNamed(const std::string& name) const {
@@ -144,39 +123,33 @@ std::optional<std::string> ZipArchive::read(const Entry& entry, std::size_t larg
     if (entry.size > largest) {
         return std::nullopt;
     }
-    // One byte more makes the library compare what it has read with the checksum, and shows an entry that goes on.
-    std::optional<std::string> bytes = readStart(entry, entry.size + 1);
+    std::optional<std::string> bytes = readStart(entry, entry.size);
     return bytes && bytes->size() == entry.size ? bytes : std::nullopt;
 }
 
 std::optional<std::string> ZipArchive::readStart(const Entry& entry, std::size_t count) const {
-    const std::optional<zip_stat_t> about = handle_->file(entry.place);
-    if (!about || (about->size > ZipLimits::freeBytes && about->size / ZipLimits::ratio > about->comp_size)) {
+    if (entry.size > ZipLimits::freeBytes && entry.size / ZipLimits::ratio > entry.packedSize) {
         return std::nullopt;
     }
-    const auto close = [](zip_file_t* file) { zip_fclose(file); };
-    const std::unique_ptr<zip_file_t, decltype(close)> file(zip_fopen_index(handle_->archive, entry.place, 0),
-                                                            close);
-    if (!file) {
+    const unz64_file_pos place{entry.place, entry.number};
+    if (unzGoToFilePos64(handle_->archive, &place) != UNZ_OK ||
+        unzOpenCurrentFile(handle_->archive) != UNZ_OK) {
         return std::nullopt;
     }
     std::string bytes;
     constexpr std::size_t pieceBytes = 64 << 10;
-    while (bytes.size() < count) {
+    int got = 1;
+    while (got > 0 && bytes.size() < count) {
         // The size that the archive names is not believed until the bytes are there.
         const std::size_t before = bytes.size();
         const std::size_t wanted = std::min(count - before, pieceBytes);
         bytes.resize(before + wanted);
-        const zip_int64_t got = zip_fread(file.get(), bytes.data() + before, wanted);
-        if (got < 0) {
-            return std::nullopt;
-        }
-        bytes.resize(before + static_cast<std::size_t>(got));
-        if (got == 0) {
-            break;
-        }
+        got = unzReadCurrentFile(handle_->archive, bytes.data() + before, static_cast<unsigned>(wanted));
+        bytes.resize(before + static_cast<std::size_t>(std::max(got, 0)));
     }
-    return bytes;
+    // Closing compares what was read whole with its checksum.
+    const bool isSound = unzCloseCurrentFile(handle_->archive) == UNZ_OK;
+    return got >= 0 && isSound ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 }  // namespace ScanKit

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -13,7 +14,7 @@ namespace ScanKit {
 /// filling the memory or the time.
 struct ZipLimits {
     static constexpr std::size_t archiveBytes = std::size_t{1} << 30;
-    /// Of the list of entries, which is held in memory; some 70,000 entries.
+    /// Of the list of entries, from which their names are kept in memory; some 70,000 entries.
     static constexpr std::size_t listBytes = std::size_t{8} << 20;
     /// An entry beyond `freeBytes` may be this many times as large as what is stored of it.
     static constexpr std::size_t ratio = 200;
@@ -24,9 +25,11 @@ struct ZipLimits {
 class ZipArchive {
 public:
     struct Entry {
-        std::string name;  ///< its path within the archive, as bytes
-        std::size_t size = 0;
-        std::size_t place = 0;  ///< in the archive's own list
+        std::string name;            ///< its path within the archive, as bytes
+        std::size_t size = 0;        ///< in bytes, as the archive says
+        std::size_t packedSize = 0;  ///< what is stored of it, in bytes
+        std::uint64_t place = 0;     ///< where the archive's list speaks of it: an offset,
+        std::uint64_t number = 0;    ///< and how many entries stand before it
     };
 
     /// Absent when the path leads to no regular file, when that is no whole archive, and beyond the limits.
@@ -51,6 +54,7 @@ public:
 private:
     struct Handle;
     explicit ZipArchive(std::unique_ptr<Handle> handle);
+    bool readList();
 
     std::unique_ptr<Handle> handle_;
     std::vector<Entry> entries_;

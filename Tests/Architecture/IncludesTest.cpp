@@ -26,7 +26,7 @@ const std::map<std::string, std::string> homes{
     {"toml", "ScanKit/Support/TOML."},
     {"oneapi/", "ScanKit/Support/"},
     {"tbb/", "ScanKit/Support/"},
-    {"zip.h", "ScanKit/Support/ZipArchive."},
+    {"minizip/", "ScanKit/Support/ZipArchive."},
     {"pango/", "ScanKit/Reports/PDF/PDFCanvas."},
     {"cairo", "ScanKit/Reports/PDF/PDFCanvas."},
     {"CLI/", "QuorvaneCLI/CommandOptions."},

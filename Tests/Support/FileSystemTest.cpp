@@ -1,4 +1,5 @@
 #include "ScanKit/Support/Containment.h"
+#include "ScanKit/Support/OpenFolder.h"
 #include "ScanKit/Support/Paths.h"
 #include "Tests/Builders/Printers.h"
 #include "Tests/Builders/TemporaryFolder.h"
@@ -50,6 +51,33 @@ TEST(ReadFile, ReadsOnlyRegularFilesUpToItsLimit) {
     EXPECT_EQ(readFile("/proc/self/status", 5), std::nullopt);
 }
 
+TEST(OpenFolder, ReadsWhatItListedAndNothingThatHasTakenItsPlace) {
+    const TemporaryFolder folder{{"a/stays", "0123456789"}, {"a/link", ""}, {"a/pipe", ""},
+                                 {"a/folder", ""},          {"a/gone", ""}, {"secret", "x"}};
+    folder.link("a/known-link", "../secret");
+    std::filesystem::create_directories(folder / "a/sub/below");
+    const OpenFolder opened(folder / "a");
+    for (const char* name : {"link", "pipe", "folder", "gone"}) {
+        std::filesystem::remove(folder / "a" / name);
+    }
+    folder.link("a/link", "../secret");
+    ASSERT_EQ(mkfifo((folder / "a/pipe").c_str(), 0600), 0);
+    std::filesystem::create_directory(folder / "a/folder");
+    folder.write("a/new", "x");
+
+    EXPECT_EQ(opened.readFile("stays", 10), "0123456789");
+    EXPECT_EQ(opened.readFile("stays", 9), std::nullopt);
+    EXPECT_EQ(opened.readFile("known-link", 10), "x") << "the listing has seen where it leads";
+    for (const char* name : {"link", "pipe", "folder", "gone", "new", "sub", "../secret"}) {
+        EXPECT_EQ(opened.readFile(name, 10), std::nullopt) << name;
+    }
+    EXPECT_TRUE(opened.leadsToFolder("sub/below"));
+    EXPECT_FALSE(opened.leadsToFolder("stays"));
+    const OpenFolder missing(folder / "b");
+    EXPECT_TRUE(missing.entries().empty());
+    EXPECT_FALSE(missing.leadsToFolder("."));
+}
+
 TEST(IsRegularFileInside, ResolvesLinksOfBothPaths) {
     const TemporaryFolder folder{
         {"package/LICENSE", "x"}, {"package/sub/LICENSE", "x"}, {"secret", "x"}, {"package2/LICENSE", "x"}};
@@ -72,6 +100,30 @@ TEST(IsRegularFileInside, ResolvesLinksOfBothPaths) {
                                 "package/sibling", "package/../secret", "package", "package2/LICENSE"}) {
         EXPECT_FALSE(isRegularFileInside(folder / outside, package)) << outside;
     }
+}
+
+TEST(Paths, KeepsWhatALockfileNamesBelowTheProject) {
+    struct Case {
+        const char *project, *named;
+        std::optional<std::filesystem::path> folder;
+    };
+    const Case cases[]{
+        {"/srv/app", "node_modules/a", "/srv/app/node_modules/a"},
+        {"/srv/app", "node_modules/./a//b/", "/srv/app/node_modules/a/b"},
+        {"/srv/app", "/etc", "/srv/app/etc"},
+        {"/srv/app/", "a", "/srv/app/a"},
+        {"/srv/./app", "a", "/srv/app/a"},
+        {"app", "a/..b", "app/a/..b"},
+        {".", "a", "a"},
+        {"/", "a", "/a"},
+        {"/srv/app", "", "/srv/app"},
+        {"/srv/app", "a/../../b", std::nullopt},
+        {"/srv/app", "..", std::nullopt},
+    };
+    for (const Case& one : cases) {
+        EXPECT_EQ(folderBelow(one.project, one.named), one.folder) << one.project << " " << one.named;
+    }
+    EXPECT_EQ(folderBelow("/srv/app", std::string("a\0b", 3)), std::nullopt);
 }
 
 TEST(Paths, ShowsPathsRelativeToTheRootOrTheHome) {

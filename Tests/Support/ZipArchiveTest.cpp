@@ -99,7 +99,16 @@ TEST(ZipArchive, RefusesBombsAndLies) {
     huge.replace(huge.find(endRecord) + listBytesInEndRecord, 4, "\xFF\xFF\xFF\x7F");
     EXPECT_FALSE(ZipArchive::open(folder.write("huge.zip", huge)));
 
-    for (std::size_t length = 0; length < plain.size(); ++length) {
+    std::vector<ZipMember> longNames;
+    for (int i = 0; i < 140; ++i) {
+        longNames.push_back({std::to_string(i) + std::string(60'000, 'x'), ""});
+    }
+    writeZip(folder / "long.zip", longNames);
+    EXPECT_FALSE(ZipArchive::open(folder / "long.zip")) << "8.4 million bytes of names";
+
+    // The last bytes, the length of a comment, say nothing that is needed.
+    constexpr std::size_t needless = 4;
+    for (std::size_t length = 0; length + needless < plain.size(); ++length) {
         EXPECT_EQ(readA(folder.write("cut.zip", plain.substr(0, length))), std::nullopt) << length;
     }
 }

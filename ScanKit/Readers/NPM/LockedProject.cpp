@@ -7,11 +7,14 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 
 namespace ScanKit::NPMParser {
 namespace {
+
+constexpr std::string_view modulesName = "node_modules";
 
 std::vector<PackedFile> packedFiles(std::vector<PackedPackage::File> files) {
     std::vector<PackedFile> packed;
@@ -46,10 +49,9 @@ std::string nameAndVersion(const LockedEntry& entry) {
 }
 
 /// Whether there are packages in the node_modules of a package folder. Hidden entries are the links to programs.
-bool holdsPackages(const std::filesystem::path& folder, const std::vector<FolderEntry>& entries) {
-    const FolderEntry* const modules = entryNamed(entries, "node_modules");
-    return modules != nullptr && modules->kind == EntryKind::folder &&
-           std::ranges::any_of(listPackageFolder(folder / "node_modules"), [](const FolderEntry& entry) {
+bool holdsPackages(const OpenFolder& folder) {
+    return folder.holdsFolder(modulesName) &&
+           std::ranges::any_of(listPackageFolder(folder.path() / modulesName), [](const FolderEntry& entry) {
                return entry.kind == EntryKind::folder && !entry.name.starts_with('.');
            });
 }
@@ -95,9 +97,9 @@ LockedProject lockedProject(const Lockfile& lockfile, const LockedPlaces& places
         if (isListed(i)) {
             packages[i] = dependencyOf(lockfile.entries[i], roles[i]);
             if (places.folders[i]) {
-                const std::vector<FolderEntry> entries = listPackageFolder(*places.folders[i]);
-                enrich(*packages[i], *places.folders[i], entries);
-                holdsModules[i] = holdsPackages(*places.folders[i], entries) ? 1 : 0;
+                const OpenFolder folder(*places.folders[i]);
+                enrich(*packages[i], folder);
+                holdsModules[i] = holdsPackages(folder) ? 1 : 0;
             } else if (isPlaced(i)) {
                 enrichFromArchive(*packages[i], *places.archives[i]);
             }
@@ -137,7 +139,7 @@ LockedProject lockedProject(const Lockfile& lockfile, const LockedPlaces& places
     // What a package brings along in a node_modules of its own stands in no lockfile of these.
     for (std::size_t i = 0; i < holdsModules.size(); ++i) {
         if (holdsModules[i] != 0) {
-            addBundled(*places.folders[i] / "node_modules", roles[i].isDev, known, project, control);
+            addBundled(*places.folders[i] / modulesName, roles[i].isDev, known, project, control);
         }
     }
     return project;

@@ -35,19 +35,18 @@ Outcome outcomeOf(const LockedPackage& package, const std::filesystem::path& pro
     if (package.isLink) {
         return {.state = &EntryStates::own};
     }
-    std::vector<FolderEntry> entries;
-    const auto folder = hasModules ? folderBelow(projectFolder, package.installPath) : std::nullopt;
-    if (folder) {
-        entries = listPackageFolder(*folder);
+    std::optional<OpenFolder> folder;
+    if (const auto path = hasModules ? folderBelow(projectFolder, package.installPath) : std::nullopt) {
+        folder.emplace(*path);
     }
-    const bool isInstalled = holdsManifest(entries);
+    const bool isInstalled = folder && holdsManifest(*folder);
     // Without a node_modules folder nothing is installed, which says nothing about an optional package.
     if (hasModules && !isInstalled && package.isOptional) {
         return {.state = &EntryStates::notInstalled};
     }
     RawDependency dependency = dependencyOf(package);
     if (isInstalled) {
-        enrich(dependency, *folder, entries);
+        enrich(dependency, *folder);
     }
     // Asked after the package.json had its word: a lockfile may give a number to a package beside the project.
     if (dependency.version.starts_with("file:") || dependency.version.starts_with("link:")) {
@@ -79,10 +78,13 @@ public:
 private:
     std::vector<std::size_t> found(const std::vector<std::string>& names, std::string_view from) const {
         std::vector<std::size_t> places;
+        places.reserve(names.size());
+        std::string path;  // one for all, since a lockfile asks a hundred thousand times
         for (const std::string& name : names) {
             for (std::string_view folder = from;; folder = above(folder)) {
-                const std::string path =
-                    (folder.empty() ? "" : std::string(folder) + "/") + "node_modules/" + name;
+                path = folder;
+                path += folder.empty() ? "node_modules/" : "/node_modules/";
+                path += name;
                 if (const auto place = places_.find(path); place != places_.end()) {
                     places.push_back(place->second);
                     break;
@@ -101,7 +103,7 @@ private:
         return at == std::string_view::npos ? std::string_view() : folder.substr(0, at);
     }
 
-    std::unordered_map<std::string, std::size_t> places_;
+    std::unordered_map<std::string_view, std::size_t> places_;  ///< by the lockfile's own texts
     Lockfile graph_;
 };
 

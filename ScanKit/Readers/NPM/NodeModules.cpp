@@ -2,7 +2,7 @@
 
 #include "ScanKit/Readers/NPM/ModuleFolders.h"
 #include "ScanKit/Readers/NPM/PackageJSON.h"
-#include "ScanKit/Support/FileSystem.h"
+#include "ScanKit/Support/OpenFolder.h"
 #include "ScanKit/Support/Paths.h"
 
 #include <algorithm>
@@ -32,14 +32,13 @@ std::vector<Package> packagesIn(const Place& nodeModules) {
 }
 
 void readPackage(Package& package, bool hasRoomBelow) {
-    const std::filesystem::path& folder = package.place.folder;
-    const std::vector<FolderEntry> entries = listPackageFolder(folder);
-    if (!holdsManifest(entries)) {
+    const OpenFolder folder(package.place.folder);
+    if (!holdsManifest(folder)) {
         return;
     }
-    package.dependency = {.ecosystem = Ecosystem::npm, .name = displayName(folder)};
-    enrich(*package.dependency, folder, entries);
-    const FolderEntry* modules = entryNamed(entries, modulesName);
+    package.dependency = {.ecosystem = Ecosystem::npm, .name = displayName(folder.path())};
+    enrich(*package.dependency, folder);
+    const FolderEntry* modules = folder.entry(modulesName);
     if (hasRoomBelow && modules != nullptr && modules->kind == EntryKind::folder) {
         package.nested = packagesIn(placeOf(package.place, *modules));
     }

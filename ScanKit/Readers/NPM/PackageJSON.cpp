@@ -48,25 +48,20 @@ void putFirst(std::vector<std::filesystem::path>& files, const std::filesystem::
 }  // namespace
 
 void enrich(RawDependency& dependency, const std::filesystem::path& folder) {
-    const std::filesystem::path standard = standardized(folder);
-    enrich(dependency, standard, listPackageFolder(standard));
+    enrich(dependency, OpenFolder(standardized(folder)));
 }
 
-void enrich(RawDependency& dependency, const std::filesystem::path& folder,
-            const std::vector<FolderEntry>& entries) {
-    if (holdsManifest(entries)) {
-        if (const auto bytes =
-                readFile(folder / manifestName, largestPackageDescription, PathKind::regularFile)) {
-            applyManifest(dependency, *bytes);
-        }
+void enrich(RawDependency& dependency, const OpenFolder& folder) {
+    if (const auto bytes = folder.readFile(manifestName, largestPackageDescription)) {
+        applyManifest(dependency, *bytes);
     }
-    LicenseFiles files = findLicenseFiles(folder, entries);
-    dependency.folder = folder;
+    LicenseFiles files = findLicenseFiles(folder.path(), folder.entries());
+    dependency.folder = folder.path();
     dependency.licenseFiles = std::move(files.licenses);
     dependency.noticeFiles = std::move(files.notices);
     if (const auto reference =
             dependency.declared ? licenseFileReference(*dependency.declared) : std::nullopt) {
-        if (const auto named = fileNamedByMetadata(folder, *reference)) {
+        if (const auto named = fileNamedByMetadata(folder.path(), *reference)) {
             putFirst(dependency.licenseFiles, *named);
         }
     }
@@ -79,9 +74,8 @@ void applyManifest(RawDependency& dependency, std::string_view bytes) {
     }
 }
 
-bool holdsManifest(const std::vector<FolderEntry>& entries) {
-    const FolderEntry* manifest = entryNamed(entries, manifestName);
-    return manifest != nullptr && manifest->kind == EntryKind::file;
+bool holdsManifest(const OpenFolder& folder) {
+    return folder.holdsFile(manifestName);
 }
 
 std::optional<std::string> declaredLicense(const JSONValue& package) {
@@ -134,10 +128,12 @@ std::string webLink(std::string_view repository) {
     // Each step works on what the one before left, so "git+github:owner/name" takes the first two.
     replacePrefix("git+", "");
     replacePrefix("github:", codeHost);
-    std::vector<std::string_view> pieces = Text::split(link, "/");
-    std::erase(pieces, "");
-    if (link.find(':') == std::string::npos && pieces.size() == 2) {
-        link.insert(0, codeHost);
+    if (link.find(':') == std::string::npos) {
+        std::vector<std::string_view> pieces = Text::split(link, "/");
+        std::erase(pieces, "");
+        if (pieces.size() == 2) {
+            link.insert(0, codeHost);
+        }
     }
     replacePrefix("git://", "https://");
     replacePrefix("ssh://git@", "https://");

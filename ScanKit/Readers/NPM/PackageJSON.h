@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ScanKit/Model/RawDependency.h"
-#include "ScanKit/Support/FileSystem.h"
 #include "ScanKit/Support/JSON.h"
+#include "ScanKit/Support/OpenFolder.h"
 
 #include <filesystem>
 #include <optional>
@@ -16,15 +16,14 @@ namespace ScanKit::NPMParser {
 /// Completes a dependency from its installed folder: what the package.json states, the folder, and the license
 /// and notice files. A package.json that cannot be read changes nothing of the rest.
 void enrich(RawDependency& dependency, const std::filesystem::path& folder);
-/// The same over a listing of the folder that the caller already has.
-void enrich(RawDependency& dependency, const std::filesystem::path& folder,
-            const std::vector<FolderEntry>& entries);
+/// The same for a folder that the caller has opened, by a standardized path.
+void enrich(RawDependency& dependency, const OpenFolder& folder);
 
 /// What a package.json states, from its bytes; one that cannot be read changes nothing.
 void applyManifest(RawDependency& dependency, std::string_view bytes);
 
-/// True when the listing holds a package.json: only such a folder is a package.
-bool holdsManifest(const std::vector<FolderEntry>& entries);
+/// True when the folder holds a package.json: only such a folder is a package.
+bool holdsManifest(const OpenFolder& folder);
 
 /// The license that a package.json or a lockfile entry states; several of the old form as "(A OR B)". Blank text
 /// counts as absent.

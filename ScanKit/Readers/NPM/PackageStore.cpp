@@ -3,6 +3,7 @@
 #include "ScanKit/Readers/ReadLimits.h"
 #include "ScanKit/Support/FileSystem.h"
 #include "ScanKit/Support/JSON.h"
+#include "ScanKit/Support/OpenFolder.h"
 #include "ScanKit/Support/Paths.h"
 
 #include <utility>
@@ -68,7 +69,8 @@ PackageIdentity packageIdentity(const std::filesystem::path& folder) {
 
 PackageStore::PackageStore(const std::filesystem::path& store, const ReadControl& control)
     : store_(standardized(store)) {
-    for (FolderEntry& entry : listPackageFolder(store_)) {
+    const OpenFolder opened(store_);
+    for (const FolderEntry& entry : opened.entries()) {
         // A folder node_modules holds links to all that is in the store.
         if (entry.kind != EntryKind::folder || entry.name == modulesName || isLocal(entry.name)) {
             continue;
@@ -81,14 +83,14 @@ PackageStore::PackageStore(const std::filesystem::path& store, const ReadControl
                 places_[identity.name + "@" + identity.version.substr(0, plus)].push_back(folders_.size());
             }
         }
-        folders_.push_back({.name = std::move(entry.name),
+        folders_.push_back({.name = entry.name,
                             .package = std::move(identity.name),
                             .version = std::move(identity.version)});
     }
     const auto look = [&](std::size_t i) {
         Folder& folder = folders_[i];
         folder.isThere =
-            !folder.package.empty() && isFolder(store_ / folder.name / modulesName / folder.package);
+            !folder.package.empty() && opened.leadsToFolder(folder.name + "/node_modules/" + folder.package);
     };
     forEachIndex(folders_.size(), look, control.stop, control.threadLimit);
 }

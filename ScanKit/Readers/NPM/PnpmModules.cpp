@@ -140,8 +140,13 @@ Folders storedFolders(const Lockfile& lockfile, const std::filesystem::path& pro
             folders[i] = packages.find(entry.name, entry.version);
         }
     }
-    Wanted wanted(lockfile, folders);
     const std::vector<std::filesystem::path> others = packages.unused(control);
+    const bool isAllFound =
+        std::ranges::all_of(folders, [](const auto& folder) { return folder.has_value(); });
+    if (others.empty() && isAllFound && !folders.empty()) {
+        return folders;
+    }
+    Wanted wanted(lockfile, folders);
     std::vector<PackageIdentity> identities(others.size());
     const auto identify = [&](std::size_t i) { identities[i] = packageIdentity(others[i]); };
     forEachIndex(others.size(), identify, control.stop, control.threadLimit);
@@ -179,15 +184,14 @@ void walkPnpmStore(const std::filesystem::path& nodeModules, Seen& seen, std::ve
     std::vector<std::optional<RawDependency>> packages(folders.size());
     std::vector<char> hasNested(folders.size());
     forEachPackage(folders.size(), control, [&](std::size_t i) {
-        const std::vector<FolderEntry> entries = listPackageFolder(folders[i]);
+        const OpenFolder folder(folders[i]);
         const std::string name = displayName(folders[i]);
-        if (!holdsManifest(entries)) {
+        if (!holdsManifest(folder)) {
             return name;
         }
         packages[i] = {.ecosystem = Ecosystem::npm, .name = name};
-        enrich(*packages[i], folders[i], entries);
-        const FolderEntry* const modules = entryNamed(entries, modulesName);
-        hasNested[i] = modules != nullptr && modules->kind == EntryKind::folder;
+        enrich(*packages[i], folder);
+        hasNested[i] = folder.holdsFolder(modulesName) ? 1 : 0;
         return packages[i]->name;
     });
     for (std::size_t i = 0; i < folders.size(); ++i) {
