@@ -109,12 +109,16 @@ constexpr auto names = std::to_array<NameRow>({
     {"Python-2.0", "psf"},
 });
 
-/// For each word how its sentence ends behind it: at a full stop before a blank, a semicolon, or an empty line; with ':' where
-/// a list follows. 0 where it goes on.
-std::vector<char> sentenceEnds(const LicenseText& text) {
+/// For each word from `from` to `to` how its sentence ends behind it: at a full stop before a blank, a semicolon, or an empty
+/// line; with ':' where a list follows. 0 where it goes on.
+std::vector<char> sentenceEnds(const LicenseText& text, std::size_t from, std::size_t to) {
     std::vector<char> ends(text.words.size());
     std::size_t word = 0;
-    for (std::size_t line = 0; line < text.lines.size(); ++line) {
+    for (std::size_t line = 0; line < text.lines.size() && word < to; ++line) {
+        if (text.lines[line].wordsEnd <= from) {
+            word = text.lines[line].wordsEnd;
+            continue;
+        }
         const std::string_view bytes = text.lines[line].bytes;
         const std::vector<std::string_view> words = Text::words(bytes);
         const bool fits = word + words.size() == text.lines[line].wordsEnd;
@@ -160,14 +164,12 @@ std::vector<std::vector<std::string>> offeredChoices(const LicenseText& text) {
     static const PhraseSet exceptions{exceptingPhrases};
     std::vector<std::vector<std::string>> choices;
     const std::span<const std::uint64_t> words(text.words);
-    std::vector<char> endsSentence;
     for (const PhraseSet::Occurrence& one : phrases.occurrences(words)) {
         if (choices.size() == mostChoices) {
             break;
         }
-        if (endsSentence.empty()) {
-            endsSentence = sentenceEnds(text);
-        }
+        const std::vector<char> endsSentence =
+            sentenceEnds(text, one.begin - std::min(one.begin, longestHalf), one.end + longestHalf);
         std::size_t begin = one.begin;
         while (begin > 0 && one.begin - begin < longestHalf && endsSentence[begin - 1] == 0) {
             --begin;

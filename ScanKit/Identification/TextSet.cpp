@@ -6,6 +6,7 @@
 #include "ScanKit/Licenses/LicenseTexts.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 
 namespace ScanKit {
@@ -104,11 +105,10 @@ std::size_t TextSet::slotOf(std::uint64_t hash) const {
 
 std::vector<LicenseMatcher::Candidate> TextSet::candidates(
     std::span<const std::uint64_t> licenseWords) const {
-    return scored(Lookup(*this, licenseWords).slots_, &Entry::byLicenseWords, licenseSizes_);
+    return scored(Lookup(*this, licenseWords).found_, &Found::byLicenseWords, licenseSizes_);
 }
 
-std::vector<LicenseMatcher::Candidate> TextSet::scored(std::span<const std::uint32_t> slots,
-                                                       Members Entry::*holders,
+std::vector<LicenseMatcher::Candidate> TextSet::scored(std::span<const Found> found, Members Found::*holders,
                                                        const std::vector<Size>& sizes) const {
     // For each text the positions, ascending, at which its shingles occur first. The lists belong to the thread and are
     // kept, since most texts are shorter than what making the lists anew would cost.
@@ -118,14 +118,13 @@ std::vector<LicenseMatcher::Candidate> TextSet::scored(std::span<const std::uint
     for (std::vector<std::uint32_t>& ofOneText : positions) {
         ofOneText.clear();
     }
-    for (std::size_t at = 0; at < slots.size(); ++at) {
-        const std::uint32_t slot = slots[at];
-        Members rest = slots_[slot].*holders;
+    for (std::size_t at = 0; at < found.size(); ++at) {
+        Members rest = found[at].*holders;
         // A shingle counts once, where it stands first: repeating a phrase makes no better license.
-        if (rest == 0 || seen[slot]) {
+        if (rest == 0 || seen[found[at].slot]) {
             continue;
         }
-        seen[slot] = true;
+        seen[found[at].slot] = true;
         for (; rest != 0; rest &= rest - 1) {
             positions[static_cast<std::size_t>(std::countr_zero(rest))].push_back(
                 static_cast<std::uint32_t>(at));
@@ -134,14 +133,14 @@ std::vector<LicenseMatcher::Candidate> TextSet::scored(std::span<const std::uint
     std::vector<LicenseMatcher::Candidate> candidates;
     candidates.reserve(ids_.size());
     for (std::size_t i = 0; i < ids_.size(); ++i) {
-        const std::vector<std::uint32_t>& found = positions[i];
+        const std::vector<std::uint32_t>& met = positions[i];
         LicenseMatcher::Candidate candidate{.id = std::string(ids_[i]), .wordCount = sizes[i].words};
-        candidate.score = static_cast<double>(found.size()) /
+        candidate.score = static_cast<double>(met.size()) /
                           static_cast<double>(std::max<std::size_t>(sizes[i].shingles, 1));
         // A stray match far from the license's body must not stretch its region: tenth to ninetieth percentile.
-        if (!found.empty()) {
-            candidate.start = found[found.size() / 10];
-            candidate.end = found[found.size() * 9 / 10];
+        if (!met.empty()) {
+            candidate.start = met[met.size() / 10];
+            candidate.end = met[met.size() * 9 / 10];
         }
         candidates.push_back(std::move(candidate));
     }
@@ -149,19 +148,34 @@ std::vector<LicenseMatcher::Candidate> TextSet::scored(std::span<const std::uint
 }
 
 TextSet::Lookup::Lookup(const TextSet& set, std::span<const std::uint64_t> words)
-    : set_(&set), slots_(shingleCountOf(words)) {
-    for (std::size_t at = 0; at < slots_.size(); ++at) {
-        slots_[at] = static_cast<std::uint32_t>(set.slotOf(shingleAt(words, at)));
+    : set_(&set), found_(shingleCountOf(words)) {
+    // The table does not fit the processor's nearest cache: each place is asked for some words ahead.
+    constexpr std::size_t ahead = 8;
+    std::array<std::uint64_t, ahead> hashes{};
+    const auto ask = [&](std::size_t at) {
+        hashes[at % ahead] = shingleAt(words, at);
+        __builtin_prefetch(&set.slots_[hashes[at % ahead] & (set.slots_.size() - 1)]);
+    };
+    for (std::size_t at = 0; at < std::min(ahead, found_.size()); ++at) {
+        ask(at);
+    }
+    for (std::size_t at = 0; at < found_.size(); ++at) {
+        const std::size_t slot = set.slotOf(hashes[at % ahead]);
+        const Entry& entry = set.slots_[slot];
+        found_[at] = {static_cast<std::uint32_t>(slot), entry.byLicenseWords, entry.byAllWords};
+        if (at + ahead < found_.size()) {
+            ask(at + ahead);
+        }
     }
 }
 
 std::vector<LicenseMatcher::Candidate> TextSet::Lookup::candidates() const {
-    return set_->scored(slots_, &Entry::byAllWords, set_->fullSizes_);
+    return set_->scored(found_, &Found::byAllWords, set_->fullSizes_);
 }
 
 void TextSet::Lookup::mark(Members members, WordMarks& marks) const {
-    for (std::size_t at = 0; at < slots_.size(); ++at) {
-        if ((set_->slots_[slots_[at]].byAllWords & members) != 0) {
+    for (std::size_t at = 0; at < found_.size(); ++at) {
+        if ((found_[at].byAllWords & members) != 0) {
             std::fill_n(marks.data() + at, shingleLength, 1);
         }
     }

@@ -33,6 +33,13 @@ public:
     /// Scores the license words of a text against those of each text of the set, in the order of the sources.
     std::vector<LicenseMatcher::Candidate> candidates(std::span<const std::uint64_t> licenseWords) const;
 
+    /// What the set holds of one shingle.
+    struct Found {
+        std::uint32_t slot = 0;
+        Members byLicenseWords = 0;
+        Members byAllWords = 0;
+    };
+
     /// The words of a text, looked up once for what follows.
     class Lookup {
     public:
@@ -47,7 +54,7 @@ public:
     private:
         friend class TextSet;
         const TextSet* set_;
-        std::vector<std::uint32_t> slots_;  ///< of the three words that begin at each word
+        std::vector<Found> found_;  ///< of the three words that begin at each word
     };
 
 private:
@@ -67,8 +74,7 @@ private:
 
     std::size_t slotOf(std::uint64_t hash) const;
     Size add(std::span<const std::uint64_t> words, Members bit, Members Entry::*holders);
-    std::vector<LicenseMatcher::Candidate> scored(std::span<const std::uint32_t> slots,
-                                                  Members Entry::*holders,
+    std::vector<LicenseMatcher::Candidate> scored(std::span<const Found> found, Members Found::*holders,
                                                   const std::vector<Size>& sizes) const;
 
     std::vector<std::string_view> ids_;

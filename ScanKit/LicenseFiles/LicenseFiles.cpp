@@ -34,12 +34,12 @@ bool namesNotice(std::string_view base) {
 }
 
 Role roleOf(std::string_view fileName) {
-    const std::filesystem::path name = Text::lowercased(fileName);
-    const std::string base = name.stem();
-    std::string extension = name.extension();
-    if (!extension.empty()) {
-        extension.erase(0, 1);
-    }
+    const std::string name = Text::lowercased(fileName);
+    // A dot at the start hides a file, and begins no extension.
+    const std::size_t dot = name.rfind('.');
+    const bool hasExtension = dot != std::string::npos && dot > 0;
+    const std::string_view base = std::string_view(name).substr(0, hasExtension ? dot : name.size());
+    const std::string_view extension = std::string_view(name).substr(hasExtension ? dot + 1 : name.size());
     if (isIgnored(extension)) {
         return Role::none;
     }

@@ -16,8 +16,14 @@ void makeField(std::string& text) {
     text = Text::oneLine(std::move(text));
 }
 
-std::string withLineFeeds(std::string_view text) {
-    return Text::replacingAll(Text::replacingAll(text, "\r\n", "\n"), "\r", "\n");
+/// A declared license may have several lines.
+void makeText(std::string& text) {
+    if (text.find('@') != std::string::npos) {
+        text = withoutCredentials(text);
+    }
+    if (text.find('\r') != std::string::npos) {
+        text = Text::replacingAll(Text::replacingAll(text, "\r\n", "\n"), "\r", "\n");
+    }
 }
 
 }  // namespace
@@ -36,7 +42,7 @@ void makeReportable(RawDependency& package) {
         makeField(*package.source);
     }
     if (package.declared) {
-        package.declared = withLineFeeds(withoutCredentials(*package.declared));
+        makeText(*package.declared);
     }
 }
 

@@ -44,11 +44,12 @@ std::optional<OtherLock> readPnpm(const std::string& text, const Path& folder, c
     // Each takes about as long as the other.
     std::optional<Lockfile> lockfile;
     std::optional<NPMParser::PackageStore> store;
+    const ReadControl control{.stop = reading.control.stop, .threadLimit = reading.control.threadLimit};
     const auto readOne = [&](std::size_t which) {
         if (which == 0) {
-            lockfile = NPMParser::pnpmLock(text);
+            lockfile = NPMParser::pnpmLock(text, control);
         } else {
-            store = NPMParser::pnpmStore(folder, {.stop = reading.control.stop, .threadLimit = 1});
+            store = NPMParser::pnpmStore(folder, control);
         }
     };
     forEachIndex(2, readOne, reading.control.stop, reading.control.threadLimit);

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace ScanKit {
@@ -17,27 +18,30 @@ public:
     enum class Kind { null, boolean, text, list, table };
 
     DataValue() = default;
-    explicit DataValue(bool value) : kind_(Kind::boolean), boolean_(value) {}
+    explicit DataValue(bool value) : value_(value) {}
     /// Numbers, dates and words alike, as they are written.
-    explicit DataValue(std::string text) : kind_(Kind::text), text_(std::move(text)) {}
-    explicit DataValue(std::vector<DataValue> elements) : kind_(Kind::list), elements_(std::move(elements)) {}
+    explicit DataValue(std::string text) : value_(std::move(text)) {}
+    explicit DataValue(std::vector<DataValue> elements) : value_(std::move(elements)) {}
     /// Of several members of one name the last counts.
-    explicit DataValue(std::vector<Member> members) : kind_(Kind::table), members_(std::move(members)) {}
+    explicit DataValue(std::vector<Member> members) : value_(std::move(members)) {}
 
-    Kind kind() const { return kind_; }
-    bool isTable() const { return kind_ == Kind::table; }
-    bool isList() const { return kind_ == Kind::list; }
+    Kind kind() const { return static_cast<Kind>(value_.index()); }
+    bool isTable() const { return kind() == Kind::table; }
+    bool isList() const { return kind() == Kind::list; }
 
     /// Absent when this is no text.
     std::optional<std::string_view> text() const {
-        return kind_ == Kind::text ? std::optional<std::string_view>(text_) : std::nullopt;
+        const auto* const text = std::get_if<std::string>(&value_);
+        return text != nullptr ? std::optional<std::string_view>(*text) : std::nullopt;
     }
     std::optional<bool> boolean() const {
-        return kind_ == Kind::boolean ? std::optional(boolean_) : std::nullopt;
+        const auto* const boolean = std::get_if<bool>(&value_);
+        return boolean != nullptr ? std::optional(*boolean) : std::nullopt;
     }
     /// The member of this name; null when there is none, or when this is no table.
     const DataValue* member(std::string_view name) const {
-        for (auto member = members_.rbegin(); member != members_.rend(); ++member) {
+        const std::vector<Member>& all = members();
+        for (auto member = all.rbegin(); member != all.rend(); ++member) {
             if (member->first == name) {
                 return &member->second;
             }
@@ -55,18 +59,28 @@ public:
         return found != nullptr && found->boolean() == true;
     }
     /// In the order of the document; empty when this is no table.
-    const std::vector<Member>& members() const { return members_; }
+    const std::vector<Member>& members() const {
+        static const std::vector<Member> none;
+        const auto* const members = std::get_if<std::vector<Member>>(&value_);
+        return members != nullptr ? *members : none;
+    }
+    /// The same, to be kept; nothing is left here.
+    std::vector<Member> takenMembers() && {
+        auto* const members = std::get_if<std::vector<Member>>(&value_);
+        return members != nullptr ? std::move(*members) : std::vector<Member>();
+    }
     /// Empty when this is no list.
-    const std::vector<DataValue>& elements() const { return elements_; }
+    const std::vector<DataValue>& elements() const {
+        static const std::vector<DataValue> none;
+        const auto* const elements = std::get_if<std::vector<DataValue>>(&value_);
+        return elements != nullptr ? *elements : none;
+    }
 
     bool operator==(const DataValue&) const = default;
 
 private:
-    Kind kind_ = Kind::null;
-    bool boolean_ = false;
-    std::string text_;
-    std::vector<DataValue> elements_;
-    std::vector<Member> members_;
+    /// In the order of the kinds.
+    std::variant<std::monostate, bool, std::string, std::vector<DataValue>, std::vector<Member>> value_;
 };
 
 }  // namespace ScanKit

@@ -155,6 +155,9 @@ std::string uppercased(std::string_view text) {
 }
 
 bool isWhitespace(char32_t scalar) {
+    if (scalar < 0x80) {
+        return scalar == U' ' || (scalar >= U'\t' && scalar <= U'\r');
+    }
     return u_isUWhiteSpace(static_cast<UChar32>(scalar)) != 0;
 }
 
@@ -261,6 +264,10 @@ std::optional<std::string> fromUTF16(std::string_view bytes) {
 }
 
 std::size_t columnWidth(char32_t scalar) {
+    // Most of what is measured is ASCII, and needs no look into Unicode's tables.
+    if (scalar < 0x7F) {
+        return scalar < 0x20 ? 0 : 1;
+    }
     const auto codePoint = static_cast<UChar32>(scalar);
     // East Asian Width says nothing about what takes no room at all.
     switch (u_charType(codePoint)) {

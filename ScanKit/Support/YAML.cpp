@@ -47,15 +47,34 @@ struct Open {
     std::optional<std::string> key;  ///< of a table: read, its value not yet
 };
 
+bool holdsEqualKeys(const std::vector<DataValue::Member>& members) {
+    // Nearly all tables have a few members, and comparing them is less than keeping a set.
+    constexpr std::size_t few = 12;
+    if (members.size() > few) {
+        std::unordered_set<std::string_view> keys;
+        keys.reserve(members.size());
+        return !std::ranges::all_of(members,
+                                    [&](const auto& member) { return keys.insert(member.first).second; });
+    }
+    for (std::size_t i = 1; i < members.size(); ++i) {
+        for (std::size_t j = 0; j < i; ++j) {
+            if (members[i].first == members[j].first) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 /// Of equal keys the last counts; its place is that of the last, too.
 void keepLastOfEqualKeys(std::vector<DataValue::Member>& members) {
+    if (!holdsEqualKeys(members)) {
+        return;
+    }
     std::unordered_set<std::string_view> seen;
     std::vector<bool> isOlder(members.size());
     for (std::size_t i = members.size(); i-- > 0;) {
         isOlder[i] = !seen.insert(members[i].first).second;
-    }
-    if (seen.size() == members.size()) {
-        return;
     }
     std::vector<DataValue::Member> kept;
     kept.reserve(seen.size());

@@ -219,7 +219,8 @@ std::optional<std::filesystem::path> folderOf(const LockedEntry& entry,
         if (member != members.end()) {
             below = member->second;
         } else {
-            below += (below.empty() ? "" : "/") + std::string(modulesName) + "/" + std::string(names[i]);
+            below += below.empty() ? "" : "/";
+            below.append(modulesName).append("/").append(names[i]);
         }
     }
     const auto folder = names.empty() ? std::nullopt : folderBelow(projectFolder, below);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -263,17 +264,23 @@ private:
 
     /// A reference is the rest of the key behind the name, or a whole key: of an alias, or of what is in no registry.
     std::optional<std::size_t> resolve(const std::string& name, std::string_view reference) {
-        const std::string rest(reference);
-        for (const std::string& key :
-             {name + "@" + rest, "/" + name + "@" + rest, "/" + name + "/" + rest, rest}) {
-            if (const auto place = places_.find(key); place != places_.end()) {
+        struct KeyForm {
+            std::string_view before, between;
+            bool hasName;
+        };
+        static constexpr std::array<KeyForm, 4> keyForms{
+            {{"", "@", true}, {"/", "@", true}, {"/", "/", true}, {"", "", false}}};
+        for (const auto& [before, between, hasName] : keyForms) {
+            key_ = before;
+            key_.append(hasName ? name : "").append(between).append(reference);
+            if (const auto place = places_.find(key_); place != places_.end()) {
                 return place->second;
             }
         }
         if (isLocal(reference)) {
             return std::nullopt;  // the project's own folder, which needs no entry
         }
-        LockedEntry missing{.key = name + "@" + rest, .name = name, .isUnreadable = true};
+        LockedEntry missing{.key = name + "@" + std::string(reference), .name = name, .isUnreadable = true};
         if (const std::string_view version = withoutPeers(reference); isNumber(version)) {
             missing.version = version;
         }
@@ -283,23 +290,48 @@ private:
     Lockfile lockfile_;
     std::unordered_map<std::string, std::size_t> places_;
     std::vector<const DataValue*> sources_;  ///< of each entry: what says its needs
+    std::string key_;                        ///< the one looked for, kept for its room
     bool asks_ = false;                      ///< the file says what the project itself asks for
     const std::vector<DataValue::Member> noMembers_ = {};
 };
 
-}  // namespace
-
-std::optional<Lockfile> pnpmLock(std::string_view text) {
-    std::optional<std::vector<DataValue>> documents = readYAMLDocuments(text);
-    if (!documents || documents->empty()) {
+/// The top of the document that is the project's. Absent when there is no such one.
+std::optional<DataValue> topOf(std::string_view text, const ReadControl& control) {
+    // The packages and their snapshots take one half of the file each, and reading it is most of the work. A document of
+    // pnpm's own stands before that of the project.
+    constexpr std::string_view secondHalf = "\nsnapshots:\n";
+    const std::size_t at = std::min(text.rfind(secondHalf), text.size());
+    const std::array<std::string_view, 2> halves{text.substr(0, at), text.substr(at)};
+    std::array<std::optional<std::vector<DataValue>>, 2> documents;
+    const auto readHalf = [&](std::size_t i) { documents[i] = readYAMLDocuments(halves[i]); };
+    forEachIndex(halves.size(), readHalf, control.stop, control.threadLimit);
+    if (!documents[0] || !documents[1] || documents[0]->empty() || documents[1]->size() > 1) {
         return std::nullopt;
     }
-    if (isOfPnpmItself(documents->front())) {
-        documents->erase(documents->begin());
+    if (isOfPnpmItself(documents[0]->front())) {
+        documents[0]->erase(documents[0]->begin());
     }
+    if (documents[0]->size() != 1) {
+        return std::nullopt;
+    }
+    DataValue& top = documents[0]->front();
+    if (documents[1]->empty()) {
+        return std::move(top);
+    }
+    if (!top.isTable()) {
+        return std::nullopt;
+    }
+    std::vector<DataValue::Member> members = std::move(top).takenMembers();
+    std::ranges::move(std::move(documents[1]->front()).takenMembers(), std::back_inserter(members));
+    return DataValue(std::move(members));
+}
+
+}  // namespace
+
+std::optional<Lockfile> pnpmLock(std::string_view text, const ReadControl& control) {
+    const std::optional<DataValue> top = topOf(text, control);
     Reader reader;
-    if (documents->size() != 1 || !reader.addEntries(documents->front()) ||
-        !reader.addWishes(documents->front())) {
+    if (!top || !reader.addEntries(*top) || !reader.addWishes(*top)) {
         return std::nullopt;
     }
     reader.addNeeds();

@@ -24,7 +24,7 @@ LockedPackage pdmPackage(const DataValue& value, const std::optional<ProjectRequ
         package.extras.push_back(normalizedName(extra));
     }
     if (!names.empty()) {
-        entry.key.insert(entry.name.size(), "[" + Text::joined(names, ",") + "]");
+        entry.key.insert(entry.name.size(), std::string("[").append(Text::joined(names, ",")).append("]"));
     }
     entry.isOwn = value.member("path") != nullptr;
     for (const std::string_view place : {"git", "hg", "svn", "bzr", "url"}) {
