@@ -64,11 +64,6 @@ public:
         const auto* const members = std::get_if<std::vector<Member>>(&value_);
         return members != nullptr ? *members : none;
     }
-    /// The same, to be kept; nothing is left here.
-    std::vector<Member> takenMembers() && {
-        auto* const members = std::get_if<std::vector<Member>>(&value_);
-        return members != nullptr ? std::move(*members) : std::vector<Member>();
-    }
     /// Empty when this is no list.
     const std::vector<DataValue>& elements() const {
         static const std::vector<DataValue> none;

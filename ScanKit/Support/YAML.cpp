@@ -1,11 +1,11 @@
 #include "ScanKit/Support/YAML.h"
 
+#include "ScanKit/Support/PlainYAML.h"
 #include "ScanKit/Support/Text.h"
 
 #include <algorithm>
 #include <memory>
 #include <string>
-#include <unordered_set>
 #include <utility>
 
 #include <libfyaml.h>
@@ -46,45 +46,6 @@ struct Open {
     std::vector<DataValue::Member> members;
     std::optional<std::string> key;  ///< of a table: read, its value not yet
 };
-
-bool holdsEqualKeys(const std::vector<DataValue::Member>& members) {
-    // Nearly all tables have a few members, and comparing them is less than keeping a set.
-    constexpr std::size_t few = 12;
-    if (members.size() > few) {
-        std::unordered_set<std::string_view> keys;
-        keys.reserve(members.size());
-        return !std::ranges::all_of(members,
-                                    [&](const auto& member) { return keys.insert(member.first).second; });
-    }
-    for (std::size_t i = 1; i < members.size(); ++i) {
-        for (std::size_t j = 0; j < i; ++j) {
-            if (members[i].first == members[j].first) {
-                return true;
-            }
-        }
-    }
-    return false;
-}
-
-/// Of equal keys the last counts; its place is that of the last, too.
-void keepLastOfEqualKeys(std::vector<DataValue::Member>& members) {
-    if (!holdsEqualKeys(members)) {
-        return;
-    }
-    std::unordered_set<std::string_view> seen;
-    std::vector<bool> isOlder(members.size());
-    for (std::size_t i = members.size(); i-- > 0;) {
-        isOlder[i] = !seen.insert(members[i].first).second;
-    }
-    std::vector<DataValue::Member> kept;
-    kept.reserve(seen.size());
-    for (std::size_t i = 0; i < members.size(); ++i) {
-        if (!isOlder[i]) {
-            kept.push_back(std::move(members[i]));
-        }
-    }
-    members = std::move(kept);
-}
 
 /// Puts documents together from the parser's events.
 class Builder {
@@ -149,15 +110,7 @@ private:
             open_.back().key = std::move(text);
             return !isMerge;
         }
-        if (!isPlain || hasTag) {
-            put(DataValue(std::move(text)));
-        } else if (text == "true" || text == "false") {
-            put(DataValue(text == "true"));
-        } else if (text.empty() || text == "null" || text == "~") {
-            put({});
-        } else {
-            put(DataValue(std::move(text)));
-        }
+        put(isPlain && !hasTag ? plainScalar(std::move(text)) : DataValue(std::move(text)));
         return true;
     }
     bool expectsKey() const { return !open_.empty() && open_.back().isTable && !open_.back().key; }
@@ -188,6 +141,11 @@ std::optional<std::vector<DataValue>> readYAMLDocuments(std::string_view text) {
         holdsDirective(text) || !Text::isValidUtf8(text)) {
         return std::nullopt;
     }
+    std::optional<std::vector<DataValue>> plain = readPlainYAML(text);
+    return plain ? std::move(plain) : readAnyYAML(text);
+}
+
+std::optional<std::vector<DataValue>> readAnyYAML(std::string_view text) {
     // The parser keeps its state in a list, not on the stack, so that the depth is ours to limit.
     const Diagnostics diagnostics = silence();
     fy_parse_cfg settings{};

@@ -29,4 +29,8 @@ std::optional<DataValue> readYAML(std::string_view text);
 /// The same for a text of several documents, one after the other; the limits are for all of them together.
 std::optional<std::vector<DataValue>> readYAMLDocuments(std::string_view text);
 
+/// The same by the whole parser, for a text in valid UTF-8 without NUL, byte-order mark and directives. It reads whatever
+/// `readPlainYAML` leaves to it; what both read is equal.
+std::optional<std::vector<DataValue>> readAnyYAML(std::string_view text);
+
 }  // namespace ScanKit

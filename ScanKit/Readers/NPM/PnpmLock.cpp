@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -295,43 +294,19 @@ private:
     const std::vector<DataValue::Member> noMembers_ = {};
 };
 
-/// The top of the document that is the project's. Absent when there is no such one.
-std::optional<DataValue> topOf(std::string_view text, const ReadControl& control) {
-    // The packages and their snapshots take one half of the file each, and reading it is most of the work. A document of
-    // pnpm's own stands before that of the project.
-    constexpr std::string_view secondHalf = "\nsnapshots:\n";
-    const std::size_t at = std::min(text.rfind(secondHalf), text.size());
-    const std::array<std::string_view, 2> halves{text.substr(0, at), text.substr(at)};
-    std::array<std::optional<std::vector<DataValue>>, 2> documents;
-    const auto readHalf = [&](std::size_t i) { documents[i] = readYAMLDocuments(halves[i]); };
-    forEachIndex(halves.size(), readHalf, control.stop, control.threadLimit);
-    if (!documents[0] || !documents[1] || documents[0]->empty() || documents[1]->size() > 1) {
-        return std::nullopt;
-    }
-    if (isOfPnpmItself(documents[0]->front())) {
-        documents[0]->erase(documents[0]->begin());
-    }
-    if (documents[0]->size() != 1) {
-        return std::nullopt;
-    }
-    DataValue& top = documents[0]->front();
-    if (documents[1]->empty()) {
-        return std::move(top);
-    }
-    if (!top.isTable()) {
-        return std::nullopt;
-    }
-    std::vector<DataValue::Member> members = std::move(top).takenMembers();
-    std::ranges::move(std::move(documents[1]->front()).takenMembers(), std::back_inserter(members));
-    return DataValue(std::move(members));
-}
-
 }  // namespace
 
-std::optional<Lockfile> pnpmLock(std::string_view text, const ReadControl& control) {
-    const std::optional<DataValue> top = topOf(text, control);
+std::optional<Lockfile> pnpmLock(std::string_view text) {
+    std::optional<std::vector<DataValue>> documents = readYAMLDocuments(text);
+    if (!documents || documents->empty()) {
+        return std::nullopt;
+    }
+    if (isOfPnpmItself(documents->front())) {
+        documents->erase(documents->begin());
+    }
     Reader reader;
-    if (!top || !reader.addEntries(*top) || !reader.addWishes(*top)) {
+    if (documents->size() != 1 || !reader.addEntries(documents->front()) ||
+        !reader.addWishes(documents->front())) {
         return std::nullopt;
     }
     reader.addNeeds();

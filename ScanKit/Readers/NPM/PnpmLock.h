@@ -1,7 +1,6 @@
 #pragma once
 
 #include "ScanKit/Readers/Lockfile.h"
-#include "ScanKit/Readers/ReadControl.h"
 
 #include <optional>
 #include <string_view>
@@ -12,6 +11,6 @@ namespace ScanKit::NPMParser {
 /// What a lockfile of format 5, 6 or 9 says: one entry for each package with its peers, as the file keys them. What
 /// something asks for and no entry holds becomes an entry that is unreadable. Absent when the text is no such lockfile,
 /// whole and of a known format: one with the marks of an unfinished merge, for example.
-std::optional<Lockfile> pnpmLock(std::string_view text, const ReadControl& control = {});
+std::optional<Lockfile> pnpmLock(std::string_view text);
 
 }  // namespace ScanKit::NPMParser
