@@ -47,7 +47,7 @@ std::optional<OtherLock> readPnpm(const std::string& text, const Path& folder, c
     const ReadControl control{.stop = reading.control.stop, .threadLimit = reading.control.threadLimit};
     const auto readOne = [&](std::size_t which) {
         if (which == 0) {
-            lockfile = NPMParser::pnpmLock(text);
+            lockfile = NPMParser::pnpmLock(text, NPMParser::installingPnpm(folder));
         } else {
             store = NPMParser::pnpmStore(folder, control);
         }

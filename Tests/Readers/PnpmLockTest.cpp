@@ -172,6 +172,34 @@ TEST(PnpmLock, LosesNoEntry) {
     EXPECT_EQ(told(pnpmLock("lockfileVersion: '9.0'\nimporters: {.: {}}")), "");
 }
 
+TEST(PnpmLock, KnowsWhatShipsForTheSakeOfAPeer) {
+    constexpr std::string_view text = R"(lockfileVersion: '9.0'
+importers: {.: {dependencies: {a: 1.0.0(tool@1.0.0)}, devDependencies: {tool: 1.0.0, needed: 1.0.0}}}
+packages:
+  a@1.0.0: {peerDependenciesMeta: {tool: {optional: true}, other: {optional: true}}}
+  tool@1.0.0: {}
+  needed@1.0.0: {}
+  other@1.0.0: {}
+snapshots:
+  a@1.0.0(tool@1.0.0):
+    dependencies: {needed: 1.0.0}
+    optionalDependencies: {tool: 1.0.0, other: 1.0.0}
+  tool@1.0.0: {}
+  needed@1.0.0: {}
+  other@1.0.0: {}
+)";
+    const auto isDev = [&](std::optional<int> pnpm, std::string_view name) {
+        const Lockfile lockfile = pnpmLock(text, pnpm).value();
+        const auto entry = std::ranges::find(lockfile.entries, name, &LockedEntry::name);
+        return lockedRoles(lockfile)[static_cast<std::size_t>(entry - lockfile.entries.begin())].isDev;
+    };
+    EXPECT_TRUE(isDev(11, "tool")) << "the project lists it for its development";
+    EXPECT_FALSE(isDev(10, "tool"));
+    EXPECT_FALSE(isDev({}, "tool")) << "what may ship counts as shipped";
+    EXPECT_FALSE(isDev(12, "needed")) << "no optional peer";
+    EXPECT_FALSE(isDev(12, "other")) << "nobody asks for it for development";
+}
+
 TEST(PnpmLock, RefusesWhatIsNoWholeLockfile) {
     const std::string start = "lockfileVersion: '9.0'\n";
     for (const std::string& text :
@@ -237,6 +265,25 @@ TEST(PnpmModules, FindsPackagesInTheStore) {
     }
     EXPECT_EQ(names,
               "@s/peer@2.0.0 @s/real@3.0.0 tool@1.0.0 a@1.10.0 tar@4.0.0 x@1.0.0 bundled@5.0.0 y@1.0.0 ");
+}
+
+TEST(PnpmModules, KnowsThePnpmThatInstalled) {
+    struct Case {
+        std::string_view state;
+        std::optional<int> major;
+    };
+    for (const auto& [state, major] : {
+             Case{"{\n  \"layoutVersion\": 5,\n  \"packageManager\": \"pnpm@12.21.0\",\n}", 12},
+             Case{"layoutVersion: 5\npackageManager: pnpm@8.15.9\n", 8},
+             Case{"packageManager: other@1\nhoisted: pnpm@9\n", std::nullopt},
+             Case{"packageManager: pnpm@next\n", std::nullopt},
+             Case{"hoisted: pnpm@9\n", std::nullopt},
+         }) {
+        const PnpmTree project;
+        project.write("node_modules/.modules.yaml", state);
+        EXPECT_EQ(installingPnpm(project.path()), major) << state;
+    }
+    EXPECT_EQ(installingPnpm(PnpmTree().path()), std::nullopt);
 }
 
 TEST(PnpmModules, FollowsLinksToPackagesOfTheLockfileAlone) {

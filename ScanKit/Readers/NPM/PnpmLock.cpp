@@ -138,9 +138,14 @@ bool isTableOrAbsent(const DataValue* value) {
     return value == nullptr || value->isTable();
 }
 
+constexpr int firstWithoutOptionalPeers = 11;  ///< the major version of pnpm
+
 /// Puts together what a lockfile says: first its entries, then who asks for which.
 class Reader {
 public:
+    explicit Reader(std::optional<int> pnpm)
+        : followsOptionalPeers_(!pnpm || *pnpm < firstWithoutOptionalPeers) {}
+
     /// False when this is no lockfile of a format that we know.
     bool addEntries(const DataValue& top) {
         static constexpr std::array<std::string_view, 3> formats{"5", "6", "9"};
@@ -166,7 +171,7 @@ public:
         }
         for (const auto& [key, package] : hasPackages ? packages->members() : noMembers_) {
             if (descriptions.contains(key)) {
-                add(entryOf(key, package, keysBeginWithSlash), &package);
+                add(entryOf(key, package, keysBeginWithSlash), &package, &package);
             }
         }
         return true;
@@ -199,6 +204,10 @@ public:
                   resolveAll(sources_[i]->member("optionalDependencies"), needsIfPresent))) {
                 lockfile_.entries[i].isUnreadable = true;
             }
+            if (descriptions_[i] != nullptr && !followsOptionalPeers_) {
+                leaveOutPeers(*descriptions_[i], needs);
+                leaveOutPeers(*descriptions_[i], needsIfPresent);
+            }
             lockfile_.entries[i].needs = std::move(needs);
             lockfile_.entries[i].needsIfPresent = std::move(needsIfPresent);
         }
@@ -220,7 +229,7 @@ private:
             const auto found = descriptions.find(shortKey);
             LockedEntry entry = entryOf(key, found != descriptions.end() ? *found->second : nothing, false);
             entry.isUnreadable = entry.isUnreadable || !snapshot.isTable();
-            add(std::move(entry), &snapshot);
+            add(std::move(entry), &snapshot, found != descriptions.end() ? found->second : nullptr);
             described.push_back(shortKey);
         }
         for (const std::string_view key : described) {
@@ -228,11 +237,12 @@ private:
         }
     }
 
-    std::size_t add(LockedEntry entry, const DataValue* source) {
+    std::size_t add(LockedEntry entry, const DataValue* source, const DataValue* description) {
         const auto [place, isNew] = places_.try_emplace(entry.key, lockfile_.entries.size());
         if (isNew) {
             lockfile_.entries.push_back(std::move(entry));
             sources_.push_back(source);
+            descriptions_.push_back(description);
         }
         return place->second;
     }
@@ -261,6 +271,17 @@ private:
         return isWhole;
     }
 
+    /// What the project lists for its development is not shipped for the sake of a package that can do without it.
+    void leaveOutPeers(const DataValue& description, std::vector<std::size_t>& places) const {
+        const DataValue* const peers = description.member("peerDependenciesMeta");
+        std::erase_if(places, [&](std::size_t place) {
+            const DataValue* const peer =
+                peers != nullptr ? peers->member(lockfile_.entries[place].name) : nullptr;
+            return peer != nullptr && peer->isTrue("optional") &&
+                   std::ranges::find(lockfile_.development, place) != lockfile_.development.end();
+        });
+    }
+
     /// A reference is the rest of the key behind the name, or a whole key: of an alias, or of what is in no registry.
     std::optional<std::size_t> resolve(const std::string& name, std::string_view reference) {
         struct KeyForm {
@@ -283,20 +304,22 @@ private:
         if (const std::string_view version = withoutPeers(reference); isNumber(version)) {
             missing.version = version;
         }
-        return add(std::move(missing), nullptr);
+        return add(std::move(missing), nullptr, nullptr);
     }
 
     Lockfile lockfile_;
     std::unordered_map<std::string, std::size_t> places_;
-    std::vector<const DataValue*> sources_;  ///< of each entry: what says its needs
-    std::string key_;                        ///< the one looked for, kept for its room
-    bool asks_ = false;                      ///< the file says what the project itself asks for
+    std::vector<const DataValue*> sources_;       ///< of each entry: what says its needs
+    std::vector<const DataValue*> descriptions_;  ///< of each entry: what says which of them are peers
+    bool followsOptionalPeers_;
+    std::string key_;    ///< the one looked for, kept for its room
+    bool asks_ = false;  ///< the file says what the project itself asks for
     const std::vector<DataValue::Member> noMembers_ = {};
 };
 
 }  // namespace
 
-std::optional<Lockfile> pnpmLock(std::string_view text) {
+std::optional<Lockfile> pnpmLock(std::string_view text, std::optional<int> pnpm) {
     std::optional<std::vector<DataValue>> documents = readYAMLDocuments(text);
     if (!documents || documents->empty()) {
         return std::nullopt;
@@ -304,7 +327,7 @@ std::optional<Lockfile> pnpmLock(std::string_view text) {
     if (isOfPnpmItself(documents->front())) {
         documents->erase(documents->begin());
     }
-    Reader reader;
+    Reader reader(pnpm);
     if (documents->size() != 1 || !reader.addEntries(documents->front()) ||
         !reader.addWishes(documents->front())) {
         return std::nullopt;

@@ -2,10 +2,12 @@
 
 #include "ScanKit/Readers/NPM/PackageJSON.h"
 #include "ScanKit/Readers/NPM/PackageStore.h"
+#include "ScanKit/Readers/ReadLimits.h"
 #include "ScanKit/Support/FileSystem.h"
 #include "ScanKit/Support/Paths.h"
 
 #include <algorithm>
+#include <charconv>
 #include <string>
 #include <system_error>
 #include <unordered_map>
@@ -169,6 +171,22 @@ Folders storedFolders(const Lockfile& lockfile, const std::filesystem::path& pro
 Folders pnpmFolders(const Lockfile& lockfile, const std::filesystem::path& projectFolder,
                     const ReadControl& control) {
     return storedFolders(lockfile, projectFolder, pnpmStore(projectFolder, control), control);
+}
+
+std::optional<int> installingPnpm(const std::filesystem::path& projectFolder) {
+    // Written as JSON or as YAML: the name is found in both, and the rest, which is long, is not asked for.
+    constexpr std::string_view mark = "pnpm@";
+    const auto state = readFile(projectFolder / modulesName / ".modules.yaml", largestLockfile);
+    const std::size_t member = state ? state->find("packageManager") : std::string::npos;
+    const std::size_t at = member != std::string::npos ? state->find(mark, member) : std::string::npos;
+    const std::size_t end = at != std::string::npos ? state->find('\n', member) : std::string::npos;
+    if (at == std::string::npos || at > end) {
+        return std::nullopt;
+    }
+    int major = 0;
+    const char* const begin = state->data() + at + mark.size();
+    const auto [_, error] = std::from_chars(begin, state->data() + state->size(), major);
+    return error == std::errc() ? std::optional(major) : std::nullopt;
 }
 
 PackageStore pnpmStore(const std::filesystem::path& projectFolder, const ReadControl& control) {

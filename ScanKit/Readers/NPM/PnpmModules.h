@@ -20,6 +20,9 @@ std::vector<std::optional<std::filesystem::path>> pnpmFolders(const Lockfile& lo
                                                               const std::filesystem::path& projectFolder,
                                                               const ReadControl& control = {});
 
+/// The major version of the pnpm that installed the project's packages; absent when none did, or does not say.
+std::optional<int> installingPnpm(const std::filesystem::path& projectFolder);
+
 /// The store of a project, which can be listed while its lockfile is read.
 PackageStore pnpmStore(const std::filesystem::path& projectFolder, const ReadControl& control = {});
 /// The same as `pnpmFolders` with a store that was listed already, of pnpm or of another manager that keeps one of this kind.
