@@ -58,6 +58,9 @@ void describe(CLI::App& app, RawOptions& raw, CommandOptions& options) {
                    "Which of " + ScanKit::Text::joined(formatNames(), ",") + " to write; all when left out")
         ->delimiter(',')
         ->type_name("LIST")
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->take_all()
         ->needs("--output");
     app.add_flag("--json", options.printJSON, "Print the JSON report in place of the table");
     app.add_option("--why", options.why, "Print how the project comes to this package, in place of the table")
@@ -92,7 +95,10 @@ void describe(CLI::App& app, RawOptions& raw, CommandOptions& options) {
            "--fail-on", raw.failOn,
            "Categories and flags by their raw names, or review for whatever needs review: exit with 1 when a reported dependency has one")
         ->delimiter(',')
-        ->type_name("LIST");
+        ->type_name("LIST")
+        ->expected(1)
+        ->allow_extra_args(false)
+        ->take_all();
     app.add_flag("--quiet", options.quiet, "Show no progress");
 }
 

@@ -105,9 +105,13 @@ TEST(CommandOptions, ReadsEachOption) {
     using enum ScanKit::ReportFormats;
     EXPECT_EQ(options.formats, csv | json);
     EXPECT_EQ(read({"-o", "/", "--formats", "pdf", "."}).formats, pdf);
-    for (const char* option : {"--ecosystem", "--checkouts", "--python-env", "--project-name"}) {
-        EXPECT_EQ(read({option, "npm", "/folder"}).folder, "/folder") << option << " takes one value";
+    const std::pair<const char*, const char*> takingOne[]{
+        {"--ecosystem", "npm"},    {"--checkouts", "/c"},    {"--python-env", "/e"},
+        {"--project-name", "npm"}, {"--formats", "csv,pdf"}, {"--fail-on", "review,missing"}};
+    for (const auto& [option, value] : takingOne) {
+        EXPECT_EQ(read({"-o", "/", option, value, "/folder"}).folder, "/folder") << option;
     }
+    EXPECT_EQ(read({"-o", "/", "--formats", "pdf,csv", "--formats", "json", "."}).formats, pdf | csv | json);
     const CommandOptions usual = read({"."});
     EXPECT_EQ(usual.formats, pdf | notice | csv | json);
     EXPECT_TRUE(!usual.printJSON && !usual.includeDev && !usual.quiet && usual.useDerivedData);
