@@ -77,17 +77,19 @@ ScanKit::ReportOptions reportOptions(const CommandOptions& options) {
             .includeDev = options.includeDev};
 }
 
-bool saveInto(const std::filesystem::path& folder, const ScanKit::ScanResult& result,
-              const ScanKit::ReportOptions& report, ScanKit::ReportFormats formats, std::string& failure) {
+/// Saves the reports; what cannot be saved, and why, when one cannot.
+std::optional<std::string> saveInto(const std::filesystem::path& folder, const ScanKit::ScanResult& result,
+                                    const ScanKit::ReportOptions& report, ScanKit::ReportFormats formats) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (error) {
-        failure = error.message();
-        return false;
+        return folder.string() + ": " + error.message();
     }
     const ScanKit::SavedReports saved = ScanKit::saveReports(result, report, formats, folder);
-    failure = saved.failure.value_or("");
-    return !saved.failure;
+    if (saved.failure) {
+        return saved.failedFile.string() + ": " + *saved.failure;
+    }
+    return std::nullopt;
 }
 
 /// Lists the reported packages that meet --fail-on; true when there is one.
@@ -155,10 +157,11 @@ int run(const CommandOptions& options) {
         print(stderr, std::string("quorvane: standard output: ") + std::strerror(outputError) + "\n");
         return wrongUsage;
     }
-    std::string failure;
-    if (options.output && !saveInto(*options.output, result, report, options.formats, failure)) {
-        print(stderr, "Couldn't save: " + failure + "\n");
-        return wrongUsage;
+    if (options.output) {
+        if (const auto failure = saveInto(*options.output, result, report, options.formats)) {
+            print(stderr, "Couldn't save " + Terminal::safe(*failure) + "\n");
+            return wrongUsage;
+        }
     }
     const bool isMet = listMet(options, result, report);
     if (!options.failOn.isEmpty() && !isWhole(result)) {

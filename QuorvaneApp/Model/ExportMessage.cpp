@@ -7,8 +7,8 @@
 
 QString exportMessageFor(const ScanKit::SavedReports& saved) {
     if (saved.failure) {
-        return QCoreApplication::translate("ExportMessage", "Couldn't save: %1")
-            .arg(Texts::fromUtf8(*saved.failure));
+        return QCoreApplication::translate("ExportMessage", "Couldn't save %1: %2")
+            .arg(Texts::shownName(saved.failedFile), Texts::fromUtf8(*saved.failure));
     }
     QStringList names;
     for (const std::filesystem::path& file : saved.files) {

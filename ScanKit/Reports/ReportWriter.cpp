@@ -101,6 +101,7 @@ SavedReports saveReports(const ScanResult& result, const ReportOptions& options,
         const std::filesystem::path file = folder / fileName(format, options.projectName);
         saved.failure = saveFile(file, format.bytes(result, options));
         if (saved.failure) {
+            saved.failedFile = file;
             return saved;
         }
         saved.files.push_back(file);

@@ -15,7 +15,8 @@ namespace ScanKit {
 struct SavedReports {
     std::vector<std::filesystem::path> files;  ///< the files written, in order
     std::optional<std::string>
-        failure;  ///< the system's reason when saving stopped; absent when all went well
+        failure;                       ///< the system's reason when saving stopped; absent when all went well
+    std::filesystem::path failedFile;  ///< the file that saving stopped at; empty when all went well
     bool operator==(const SavedReports&) const = default;
 };
 

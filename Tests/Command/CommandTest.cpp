@@ -216,12 +216,14 @@ TEST(Command, SaysWhyWhatItWritesDoesNotArrive) {
     }
     const Outcome lost = quorvane("-o " + quoted(output / "file/below") + " " + quoted(project.path()));
     EXPECT_EQ(lost.status, 2);
-    EXPECT_THAT(lost.error, EndsWith("Couldn't save: Not a directory\n"));
+    EXPECT_THAT(lost.error,
+                EndsWith("Couldn't save " + (output / "file/below").string() + ": Not a directory\n"));
     output.makeFolder("NOTICE.txt");
     const Outcome taken =
         quorvane("--formats notice,csv -o " + quoted(output.path()) + " " + quoted(project.path()));
     EXPECT_EQ(taken.status, 2);
-    EXPECT_THAT(taken.error, EndsWith("Couldn't save: Is a directory\n"));
+    EXPECT_THAT(taken.error,
+                EndsWith("Couldn't save " + (output / "NOTICE.txt").string() + ": Is a directory\n"));
 }
 
 TEST(Command, ReadsOnlyTheEcosystemsFoldersAndEnvironmentsAskedFor) {

@@ -427,7 +427,8 @@ private Q_SLOTS:
                 while (!mayEnd) {
                     QThread::msleep(1);
                 }
-                return fails ? ScanKit::SavedReports{.failure = "Disk full"} : ScanKit::SavedReports{};
+                return fails ? ScanKit::SavedReports{.failure = "Disk full", .failedFile = "/out/NOTICE.txt"}
+                             : ScanKit::SavedReports{};
             });
             QVERIFY(fixture.open());
             fixture.chooser.answer = fixture.project.path();
@@ -440,7 +441,7 @@ private Q_SLOTS:
                      fails ? "closed without its reports" : "still open");
             if (fails) {
                 QWidget& message = *fixture.find("exportMessage");
-                QCOMPARE(textOf(message), u"Couldn't save: Disk full"_s);
+                QCOMPARE(textOf(message), u"Couldn't save NOTICE.txt: Disk full"_s);
                 message.findChild<QAbstractButton*>(u"dismissButton"_s)->click();
                 QVERIFY(!message.isVisible() && !fixture.model.exportMessage());
                 QVERIFY(fixture.window.close());

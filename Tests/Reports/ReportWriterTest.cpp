@@ -50,6 +50,7 @@ TEST(ReportWriter, FirstFailureStopsAndKeepsWhatWasWritten) {
     const SavedReports saved =
         saveReports(sampleResult(), {.projectName = "p"}, notice | csv | json, folder.path());
     EXPECT_EQ(saved.failure, "Is a directory");
+    EXPECT_EQ(saved.failedFile, folder / "p Dependencies.csv");
     EXPECT_THAT(saved.files, ElementsAre(folder / "NOTICE.txt"));
     EXPECT_THAT(namesIn(folder.path()), ElementsAre("NOTICE.txt", "p Dependencies.csv"));
 }
