@@ -3,6 +3,7 @@
 #include "ScanKit/Support/Text.h"
 
 #include <cstdlib>
+#include <utility>
 
 #include <fmt/format.h>
 #include <sys/ioctl.h>
@@ -19,6 +20,29 @@ std::string picture(char32_t scalar) {
         return {'\xE2', '\x90', static_cast<char>(0x80 + scalar)};
     }
     return scalar == 0x7F ? "\u2421" : fmt::format("\\u{{{:X}}}", static_cast<unsigned>(scalar));
+}
+
+/// The signs in names and versions after which a line may end.
+constexpr std::string_view breakingSigns = "-/._@:;,+";
+
+/// The longest beginning of a long word that fits, up to a sign in its second half or between two characters. A wide
+/// character is taken even where it does not fit.
+std::string_view brokenOff(std::string_view word, std::size_t columns) {
+    std::size_t end = 0, afterSign = 0, used = 0;
+    bool isFull = false;
+    // One more than can fit, for a word may be very long.
+    ScanKit::Text::forEachCharacter(
+        ScanKit::Text::prefix(word, columns + 1), [&](std::string_view character) {
+            used += width(character);
+            isFull = isFull || (end > 0 && used > columns);
+            if (!isFull) {
+                end += character.size();
+                afterSign = breakingSigns.find(character) != std::string_view::npos && used * 2 >= columns
+                                ? end
+                                : afterSign;
+            }
+        });
+    return word.substr(0, afterSign > 0 ? afterSign : end);
 }
 
 }  // namespace
@@ -68,6 +92,36 @@ std::string fitted(std::string_view text, std::size_t columns) {
         }
     });
     return kept + "…";
+}
+
+std::vector<std::string> wrapped(std::string_view text, std::size_t columns, LongWords longWords) {
+    std::vector<std::string> lines;
+    std::string line;
+    std::size_t used = 0;
+    const auto endLine = [&] {
+        lines.push_back(std::exchange(line, {}));
+        used = 0;
+    };
+    for (std::string_view word : ScanKit::Text::split(text, " ")) {
+        std::size_t taken = width(word);
+        if (used > 0 && used + 1 + taken > columns) {
+            endLine();
+        }
+        while (longWords == LongWords::broken && taken > columns) {
+            const std::string_view part = brokenOff(word, columns);
+            line = part;
+            endLine();
+            word.remove_prefix(part.size());
+            taken -= width(part);
+        }
+        line += used > 0 ? " " : "";
+        used += taken + (used > 0 ? 1 : 0);
+        line += word;
+    }
+    if (used > 0 || lines.empty()) {
+        endLine();
+    }
+    return lines;
 }
 
 std::optional<std::size_t> columns(int descriptor) {

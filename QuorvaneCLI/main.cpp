@@ -116,10 +116,14 @@ bool isWhole(const ScanKit::ScanResult& result) {
     });
 }
 
+TextStyle styleOf(int descriptor) {
+    return {Terminal::columns(descriptor), Terminal::takesColour(descriptor)};
+}
+
 void printResult(const CommandOptions& options, const ScanKit::ScanResult& result,
                  const ScanKit::ReportOptions& report) {
     if (options.why) {
-        print(stdout, whyText(result, *options.why));
+        print(stdout, whyText(result, *options.why, styleOf(STDOUT_FILENO)));
         return;
     }
     if (options.printJSON) {
@@ -127,8 +131,7 @@ void printResult(const CommandOptions& options, const ScanKit::ScanResult& resul
         print(stdout, "\n");
         return;
     }
-    print(stdout, resultText(result, report,
-                             {Terminal::columns(STDOUT_FILENO), Terminal::takesColour(STDOUT_FILENO)}));
+    print(stdout, resultText(result, report, styleOf(STDOUT_FILENO)));
 }
 
 /// Whoever names a folder relies on what is in it: one that cannot be read must not look like an empty one.
@@ -149,8 +152,9 @@ int run(const CommandOptions& options) {
     const ScanKit::ScanResult result = scan(options);
     const ScanKit::ReportOptions report = reportOptions(options);
     // Before the result, which may be long, and on the other stream, so that a script's output stays clean.
+    const TextStyle style = styleOf(STDERR_FILENO);
     for (const ScanKit::ScanWarning& warning : result.warnings) {
-        print(stderr, "Warning: " + Terminal::safe(warning.sentence) + "\n");
+        print(stderr, style.warning(Terminal::safe(warning.sentence)));
     }
     printResult(options, result, report);
     if (!isPrinted()) {

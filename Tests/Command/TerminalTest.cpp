@@ -60,6 +60,26 @@ TEST(Terminal, FitsTextIntoColumns) {
     EXPECT_EQ(Terminal::fitted("abc", 0), "");
 }
 
+TEST(Terminal, BreaksLinesBetweenWords) {
+    using enum Terminal::LongWords;
+    using Lines = std::vector<std::string>;
+    const std::tuple<const char*, std::size_t, Terminal::LongWords, Lines> cases[]{
+        {"", 5, broken, {""}},
+        {"one two", 7, broken, {"one two"}},
+        {"one two", 6, broken, {"one", "two"}},
+        {"see https://example.com/a now", 8, runOn, {"see", "https://example.com/a", "now"}},
+        {"@scope/name", 8, broken, {"@scope/", "name"}},
+        {"a-very-long-name", 10, broken, {"a-very-", "long-name"}},
+        {"a-verylongname", 8, broken, {"a-verylo", "ngname"}},
+        {"漢字漢字", 5, broken, {"漢字", "漢字"}},
+        {"漢", 1, broken, {"漢"}},
+        {"e\u0301e\u0301e\u0301", 2, broken, {"e\u0301e\u0301", "e\u0301"}},
+    };
+    for (const auto& [text, columns, longWords, lines] : cases) {
+        EXPECT_EQ(Terminal::wrapped(text, columns, longWords), lines) << text;
+    }
+}
+
 TEST(Terminal, TellsATerminalFromAFile) {
     const int terminal = terminalOf(137).first;
     EXPECT_EQ(Terminal::columns(terminal), 137U);
@@ -75,12 +95,13 @@ TEST(Terminal, TellsATerminalFromAFile) {
     }
 }
 
-TEST(Terminal, GetsColoursAndCutLinesFromTheCommand) {
+TEST(Terminal, GetsColoursAndWholeLinesFromTheCommand) {
     const TemporaryFolder project{{"requirements.txt", "a-package-of-very-many-letters==1.0\n"}};
-    const auto [writing, reading] = terminalOf(60);
+    const auto [writing, reading] = terminalOf(64);
     const std::string command = "NO_COLOR= TERM=xterm " QUORVANE_COMMAND " " + project.path().string();
     EXPECT_EQ(std::system((command + " 2>/dev/null >" + ttyname(writing)).c_str()), 0);
-    EXPECT_THAT(readAll(reading), testing::AllOf(testing::HasSubstr("\x1b[31mNo"), testing::HasSubstr("…")));
+    EXPECT_THAT(readAll(reading), testing::AllOf(testing::HasSubstr("\x1b[31mNo license found\x1b[0m"),
+                                                 testing::HasSubstr("letters")));
 }
 
 TEST(ProgressLine, IsOneLineThatIsClearedInTheEnd) {
