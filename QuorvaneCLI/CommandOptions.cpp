@@ -1,12 +1,13 @@
 #include "QuorvaneCLI/CommandOptions.h"
 
 #include "QuorvaneCLI/ExitStatus.h"
+#include "QuorvaneCLI/HelpText.h"
+#include "QuorvaneCLI/OptionTable.h"
 #include "QuorvaneCLI/Terminal.h"
 #include "ScanKit/Support/Paths.h"
 #include "ScanKit/Support/Text.h"
 
 #include <algorithm>
-#include <sstream>
 #include <utility>
 
 #include <CLI/CLI.hpp>
@@ -15,91 +16,58 @@ namespace {
 
 constexpr std::string_view seeHelp = "Run quorvane --help for the options.\n";
 
-std::vector<std::string> formatNames() {
-    std::vector<std::string> names;
-    for (const ScanKit::ReportFormat& row : ScanKit::reportFormats()) {
-        names.emplace_back(row.rawValue);
-    }
-    return names;
-}
-
-std::vector<std::string> ecosystemNames() {
-    std::vector<std::string> names;
-    for (const ScanKit::Ecosystem ecosystem : ScanKit::allEcosystems) {
-        names.emplace_back(rawValue(ecosystem));
-    }
-    return names;
-}
-
-/// "a, b and c", with any word before the last.
-std::string inWords(std::vector<std::string> names, std::string_view lastWord) {
-    const std::string last = std::move(names.back());
-    names.pop_back();
-    return ScanKit::Text::joined(names, ", ") + " " + std::string(lastWord) + " " + last;
-}
-
 /// The arguments as they stand on the command line, before their names are looked up.
 struct RawOptions {
-    std::string folder, output;
+    std::string folder, output, color;
     std::vector<std::string> formats, ecosystems, checkouts, pythonEnvironments, failOn;
     bool noDerivedData = false;
 };
 
-void describe(CLI::App& app, RawOptions& raw, CommandOptions& options) {
-    app.description(
-        "Lists the open-source licenses of a project's dependencies and writes license reports.\n"
-        "It only reads the folder. What it says is information, not legal advice.");
-    app.set_help_flag("-h,--help", "Print this help and exit");
-    app.set_version_flag("--version", "quorvane " QUORVANE_VERSION, "Print the version and exit");
-    app.add_option("FOLDER", raw.folder, "The project folder")->required()->type_name("");
-    app.add_option("-o,--output", raw.output, "Write reports into this folder, made when missing")
-        ->type_name("DIR");
-    app.add_option("--formats", raw.formats,
-                   "Which of " + ScanKit::Text::joined(formatNames(), ",") + " to write; all when left out")
-        ->delimiter(',')
-        ->type_name("LIST")
-        ->expected(1)
-        ->allow_extra_args(false)
-        ->take_all()
-        ->needs("--output");
-    app.add_flag("--json", options.printJSON, "Print the JSON report in place of the table");
-    app.add_option("--why", options.why, "Print how the project comes to this package, in place of the table")
-        ->type_name("NAME")
-        ->excludes("--json");
-    app.add_flag("--include-dev", options.includeDev, "Report dev-only packages too");
-    app.add_option("--project-name", options.projectName, "The name that the reports print")
-        ->type_name("TEXT");
-    app.add_option("--prepared-for", options.preparedFor, "The client that the reports name")
-        ->type_name("TEXT");
-    app.add_option("--prepared-by", options.preparedBy, "Who prepared the reports")->type_name("TEXT");
-    app.add_option("--ecosystem", raw.ecosystems,
-                   inWords(ecosystemNames(), "or") + ", repeatable; those the folder holds when left out")
-        ->type_name("NAME")
-        ->expected(1)
-        ->allow_extra_args(false)  // else "[a,b]" would be taken for two values
-        ->take_all();
-    app.add_option("--checkouts", raw.checkouts, "A folder of checked-out Swift packages, repeatable")
-        ->type_name("DIR")
-        ->expected(1)
-        ->allow_extra_args(false)
-        ->take_all();
-    app.add_option("--python-env", raw.pythonEnvironments,
-                   "A virtual environment or site-packages folder in place of the detected ones, repeatable")
-        ->type_name("DIR")
-        ->expected(1)
-        ->allow_extra_args(false)
-        ->take_all();
-    app.add_flag("--no-derived-data", raw.noDerivedData,
-                 "Leave the development tools' build-products folder out");
-    app.add_option(
-           "--fail-on", raw.failOn,
-           "Categories and flags by their raw names, or review for whatever needs review: exit with 1 when a reported dependency has one")
-        ->delimiter(',')
-        ->type_name("LIST")
-        ->expected(1)
-        ->allow_extra_args(false)
-        ->take_all();
-    app.add_flag("--quiet", options.quiet, "Show no progress");
+/// Ties the rows of the option table to the places that their values go to.
+class Binder {
+public:
+    explicit Binder(CLI::App& app) : app_(app) {}
+
+    void flag(std::string_view name, bool& value) { app_.add_flag(namesOf(name), value); }
+    template <typename Value>
+    CLI::Option* one(std::string_view name, Value& value) {
+        return app_.add_option(namesOf(name), value);
+    }
+    /// An option that may be repeated. It takes the one argument after it and no more, which may be the folder.
+    CLI::Option* several(std::string_view name, std::vector<std::string>& values) {
+        CLI::Option* option =
+            app_.add_option(namesOf(name), values)->expected(1)->allow_extra_args(false)->take_all();
+        return optionRow(name).isList ? option->delimiter(',') : option;
+    }
+
+private:
+    static std::string namesOf(std::string_view name) {
+        const std::string_view shortName = optionRow(name).shortName;
+        return (shortName.empty() ? "" : "-" + std::string(shortName) + ",") + "--" + std::string(name);
+    }
+    CLI::App& app_;
+};
+
+void bind(CLI::App& app, RawOptions& raw, CommandOptions& options) {
+    Binder binder(app);
+    app.set_help_flag("-h,--help");
+    app.set_version_flag("--version", "");
+    app.add_option("FOLDER", raw.folder)->required();
+    binder.flag("json", options.printJSON);
+    binder.one("why", options.why)->excludes("--json");
+    binder.one("color", raw.color);
+    binder.flag("quiet", options.quiet);
+    CLI::Option* output = binder.one("output", raw.output);
+    binder.several("formats", raw.formats)->needs(output);
+    binder.flag("include-dev", options.includeDev);
+    binder.one("project-name", options.projectName);
+    binder.one("prepared-for", options.preparedFor);
+    binder.one("prepared-by", options.preparedBy);
+    binder.several("ecosystem", raw.ecosystems);
+    binder.several("checkouts", raw.checkouts);
+    binder.several("python-env", raw.pythonEnvironments);
+    binder.flag("no-derived-data", raw.noDerivedData);
+    binder.several("fail-on", raw.failOn);
 }
 
 CommandEnd wrong(std::string_view what) {
@@ -115,20 +83,35 @@ std::vector<std::filesystem::path> absolutePaths(const std::vector<std::string>&
     return absolute;
 }
 
+/// "--formats takes pdf, notice and csv, not "doc"".
+std::string unknownName(std::string_view option, std::string_view lastWord, const std::string& name) {
+    return "--" + std::string(option) + " takes " + inWords(choicesFor(optionRow(option).value), lastWord) +
+           ", not \"" + name + "\"";
+}
+
+std::optional<ColourUse> colourUseNamed(std::string_view name) {
+    const std::vector<std::string> names = choicesFor(OptionValue::colorChoice);
+    const auto place = std::ranges::find(names, name);
+    if (place == names.end()) {
+        return std::nullopt;
+    }
+    return static_cast<ColourUse>(place - names.begin());
+}
+
 /// Looks up the names in the lists; the first unknown one comes back.
 std::optional<std::string> lookUpNames(const RawOptions& raw, CommandOptions& options) {
     for (const std::string& name : raw.formats) {
         const auto formats = ScanKit::reportFormats();
         const auto row = std::ranges::find(formats, name, &ScanKit::ReportFormat::rawValue);
         if (row == formats.end()) {
-            return "--formats takes " + inWords(formatNames(), "and") + ", not \"" + name + "\"";
+            return unknownName("formats", "and", name);
         }
         options.formats = options.formats | row->bit;
     }
     for (const std::string& name : raw.ecosystems) {
         const auto ecosystem = ScanKit::ecosystemFromRawValue(name);
         if (!ecosystem) {
-            return "--ecosystem takes " + inWords(ecosystemNames(), "or") + ", not \"" + name + "\"";
+            return unknownName("ecosystem", "or", name);
         }
         options.ecosystems.insert(*ecosystem);
     }
@@ -136,6 +119,13 @@ std::optional<std::string> lookUpNames(const RawOptions& raw, CommandOptions& op
         if (!options.failOn.add(name)) {
             return "--fail-on takes categories, flags and review, not \"" + name + "\"";
         }
+    }
+    if (!raw.color.empty()) {
+        const auto colour = colourUseNamed(raw.color);
+        if (!colour) {
+            return unknownName("color", "or", raw.color);
+        }
+        options.colour = *colour;
     }
     return std::nullopt;
 }
@@ -146,15 +136,13 @@ std::variant<CommandOptions, CommandEnd> readCommandLine(int count, const char* 
     CLI::App app;
     RawOptions raw;
     CommandOptions options;
-    describe(app, raw, options);
-    app.name("quorvane");
+    bind(app, raw, options);
     try {
         app.parse(count, arguments);
-    } catch (const CLI::Success& success) {
-        // The library tells of --help and --version this way, too.
-        std::ostringstream text;
-        app.exit(success, text, text);
-        return CommandEnd{0, text.str(), {}};
+    } catch (const CLI::CallForHelp&) {
+        return CommandEnd{done, helpText(), {}};
+    } catch (const CLI::CallForVersion&) {
+        return CommandEnd{done, versionText(), {}};
     } catch (const CLI::ParseError& error) {
         return wrong(error.what());
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "QuorvaneCLI/FailOn.h"
+#include "QuorvaneCLI/TextStyle.h"
 #include "ScanKit/Model/Ecosystem.h"
 #include "ScanKit/Reports/ReportWriter.h"
 
@@ -29,6 +30,7 @@ struct CommandOptions {
     bool useDerivedData = true;
     FailOn failOn;
     bool quiet = false;
+    ColourUse colour = ColourUse::automatic;
 };
 
 /// A command line that ends here: help, the version, or what is wrong with it.

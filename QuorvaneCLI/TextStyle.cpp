@@ -28,6 +28,12 @@ std::string within(std::string_view escape, std::string_view text) {
 
 }  // namespace
 
+TextStyle TextStyle::of(int descriptor, ColourUse use) {
+    const bool colour =
+        use == ColourUse::always || (use == ColourUse::automatic && Terminal::takesColour(descriptor));
+    return {Terminal::columns(descriptor), colour};
+}
+
 std::string TextStyle::bold(std::string_view text) const {
     return colour ? within("\x1b[1m", text) : std::string(text);
 }

@@ -8,10 +8,16 @@
 #include <string_view>
 #include <vector>
 
+/// When colours are used; in the order in which the option's choices are listed.
+enum class ColourUse { automatic, always, never };
+
 /// How the text for a person is laid out.
 struct TextStyle {
     std::optional<std::size_t> columns;  ///< text wraps at this width; it never wraps when absent
     bool colour = false;                 ///< headings are bold, flags are coloured by severity
+
+    /// For what a file descriptor leads to. By itself a terminal gets colours, unless it knows none or NO_COLOR is set.
+    static TextStyle of(int descriptor, ColourUse use);
 
     std::string bold(std::string_view text) const;
     /// The label of a flag. What needs no review has no colour.

@@ -116,14 +116,10 @@ bool isWhole(const ScanKit::ScanResult& result) {
     });
 }
 
-TextStyle styleOf(int descriptor) {
-    return {Terminal::columns(descriptor), Terminal::takesColour(descriptor)};
-}
-
 void printResult(const CommandOptions& options, const ScanKit::ScanResult& result,
                  const ScanKit::ReportOptions& report) {
     if (options.why) {
-        print(stdout, whyText(result, *options.why, styleOf(STDOUT_FILENO)));
+        print(stdout, whyText(result, *options.why, TextStyle::of(STDOUT_FILENO, options.colour)));
         return;
     }
     if (options.printJSON) {
@@ -131,7 +127,7 @@ void printResult(const CommandOptions& options, const ScanKit::ScanResult& resul
         print(stdout, "\n");
         return;
     }
-    print(stdout, resultText(result, report, styleOf(STDOUT_FILENO)));
+    print(stdout, resultText(result, report, TextStyle::of(STDOUT_FILENO, options.colour)));
 }
 
 /// Whoever names a folder relies on what is in it: one that cannot be read must not look like an empty one.
@@ -152,7 +148,7 @@ int run(const CommandOptions& options) {
     const ScanKit::ScanResult result = scan(options);
     const ScanKit::ReportOptions report = reportOptions(options);
     // Before the result, which may be long, and on the other stream, so that a script's output stays clean.
-    const TextStyle style = styleOf(STDERR_FILENO);
+    const TextStyle style = TextStyle::of(STDERR_FILENO, options.colour);
     for (const ScanKit::ScanWarning& warning : result.warnings) {
         print(stderr, style.warning(Terminal::safe(warning.sentence)));
     }

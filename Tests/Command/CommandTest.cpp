@@ -1,4 +1,7 @@
 #include "QuorvaneCLI/CommandOptions.h"
+
+#include "QuorvaneCLI/OptionTable.h"
+#include "ScanKit/Support/Text.h"
 #include "Tests/Builders/TemporaryFolder.h"
 #include "Tests/Reports/SampleResult.h"
 
@@ -188,6 +191,7 @@ TEST(Command, RefusesWrongUsageInOneLineWithStatusTwo) {
         {"--formats json " + folder, "--output"},
         {"-o /tmp --formats doc " + folder, "--formats takes pdf, notice, csv and json, not \"doc\"\n"},
         {"--ecosystem cargo " + folder, "--ecosystem takes swiftpm, npm or python, not \"cargo\"\n"},
+        {"--color red " + folder, "--color takes auto, always or never, not \"red\"\n"},
         {"--fail-on nothing " + folder, "--fail-on takes categories, flags and review, not \"nothing\"\n"},
         {"/does/not/exist", "/does/not/exist: No such file or directory\n"},
         {file, "Not a directory\n"},
@@ -202,8 +206,46 @@ TEST(Command, RefusesWrongUsageInOneLineWithStatusTwo) {
         EXPECT_THAT(outcome.output, IsEmpty()) << arguments;
         EXPECT_THAT(outcome.error, AllOf(StartsWith("quorvane: "), HasSubstr(word))) << arguments;
     }
-    EXPECT_THAT(quorvane("-h").output, HasSubstr("--fail-on"));
+}
+
+TEST(CommandOptions, ReadsWhatTheHelpNames) {
+    const std::string help = quorvane("-h").output;
+    for (const std::string_view line : ScanKit::Text::nonEmptyLines(help)) {
+        EXPECT_LE(line.size(), 80U) << line;
+    }
+    for (const OptionRow& row : optionRows()) {
+        const std::string option = "--" + std::string(row.name);
+        EXPECT_THAT(help,
+                    HasSubstr(option + (row.valueName.empty() ? "" : " " + std::string(row.valueName))));
+        if (row.name == "help" || row.name == "version") {
+            continue;
+        }
+        std::vector<std::string> values = choicesFor(row.value);
+        values.push_back(values.empty() ? "x" : values.front());
+        for (const std::string& value : values) {
+            std::vector<const char*> arguments{"-o", "/", option.c_str()};
+            arguments.erase(arguments.begin(), arguments.begin() + (row.name == "output" ? 2 : 0));
+            if (row.value != OptionValue::none) {
+                arguments.push_back(value.c_str());
+            }
+            arguments.push_back("/folder");
+            EXPECT_EQ(read(arguments).folder, "/folder") << option << " " << value;
+        }
+    }
+    EXPECT_EQ(read({"--color=never", "."}).colour, ColourUse::never);
     EXPECT_THAT(quorvane("--version").output, StartsWith("quorvane "));
+}
+
+TEST(Command, SendsColoursWhereTheyAreAskedFor) {
+    const TemporaryFolder project = smallProject();
+    const std::pair<const char*, bool> cases[]{
+        {"", false}, {"--color auto ", false}, {"--color=never ", false}, {"--color always ", true}};
+    for (const auto& [option, isColoured] : cases) {
+        const Outcome outcome = quorvane(option + quoted(project.path()), "NO_COLOR=1");
+        EXPECT_EQ(outcome.output.find("\x1b[31mCopyleft (GPL)\x1b[0m") != std::string::npos, isColoured)
+            << option;
+        EXPECT_EQ(outcome.output.find('\x1b') != std::string::npos, isColoured) << option;
+    }
 }
 
 TEST(Command, SaysWhyWhatItWritesDoesNotArrive) {

@@ -1,6 +1,7 @@
 #include "QuorvaneCLI/Terminal.h"
 
 #include "QuorvaneCLI/ProgressLine.h"
+#include "QuorvaneCLI/TextStyle.h"
 #include "Tests/Builders/TemporaryFolder.h"
 
 #include <cstdlib>
@@ -92,6 +93,12 @@ TEST(Terminal, TellsATerminalFromAFile) {
         const EnvironmentVariable first("NO_COLOR", noColour), second("TERM", kind);
         EXPECT_EQ(Terminal::takesColour(terminal), takesIt) << "NO_COLOR=" << noColour << " TERM=" << kind;
         EXPECT_FALSE(Terminal::takesColour(pipeEnds[1]));
+        // Who says it on the command line means it, whatever the terminal.
+        for (const int descriptor : {terminal, pipeEnds[1]}) {
+            EXPECT_TRUE(TextStyle::of(descriptor, ColourUse::always).colour);
+            EXPECT_FALSE(TextStyle::of(descriptor, ColourUse::never).colour);
+        }
+        EXPECT_EQ(TextStyle::of(terminal, ColourUse::automatic).colour, takesIt);
     }
 }
 
