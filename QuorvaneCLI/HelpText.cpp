@@ -3,6 +3,7 @@
 #include "QuorvaneCLI/OptionTable.h"
 #include "QuorvaneCLI/TextStyle.h"
 
+#include <BuildVersion.h>
 #include <fmt/format.h>
 
 namespace {
@@ -51,5 +52,8 @@ std::string helpText() {
 }
 
 std::string versionText() {
-    return "quorvane " QUORVANE_VERSION "\n";
+    const std::string built = BuildVersion::commit.empty()
+                                  ? ""
+                                  : fmt::format(" ({}, {})", BuildVersion::commit, BuildVersion::date);
+    return fmt::format("quorvane {}{}\n", BuildVersion::number, built);
 }

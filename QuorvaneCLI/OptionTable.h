@@ -9,8 +9,8 @@
 /// What an option takes.
 enum class OptionValue : std::uint8_t { none, text, folder, colorChoice, format, ecosystem, failOnName };
 
-/// All that is said of an option in one place: the reader of the command line and the help
-/// are made of this table.
+/// All that is said of an option in one place: the reader of the command line, the help, the manual page and the
+/// completions of the shells are made of this table.
 struct OptionRow {
     std::string_view group;
     std::string_view shortName;  ///< "o", or empty

@@ -233,7 +233,9 @@ TEST(CommandOptions, ReadsWhatTheHelpNames) {
         }
     }
     EXPECT_EQ(read({"--color=never", "."}).colour, ColourUse::never);
-    EXPECT_THAT(quorvane("--version").output, StartsWith("quorvane "));
+    EXPECT_THAT(quorvane("--version").output,
+                testing::ContainsRegex(
+                    "^quorvane [0-9.]+( \\([0-9a-f]+( with changes)?, [0-9]+-[0-9]+-[0-9]+\\))?\n$"));
 }
 
 TEST(Command, SendsColoursWhereTheyAreAskedFor) {
