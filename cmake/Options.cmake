@@ -29,4 +29,7 @@ function(quorvane_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;SEES;WRAPS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC quorvane_headers ${ARG_SEES} PRIVATE quorvane_options ${ARG_WRAPS})
+  # What is installed as one library is put together from these.
+  set_property(GLOBAL APPEND PROPERTY QUORVANE_LIBRARIES ${name})
+  set_property(GLOBAL APPEND PROPERTY QUORVANE_WRAPPED ${ARG_WRAPS})
 endfunction()

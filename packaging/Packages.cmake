@@ -1,0 +1,1 @@
+# Packages: see below.
