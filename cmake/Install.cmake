@@ -4,6 +4,10 @@ include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 set(QUORVANE_ZSH_COMPLETIONS ${CMAKE_INSTALL_DATADIR}/zsh/site-functions CACHE STRING "Where zsh looks for completions")
 
+# The day of the version, as the log of changes has it.
+file(STRINGS CHANGELOG.md release_heading REGEX "^## ${PROJECT_VERSION} ")
+string(REGEX MATCH "[0-9]+-[0-9]+-[0-9]+" QUORVANE_RELEASE_DATE "${release_heading}")
+
 if(QUORVANE_COMMAND)
   install(TARGETS quorvane COMPONENT quorvane)
   set(pages ${PROJECT_BINARY_DIR}/QuorvaneCLI/pages)
@@ -18,6 +22,22 @@ endif()
 if(QUORVANE_HAS_APP)
   install(TARGETS quorvane-app BUNDLE DESTINATION . COMPONENT quorvane-app
                                RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT quorvane-app)
+endif()
+# What a desktop knows of the program: its entry, its icons, and what a software center shows.
+if(QUORVANE_HAS_APP AND NOT APPLE)
+  install(FILES packaging/quorvane.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT quorvane-app)
+  set(themed ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
+  install(FILES packaging/quorvane.svg DESTINATION ${themed}/scalable/apps COMPONENT quorvane-app)
+  foreach(size IN LISTS QUORVANE_ICON_SIZES)
+    install(FILES ${PROJECT_BINARY_DIR}/QuorvaneApp/icons/${size}.png DESTINATION ${themed}/${size}x${size}/apps
+            RENAME quorvane.png COMPONENT quorvane-app)
+  endforeach()
+  configure_file(packaging/quorvane.metainfo.xml.in ${PROJECT_BINARY_DIR}/generated/app.quorvane.Quorvane.metainfo.xml)
+  install(FILES ${PROJECT_BINARY_DIR}/generated/app.quorvane.Quorvane.metainfo.xml
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo COMPONENT quorvane-app)
+  configure_file(packaging/quorvane-app.1.in ${PROJECT_BINARY_DIR}/generated/quorvane-app.1 @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/generated/quorvane-app.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+          COMPONENT quorvane-app)
 endif()
 
 # Of the headers, ScanKit.h and what it includes: what other programs cannot reach is not installed.

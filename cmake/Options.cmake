@@ -10,6 +10,9 @@ target_compile_options(quorvane_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Wold-style-cast
   # Records are built with named initializers, which leave out what keeps its default.
   -Wno-missing-field-initializers)
+# A released program does not say where it was built.
+target_compile_options(quorvane_options INTERFACE
+  $<$<CONFIG:Release>:-ffile-prefix-map=${PROJECT_BINARY_DIR}=. -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>)
 if(QUORVANE_WERROR)
   target_compile_options(quorvane_options INTERFACE -Werror)
 endif()

@@ -1,0 +1,25 @@
+#include "QuorvaneApp/Views/Controls/Appearance.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QPixmap>
+
+/// Writes the program's icon into a folder, "SIZE.png" for each size that a theme of icons has. The build runs it, without a
+/// screen; it is not installed.
+int main(int count, char** arguments) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(count, arguments);
+    if (count != 2) {
+        return 2;
+    }
+    const QDir folder(QString::fromLocal8Bit(arguments[1]));
+    const QIcon icon = Appearance::applicationIcon();
+    for (const QSize& size : icon.availableSizes()) {
+        const QString file = folder.filePath(QStringLiteral("%1.png").arg(size.width()));
+        if (!icon.pixmap(size, 1).save(file)) {
+            return 1;
+        }
+    }
+    return 0;
+}
