@@ -1,0 +1,1 @@
+// Empty: Qt includes it where it takes the system for macOS.
