@@ -4,6 +4,8 @@
 #include "ScanKit/Support/Text.h"
 #include "Tests/Reports/SampleResult.h"
 
+#include <algorithm>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -95,6 +97,49 @@ TEST(ResultText, FitsEachWidthAndCutsNothing) {
         }
         EXPECT_THAT(text, testing::Not(testing::HasSubstr("…"))) << columns;
         EXPECT_THAT(text, testing::HasSubstr("Metadata and file disagree")) << columns;
+    }
+}
+
+/// All that the command prints of a package, in each place of which this text stands.
+std::string shownWith(const std::string& text, const TextStyle& style) {
+    ScanKit::ScanResult result = ScanKit::resultOf({sharing("name" + text, {"A note" + text})});
+    ScanKit::Dependency& dependency = result.dependencies.front();
+    dependency.version = dependency.declared.emplace("1" + text);
+    dependency.license = "MIT" + text;
+    dependency.way = {text};
+    result.rootPath = "/folder" + text;
+    result.sources = {{ScanKit::Ecosystem::npm, "path" + text, "kind" + text}};
+    return resultText(result, {.projectName = "project" + text}, style) +
+           whyText(result, dependency.name, style) + style.warning(Terminal::safe(text));
+}
+
+TEST(ResultText, IsTornByNoTextOfAPackage) {
+    const std::string hostile[]{"\r",
+                                "\n",
+                                "\r\n",
+                                "\u0085",
+                                "\u2028",
+                                "\u202E",
+                                "\t",
+                                "\x1b[2J",
+                                std::string(1, 0),
+                                "=cmd|' /C'!A0",
+                                "\xFF",
+                                "@SUM(1)",
+                                "% {} {0}",
+                                std::string(3'000, 'x')};
+    const auto lines = std::ranges::count(shownWith("harmless", {}), '\n');
+    for (const std::string& text : hostile) {
+        const std::string shown = shownWith(text, {});
+        EXPECT_EQ(std::ranges::count(shown, '\n'), lines) << shown;
+        for (std::size_t at = 0; at < shown.size();) {
+            const char32_t scalar = ScanKit::Text::nextScalar(shown, at);
+            EXPECT_FALSE(scalar != '\n' &&
+                         (ScanKit::Text::isControl(scalar) || ScanKit::Text::isLineBreak(scalar) ||
+                          ScanKit::Text::turnsDirection(scalar)))
+                << static_cast<unsigned>(scalar);
+        }
+        EXPECT_THAT(shownWith(text, {.columns = 80}), testing::HasSubstr("\n1 dependency: 1 needs review\n"));
     }
 }
 
