@@ -152,6 +152,9 @@ int run(const CommandOptions& options) {
     for (const ScanKit::ScanWarning& warning : result.warnings) {
         print(stderr, style.warning(Terminal::safe(warning.sentence)));
     }
+    if (!result.warnings.empty() && style.columns) {
+        print(stderr, "\n");
+    }
     printResult(options, result, report);
     if (!isPrinted()) {
         print(stderr, std::string("quorvane: standard output: ") + std::strerror(outputError) + "\n");
