@@ -28,9 +28,15 @@ std::string nameAndVersion(const Dependency& dependency) {
     return dependency.version.empty() ? name : name + " " + Terminal::safe(dependency.version);
 }
 
-/// "anchor 3.3.0 (GPL-3.0-only)".
+/// "anchor 3.3.0", or "bell-buoy 2.0.1 (dev)".
+std::string markedName(const Dependency& dependency) {
+    return nameAndVersion(dependency) + (dependency.isDev ? " (dev)" : "");
+}
+
+/// "anchor 3.3.0 (GPL-3.0-only)", or "bell-buoy 2.0.1 (dev; GPL-3.0-only)".
 std::string named(const Dependency& dependency) {
-    return fmt::format("{} ({})", nameAndVersion(dependency), Terminal::safe(dependency.licenseDisplay()));
+    return fmt::format("{} ({}{})", nameAndVersion(dependency), dependency.isDev ? "dev; " : "",
+                       Terminal::safe(dependency.licenseDisplay()));
 }
 
 std::vector<std::string> namesOf(const Dependencies& dependencies, std::string (&name)(const Dependency&)) {
@@ -42,7 +48,7 @@ std::vector<std::string> namesOf(const Dependencies& dependencies, std::string (
 
 /// The first few names, and how many more there are.
 std::string firstNames(const Dependencies& dependencies) {
-    std::vector<std::string> names = namesOf(dependencies, nameAndVersion);
+    std::vector<std::string> names = namesOf(dependencies, markedName);
     // One more is named in the place that "and 1 more" would take.
     if (names.size() <= namedForAFlag + 1) {
         return ScanKit::Text::joined(names, ", ");

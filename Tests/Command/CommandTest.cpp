@@ -85,10 +85,12 @@ TEST(Command, SaysWhyAPackageIsThere) {
 
 TEST(Command, ReadsTheWorkspaceSample) {
     const Outcome found = quorvane("--quiet --include-dev " + quoted(QUORVANE_WORKSPACE_SAMPLE));
-    EXPECT_THAT(found.output,
-                AllOf(HasSubstr("(pnpm lockfile; 5 entries: 4 listed, 1 optional and not installed)"),
-                      HasSubstr("\n4 dependencies: 2 need review\n"),
-                      HasSubstr("“The lamp made with this Software must carry the words")));
+    EXPECT_THAT(
+        found.output,
+        AllOf(HasSubstr("(pnpm lockfile; 5 entries: 4 listed, 1 optional and not installed)"),
+              HasSubstr("\n      bell-buoy 2.0.1 (dev; GPL-3.0-only)\n"),
+              HasSubstr("\n4 dependencies: 2 need review\n     1  Copyleft (GPL): bell-buoy 2.0.1 (dev)\n"),
+              HasSubstr("“The lamp made with this Software must carry the words")));
     EXPECT_THAT(found.error, IsEmpty());
 }
 
