@@ -58,7 +58,7 @@ std::string fileName(const ReportFormat& format, std::string_view projectName) {
     if (!format.fileName.starts_with(' ')) {
         return std::string(format.fileName);
     }
-    std::string name = Text::validUtf8(std::string(projectName));
+    std::string name = Text::oneLine(std::string(projectName));
     // One separates folders here, the other did on older systems and still reads as one in file managers.
     for (char& c : name) {
         c = c == '/' || c == ':' ? '-' : c;

@@ -33,7 +33,7 @@ std::span<const ReportFormat> reportFormats();
 /// The set of all of them.
 ReportFormats allReportFormats();
 
-/// The name of a report's file. In the project's name "/" and ":" become "-".
+/// The name of a report's file, on one line. In the project's name "/" and ":" become "-".
 std::string fileName(const ReportFormat& format, std::string_view projectName);
 
 }  // namespace ScanKit
