@@ -54,8 +54,9 @@ void describe(CLI::App& app, RawOptions& raw, CommandOptions& options) {
     app.add_option("FOLDER", raw.folder, "The project folder")->required()->type_name("");
     app.add_option("-o,--output", raw.output, "Write reports into this folder, made when missing")
         ->type_name("DIR");
-    app.add_option("--formats", raw.formats,
-                   "Which of " + ScanKit::Text::joined(formatNames(), ",") + " to write; all when left out")
+    app.add_option(
+           "--formats", raw.formats,
+           "Which of " + ScanKit::Text::joined(formatNames(), ",") + " to write; all but html when left out")
         ->delimiter(',')
         ->type_name("LIST")
         ->needs("--output");
@@ -156,7 +157,7 @@ std::variant<CommandOptions, CommandEnd> readCommandLine(int count, const char* 
         return wrong(*unknown);
     }
     if (options.formats == ScanKit::ReportFormats::none) {
-        options.formats = ScanKit::allReportFormats();
+        options.formats = ScanKit::usualReportFormats();
     }
     options.folder = ScanKit::absolutePath(raw.folder);
     if (app.count("--output") > 0) {

@@ -8,11 +8,12 @@ namespace ScanKit::Exports {
 namespace {
 
 NoticePart partOf(const ReproducedText& one) {
+    NoticePart part{.text = one.text, .identifier = one.identifier};
     if (!one.text) {
-        return {.remarks = {fmt::format("The text of {} is not included. See the package's source for it.",
-                                        one.identifier)}};
+        part.remarks.push_back(
+            fmt::format("The text of {} is not included. See the package's source for it.", one.identifier));
+        return part;
     }
-    NoticePart part{.text = one.text};
     part.remarks.push_back(fmt::format(
         "No license file was included with this package. The standard {} text follows.", one.identifier));
     if (one.placeholder) {

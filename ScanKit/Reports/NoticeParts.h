@@ -12,9 +12,10 @@ namespace ScanKit::Exports {
 /// One text that the notices give for a package, with what is to be said about it. Views look into the dependency or into
 /// what is built into the program.
 struct NoticePart {
-    std::vector<std::string> remarks;      ///< in plain words, to be told apart from the text
-    std::optional<std::string_view> text;  ///< as it stands; absent when there is none to give
-    bool isNotice = false;                 ///< the package's own NOTICE, not its license
+    std::vector<std::string> remarks;       ///< in plain words, to be told apart from the text
+    std::optional<std::string_view> text;   ///< as it stands; absent when there is none to give
+    std::optional<std::string> identifier;  ///< of the license or exception, where the text is a built-in one
+    bool isNotice = false;                  ///< the package's own NOTICE, not its license
 
     bool operator==(const NoticePart&) const = default;
 };

@@ -110,21 +110,21 @@ private:
     bool exists_ = false;
 };
 
-class OpenFile {
+class WrittenFile {
 public:
-    explicit OpenFile(int descriptor) : descriptor_(descriptor) {
+    explicit WrittenFile(int descriptor) : descriptor_(descriptor) {
         if (isOpen()) {
             // Tells other processes that somebody still writes here, also those that do not see this one's number.
             flock(descriptor_, LOCK_EX | LOCK_NB);
         }
     }
-    ~OpenFile() {
+    ~WrittenFile() {
         if (isOpen()) {
             close(descriptor_);
         }
     }
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
+    WrittenFile(const WrittenFile&) = delete;
+    WrittenFile& operator=(const WrittenFile&) = delete;
 
     bool isOpen() const { return descriptor_ >= 0; }
     int descriptor() const { return descriptor_; }
@@ -165,7 +165,7 @@ constexpr int mostAttempts = 1'000;
 
 int saveUnnamed(const Path& file, const Path& folder, const std::string& bytes) {
 #ifdef O_TMPFILE
-    OpenFile unnamed(open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, usualMode));
+    WrittenFile unnamed(open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, usualMode));
     if (!unnamed.isOpen()) {
         return notPossible;
     }
@@ -199,7 +199,7 @@ int saveUnnamed(const Path& file, const Path& folder, const std::string& bytes) 
 int saveNamed(const Path& file, const Path& folder, const std::string& bytes) {
     for (int attempt = 0; attempt < mostAttempts; ++attempt) {
         NameAside aside(folder);
-        OpenFile named(open(aside.path().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, usualMode));
+        WrittenFile named(open(aside.path().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, usualMode));
         if (!named.isOpen() && errno == EEXIST) {
             continue;
         }

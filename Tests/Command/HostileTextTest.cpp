@@ -160,6 +160,17 @@ std::size_t linesThatBegin(std::string_view text, std::string_view beginning) {
         std::ranges::count_if(lines, [&](std::string_view line) { return line.starts_with(beginning); }));
 }
 
+/// The names of all elements of a page.
+std::set<std::string> tagsOf(std::string_view html) {
+    std::set<std::string> names;
+    for (std::size_t place = html.find('<'); place != std::string_view::npos;
+         place = html.find('<', place + 1)) {
+        const std::string_view tag = html.substr(place + (html[place + 1] == '/' ? 2 : 1));
+        names.emplace(tag.substr(0, tag.find_first_of(" >\n")));
+    }
+    return names;
+}
+
 void expectOneLineEach(const ScanResult& result) {
     for (const Dependency& one : result.dependencies) {
         for (const std::string& field :
@@ -200,6 +211,13 @@ void expectWholeExports(const ScanResult& result, const ReportOptions& options) 
     const std::string json = Exports::json(result, options);
     EXPECT_TRUE(isPlain(json, "\n"));
     EXPECT_EQ(linesThatBegin(json, "      \"devOnly\" : "), count);
+
+    const std::string html = Exports::html(result, options);
+    EXPECT_TRUE(isPlain(html, "\n\f\t"));
+    EXPECT_THAT(tagsOf(html),
+                ::testing::IsSubsetOf({"!DOCTYPE", "a",      "bdi",     "body", "h1",    "h2",    "h3",
+                                       "head",     "header", "html",    "li",   "main",  "meta",  "nav",
+                                       "p",        "pre",    "section", "span", "style", "title", "ul"}));
 
     for (const std::size_t columns : {30, 80, 5'000}) {
         const std::string terminal = resultText(result, options, {.columns = columns});

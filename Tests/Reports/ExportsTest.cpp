@@ -23,6 +23,7 @@ TEST(Exports, WholeFilesOfTheSampleProjectAndOfAnEmptyOne) {
     ReportOptions options = sampleOptions();
     for (const auto& [name, result] : {std::pair{"sample", sampleResult()}, {"empty", resultOf({})}}) {
         expectGolden(std::string(name) + "-NOTICE.txt", Exports::notice(result, options));
+        expectGolden(std::string(name) + "-NOTICE.html", Exports::html(result, options));
         expectGolden(std::string(name) + ".csv", Exports::csv(result, options));
         expectGolden(std::string(name) + ".json", Exports::json(result, options));
     }
@@ -113,8 +114,9 @@ TEST(Exports, TakeAnyBytesAndNamesOfFiles) {
     for (const ReportFormat& format : reportFormats()) {
         names.push_back(fileName(format, options.projectName));
     }
-    EXPECT_THAT(names, ::testing::ElementsAre(stem + "License Report.pdf", "NOTICE.txt",
-                                              stem + "Dependencies.csv", stem + "Dependencies.json"));
+    EXPECT_THAT(names,
+                ::testing::ElementsAre(stem + "License Report.pdf", "NOTICE.txt", stem + "Dependencies.csv",
+                                       stem + "Dependencies.json", "NOTICE.html"));
 }
 
 }  // namespace

@@ -87,8 +87,8 @@ that go with a program when it ships. It reads the project folder and changes no
 <p><b>2. Look</b> at what needs review. The sidebar filters the packages, the search finds names and
 licenses, and the details tell how each license was found.</p>
 <p><b>3. Mend</b> what the warnings at the top ask for, and scan again.</p>
-<p><b>4. Export</b> the reports: a PDF with the flags, a NOTICE file with every license text, a CSV table,
-and JSON.</p>
+<p><b>4. Export</b> the reports: a PDF with the flags, a NOTICE file with every license text, as text or
+as a page for an app's own screen, a CSV table, and JSON.</p>
 <p>What Quorvane says is information, not legal advice.</p>
 <h2>Categories</h2>%1
 <h2>Flags</h2>
