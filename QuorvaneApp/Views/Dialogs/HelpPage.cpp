@@ -33,7 +33,8 @@ constexpr auto categoryMeanings = std::to_array<Meaning<LicenseCategory>>({
      "Like copyleft, and offering the program over a network can be enough to bring the duty about."},
     {LicenseCategory::proprietary,
      "The license is not an open-source license. Read its terms before you use the package."},
-    {LicenseCategory::unknown, "The license was not recognized, so nothing can be said about it."},
+    {LicenseCategory::unknown,
+     "No license was found, or none that is recognized, so nothing can be said about it."},
 });
 static_assert(ScanKit::hasRowForEachEnumerator(categoryMeanings), "each enumerator needs its row here");
 
