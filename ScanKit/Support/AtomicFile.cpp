@@ -163,7 +163,8 @@ bool moveInto(NameAside& aside, const Path& file) {
 /// A name is met only by what an earlier process with this one's number left, or one that does not share its numbers.
 constexpr int mostAttempts = 1'000;
 
-int saveUnnamed(const Path& file, const Path& folder, const std::string& bytes) {
+int saveUnnamed([[maybe_unused]] const Path& file, [[maybe_unused]] const Path& folder,
+                [[maybe_unused]] const std::string& bytes) {
 #ifdef O_TMPFILE
     WrittenFile unnamed(open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, usualMode));
     if (!unnamed.isOpen()) {
