@@ -95,6 +95,7 @@ void exportResult(benchmark::State& state, Export write) {
     state.SetBytesProcessed(static_cast<int64_t>(bytes));
 }
 BENCHMARK_CAPTURE(exportResult, NOTICE, &ScanKit::Exports::notice)->Arg(3'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(exportResult, HTML, &ScanKit::Exports::html)->Arg(3'000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(exportResult, CSV, &ScanKit::Exports::csv)->Arg(3'000)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(exportResult, JSON, &ScanKit::Exports::json)->Arg(3'000)->Unit(benchmark::kMillisecond);
 

@@ -8,6 +8,7 @@
 #include "QuorvaneApp/Updates/Updater.h"
 #include "QuorvaneApp/Views/Controls/Appearance.h"
 #include "QuorvaneApp/Views/Dialogs/DialogUpdatePresenter.h"
+#include "ScanKit/Support/AtomicFile.h"
 
 #include <QAction>
 #include <QApplication>
@@ -57,6 +58,7 @@ void openLink(const QString& address) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    ScanKit::removeUnfinishedFilesOnSignals();
     QApplication application(argc, argv);
     describe(application);
     const QString folder = readArguments(application);

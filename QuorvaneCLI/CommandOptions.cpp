@@ -150,7 +150,7 @@ std::variant<CommandOptions, CommandEnd> readCommandLine(int count, const char* 
         return wrong(*unknown);
     }
     if (options.formats == ScanKit::ReportFormats::none) {
-        options.formats = ScanKit::allReportFormats();
+        options.formats = ScanKit::usualReportFormats();
     }
     options.folder = ScanKit::absolutePath(raw.folder);
     if (app.count("--output") > 0) {

@@ -25,7 +25,7 @@ constexpr auto rows = std::to_array<OptionRow>({
     {printed, "", "quiet", "", none, false, "Show no progress"},
     {reports, "o", "output", "DIR", folder, false, "Write reports into this folder, made when missing"},
     {reports, "", "formats", "LIST", format, true,
-     "Which reports to write: {}, with commas between them; all when left out. Needs --output"},
+     "Which reports to write: {}, with commas between them; all but html when left out. Needs --output"},
     {reports, "", "include-dev", "", none, false, "Report packages that only the development needs, too"},
     {reports, "", "project-name", "TEXT", text, false,
      "The name that the reports print; that of the folder when left out"},

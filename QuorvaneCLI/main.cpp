@@ -8,6 +8,7 @@
 #include "ScanKit/Reports/ReportWriter.h"
 #include "ScanKit/Scan/ProjectDetection.h"
 #include "ScanKit/Scan/Scanner.h"
+#include "ScanKit/Support/AtomicFile.h"
 #include "ScanKit/Support/Paths.h"
 
 #include <algorithm>
@@ -188,6 +189,7 @@ void keepFreedMemory() {
 
 int main(int count, char** arguments) {
     keepFreedMemory();
+    ScanKit::removeUnfinishedFilesOnSignals();
     const auto command = readCommandLine(count, arguments);
     if (const auto* end = std::get_if<CommandEnd>(&command)) {
         print(stdout, end->output);

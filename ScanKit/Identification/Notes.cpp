@@ -147,9 +147,13 @@ private:
     }
 
     void noteChoice() {
-        if (chosen().kind() == LicenseExpression::Kind::anyOf) {
+        // Nearly every package is under a single license.
+        if (chosen().kind() == LicenseExpression::Kind::license) {
+            return;
+        }
+        if (const std::optional<std::string> taken = reproducedTexts(chosen()).takenOption) {
             note("Offered under a choice of licenses (" + chosen().description() + "). This report assumes " +
-                 chosen().chosenOption().description() + ".");
+                 *taken + ".");
         }
     }
 
@@ -236,9 +240,14 @@ private:
             return;
         }
         raise(Flag::noLicenseFile);
-        const bool isBuiltIn = std::ranges::all_of(
-            reproducedTexts(chosen()), [](const ReproducedText& one) { return one.text || one.isException; });
-        note(isBuiltIn ? standardTextNote : noStandardTextNote);
+        const ReproducedTexts reproduced = reproducedTexts(chosen());
+        note(reproduced.hasEveryLicense() ? standardTextNote : noStandardTextNote);
+        const std::vector<std::string> others = reproduced.identifiers(false);
+        if (reproduced.hasAny() && !others.empty()) {
+            note("The NOTICE file has the standard text of " +
+                 Text::joined(reproduced.identifiers(true), " and ") + ", but not that of " +
+                 Text::joined(others, " or ") + ". Add it from the project's website.");
+        }
     }
 
     void noteNotOnDisk() {

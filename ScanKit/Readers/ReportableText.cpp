@@ -16,13 +16,13 @@ void makeField(std::string& text) {
     text = Text::oneLine(std::move(text));
 }
 
-/// A declared license may have several lines.
+/// A declared license may have several lines. A blank one counts as absent, which one that shows what it is made of would not.
 void makeText(std::string& text) {
     if (text.find('@') != std::string::npos) {
         text = withoutCredentials(text);
     }
-    if (text.find('\r') != std::string::npos) {
-        text = Text::replacingAll(Text::replacingAll(text, "\r\n", "\n"), "\r", "\n");
+    if (!Text::isBlank(text)) {
+        text = Text::plainLines(std::move(text));
     }
 }
 

@@ -5,7 +5,7 @@
 namespace ScanKit {
 
 /// Makes a record fit to be handed on, whatever its package wrote into its metadata: name, version and source stand on
-/// one line each, so that no package can write a line of a report; the declared license has plain line feeds; and no text holds
+/// one line each, so that no package can write a line of a report; the declared license has plain lines; and no text holds
 /// the user information of a web address, which may be a token.
 void makeReportable(RawDependency& package);
 

@@ -16,6 +16,9 @@ inline constexpr std::string_view disclaimer =
 
 /// The third-party notices: a list of all reported packages, then a block for each with its license text.
 std::string notice(const ScanResult& result, const ReportOptions& options);
+/// What `notice` holds as one page for a browser, which loads nothing and runs nothing: a list of the packages, then each text
+/// once, with all packages that it belongs to.
+std::string html(const ScanResult& result, const ReportOptions& options);
 /// One row a package, for a spreadsheet: CR LF line ends, cells that look like formulas made harmless.
 std::string csv(const ScanResult& result, const ReportOptions& options);
 /// The project, sources, warnings, counts and one object a package; keys sorted.

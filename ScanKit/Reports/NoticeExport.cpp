@@ -1,13 +1,11 @@
 #include "ScanKit/Reports/Exports.h"
 
-#include "ScanKit/Identification/LicenseExpression.h"
-#include "ScanKit/Identification/ReproducedTexts.h"
+#include "ScanKit/Reports/NoticeParts.h"
 #include "ScanKit/Reports/ReportSummary.h"
 #include "ScanKit/Support/Dates.h"
 #include "ScanKit/Support/Text.h"
 
-#include <algorithm>
-#include <optional>
+#include <iterator>
 #include <vector>
 
 #include <fmt/format.h>
@@ -19,43 +17,14 @@ constexpr std::string_view separator =
     "==============================================================================";
 static_assert(separator.size() == 78);
 
-/// The built-in texts that the license calls for; none when there is not a single one.
-std::vector<ReproducedText> standardTextsOf(const std::string& license) {
-    const std::optional<LicenseExpression> expression = LicenseExpression::parse(license);
-    if (!expression) {
-        return {};
+void appendPart(std::string& output, const NoticePart& part) {
+    output += part.isNotice ? "--- NOTICE ---\n" : "";
+    for (const std::string& remark : part.remarks) {
+        fmt::format_to(std::back_inserter(output), "[{}]\n", remark);
     }
-    std::vector<ReproducedText> texts = reproducedTexts(*expression);
-    const bool hasAny =
-        std::ranges::any_of(texts, [](const ReproducedText& one) { return one.text.has_value(); });
-    return hasAny ? texts : std::vector<ReproducedText>();
-}
-
-void appendLicenseText(std::string& output, const Dependency& dependency) {
-    if (dependency.licenseText) {
-        output += *dependency.licenseText;
-        output += '\n';
-        return;
-    }
-    // The author's own text, copyright line included, is always better than the standard one.
-    const auto texts =
-        dependency.license ? standardTextsOf(*dependency.license) : std::vector<ReproducedText>();
-    if (texts.empty()) {
-        output += "[No license text was found for this package. See its source for license terms.]\n";
-        return;
-    }
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        output += i == 0 ? "" : "\n";
-        if (texts[i].text) {
-            fmt::format_to(
-                std::back_inserter(output),
-                "[No license file was included with this package. The standard {} text follows.]\n\n{}\n",
-                texts[i].identifier, *texts[i].text);
-        } else {
-            fmt::format_to(std::back_inserter(output),
-                           "[The text of {} is not included. See the package's source for it.]\n",
-                           texts[i].identifier);
-        }
+    if (part.text) {
+        const bool isIntroduced = part.isNotice || !part.remarks.empty();
+        fmt::format_to(std::back_inserter(output), "{}{}\n", isIntroduced ? "\n" : "", *part.text);
     }
 }
 
@@ -65,10 +34,10 @@ void appendBlock(std::string& output, const Dependency& dependency) {
     if (dependency.source) {
         fmt::format_to(std::back_inserter(output), "Source: {}\n", *dependency.source);
     }
-    fmt::format_to(std::back_inserter(output), "{}\n\n", separator);
-    appendLicenseText(output, dependency);
-    if (dependency.noticeText) {
-        fmt::format_to(std::back_inserter(output), "\n--- NOTICE ---\n\n{}\n", *dependency.noticeText);
+    fmt::format_to(std::back_inserter(output), "{}\n", separator);
+    for (const NoticePart& part : noticeParts(dependency)) {
+        output += '\n';
+        appendPart(output, part);
     }
 }
 

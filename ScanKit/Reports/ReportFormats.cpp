@@ -19,6 +19,12 @@ constexpr auto rows = std::to_array<ReportFormat>({
      Exports::notice},
     {ReportFormats::csv, "csv", "CSV (one row per package)", " Dependencies.csv", Exports::csv},
     {ReportFormats::json, "json", "JSON", " Dependencies.json", Exports::json},
+    {.bit = ReportFormats::html,
+     .rawValue = "html",
+     .title = "NOTICE.html (the notices as a page, for an app's own screen)",
+     .fileName = "NOTICE.html",
+     .bytes = Exports::html,
+     .isUsual = false},
 });
 
 consteval bool rowsAreComplete() {
@@ -54,11 +60,19 @@ ReportFormats allReportFormats() {
     return all;
 }
 
+ReportFormats usualReportFormats() {
+    ReportFormats usual = ReportFormats::none;
+    for (const ReportFormat& row : rows) {
+        usual = row.isUsual ? usual | row.bit : usual;
+    }
+    return usual;
+}
+
 std::string fileName(const ReportFormat& format, std::string_view projectName) {
     if (!format.fileName.starts_with(' ')) {
         return std::string(format.fileName);
     }
-    std::string name = Text::validUtf8(std::string(projectName));
+    std::string name = Text::oneLine(std::string(projectName));
     // One separates folders here, the other did on older systems and still reads as one in file managers.
     for (char& c : name) {
         c = c == '/' || c == ':' ? '-' : c;

@@ -10,7 +10,7 @@ struct ReportOptions;
 struct ScanResult;
 
 /// The report formats as bits of a set, in the order in which they are written.
-enum class ReportFormats : unsigned { none = 0, pdf = 1, notice = 2, csv = 4, json = 8 };
+enum class ReportFormats : unsigned { none = 0, pdf = 1, notice = 2, csv = 4, json = 8, html = 16 };
 
 constexpr ReportFormats operator|(ReportFormats a, ReportFormats b) {
     return static_cast<ReportFormats>(static_cast<unsigned>(a) | static_cast<unsigned>(b));
@@ -26,14 +26,17 @@ struct ReportFormat {
     std::string_view title;     ///< what people read: "NOTICE.txt (every package with its license text)"
     std::string_view fileName;  ///< begins with a blank when the project's name stands before it
     std::string (&bytes)(const ScanResult&, const ReportOptions&);  ///< the finished file
+    bool isUsual = true;                                            ///< written when nobody chooses
 };
 
 /// The reports, in the order in which they are written.
 std::span<const ReportFormat> reportFormats();
 /// The set of all of them.
 ReportFormats allReportFormats();
+/// The set of those that are written when nobody chooses.
+ReportFormats usualReportFormats();
 
-/// The name of a report's file. In the project's name "/" and ":" become "-".
+/// The name of a report's file, on one line. In the project's name "/" and ":" become "-".
 std::string fileName(const ReportFormat& format, std::string_view projectName);
 
 }  // namespace ScanKit

@@ -20,13 +20,9 @@ struct SavedReports {
     bool operator==(const SavedReports&) const = default;
 };
 
-/// Writes the chosen reports into an existing folder, in the order of `reportFormats`. Each file appears
-/// whole or not at all: it is written aside in the same folder, flushed and moved into place, replacing a
-/// file of the same name. The first failure stops it; files written before stay, and no leftover remains.
+/// Writes the chosen reports into an existing folder, in the order of `reportFormats`. Each file appears whole or not at
+/// all: see `saveFile`. The first failure stops it; files written before stay.
 SavedReports saveReports(const ScanResult& result, const ReportOptions& options, ReportFormats formats,
                          const std::filesystem::path& folder);
-
-/// Writes one file as described above; the system's reason when that fails.
-std::optional<std::string> saveFile(const std::filesystem::path& file, const std::string& bytes);
 
 }  // namespace ScanKit

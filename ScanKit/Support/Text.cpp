@@ -53,6 +53,28 @@ std::vector<std::string_view> piecesBetween(std::string_view text, Predicate div
     return pieces;
 }
 
+constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
+
+/// U+FFFD in place of what ends a line, steers a terminal or turns the text around it, but for the ASCII characters `kept`.
+std::string withoutControls(std::string text, std::string_view kept) {
+    if (std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; })) {
+        return text;
+    }
+    std::string result;
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t begin = i;
+        const char32_t scalar = nextScalar(text, i);
+        const bool isKept = scalar < 0x80 && kept.find(static_cast<char>(scalar)) != std::string_view::npos;
+        const bool isHarmful = isControl(scalar) || isLineBreak(scalar) || turnsDirection(scalar);
+        if (scalar == 0xFFFD || (isHarmful && !isKept)) {
+            result += replacementCharacter;
+        } else {
+            result.append(text, begin, i - begin);
+        }
+    }
+    return result;
+}
+
 template <typename Predicate>
 std::string_view trimmedWhere(std::string_view text, Predicate dropped) {
     std::size_t begin = 0;
@@ -123,8 +145,6 @@ void walkCharacters(std::string_view text, Body body) {
     }
     utext_close(opened);
 }
-
-constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
 
 }  // namespace
 
@@ -230,20 +250,15 @@ std::string validUtf8(std::string text) {
 }
 
 std::string oneLine(std::string text) {
-    if (std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; })) {
-        return text;
+    return withoutControls(std::move(text), "");
+}
+
+std::string plainLines(std::string text) {
+    // Nearly every declared license is a word or two.
+    if (text.find('\r') == std::string::npos) {
+        return withoutControls(std::move(text), "\n\t");
     }
-    std::string result;
-    for (std::size_t i = 0; i < text.size();) {
-        const std::size_t begin = i;
-        const char32_t scalar = nextScalar(text, i);
-        if (scalar == 0xFFFD || isControl(scalar) || isLineBreak(scalar) || turnsDirection(scalar)) {
-            result += replacementCharacter;
-        } else {
-            result.append(text, begin, i - begin);
-        }
-    }
-    return result;
+    return withoutControls(replacingAll(replacingAll(text, "\r\n", "\n"), "\r", "\n"), "\n\t");
 }
 
 std::optional<std::string> fromUTF16(std::string_view bytes) {

@@ -53,6 +53,8 @@ bool isValidUtf8(std::string_view text);
 /// The text for a place of one line: U+FFFD for each invalid part, and for each character that would end the line, do
 /// something to a terminal, or show the text around it in another order.
 std::string oneLine(std::string text);
+/// The same for a place of several lines: CR LF and CR become line feeds, which stay, and so do tabs.
+std::string plainLines(std::string text);
 /// The text that UTF-16 bytes stand for, without the mark at their start, which says the byte order. None for bytes
 /// without such a mark; U+FFFD for each invalid part.
 std::optional<std::string> fromUTF16(std::string_view bytes);

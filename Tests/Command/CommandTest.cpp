@@ -191,7 +191,7 @@ TEST(Command, RefusesWrongUsageInOneLineWithStatusTwo) {
         {"", "FOLDER"},
         {"--nonsense " + folder, "--nonsense"},
         {"--formats json " + folder, "--output"},
-        {"-o /tmp --formats doc " + folder, "--formats takes pdf, notice, csv and json, not \"doc\"\n"},
+        {"-o /tmp --formats doc " + folder, "--formats takes pdf, notice, csv, json and html, not \"doc\"\n"},
         {"--ecosystem cargo " + folder, "--ecosystem takes swiftpm, npm or python, not \"cargo\"\n"},
         {"--color red " + folder, "--color takes auto, always or never, not \"red\"\n"},
         {"--fail-on nothing " + folder, "--fail-on takes categories, flags and review, not \"nothing\"\n"},

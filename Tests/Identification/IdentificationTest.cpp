@@ -212,7 +212,20 @@ TEST(Identify, TellsWhatIsMissing) {
     EXPECT_THAT(notes("BSL-1.0"), ElementsAre(HasSubstr("no standard text is bundled")));
     EXPECT_THAT(notes("MIT OR BSL-1.0"),
                 ElementsAre(StartsWith("Offered"), HasSubstr("uses the standard license text")));
-    EXPECT_THAT(notes("MIT AND BSL-1.0"), ElementsAre(HasSubstr("no standard text is bundled")));
+    const auto gives = [](const std::string& with, const std::string& without) {
+        return "The NOTICE file has the standard text of " + with + ", but not that of " + without +
+               ". Add it from the project's website.";
+    };
+    EXPECT_THAT(notes("MIT AND BSL-1.0 AND ISC"),
+                ElementsAre(HasSubstr("no standard text is bundled"), gives("MIT and ISC", "BSL-1.0")));
+    EXPECT_THAT(notes("BSL-1.0 AND WTFPL"), ElementsAre(HasSubstr("no standard text is bundled")));
+    EXPECT_THAT(
+        notes("GPL-2.0-only WITH Classpath-exception-2.0"),
+        ElementsAre(StartsWith("Copyleft with an exception"), HasSubstr("uses the standard license text"),
+                    gives("GPL-2.0-only", "Classpath-exception-2.0")));
+    EXPECT_THAT(
+        notes("MIT AND (GPL-3.0-only OR ISC)").front(),
+        "Offered under a choice of licenses (MIT AND (GPL-3.0-only OR ISC)). This report assumes MIT AND ISC.");
 
     using enum Ecosystem;
     struct Case {

@@ -23,6 +23,7 @@ TEST(Exports, WholeFilesOfTheSampleProjectAndOfAnEmptyOne) {
     ReportOptions options = sampleOptions();
     for (const auto& [name, result] : {std::pair{"sample", sampleResult()}, {"empty", resultOf({})}}) {
         expectGolden(std::string(name) + "-NOTICE.txt", Exports::notice(result, options));
+        expectGolden(std::string(name) + "-NOTICE.html", Exports::html(result, options));
         expectGolden(std::string(name) + ".csv", Exports::csv(result, options));
         expectGolden(std::string(name) + ".json", Exports::json(result, options));
     }
@@ -30,44 +31,56 @@ TEST(Exports, WholeFilesOfTheSampleProjectAndOfAnEmptyOne) {
     expectGolden("sample-with-dev.csv", Exports::csv(sampleResult(), options));
 }
 
-TEST(Exports, NoticeReproducesTheTextOfTheChosenLicense) {
-    const std::pair<std::string, std::string> cases[] = {
-        {"GPL-3.0-only OR Zlib", "Zlib text"},
-        {"GPL-2.0-or-later", "GPL-2.0-or-later text follows.]\n\nGNU GENERAL PUBLIC LICENSE"},
-        {"Apache-2.0 AND MIT", "Apache-2.0 text follows.]\n\nApache License"},
-        {"BSD-4-Clause", ""},
+TEST(Exports, NoticeSaysWhatItReproducesForAPackageWithoutAText) {
+    const auto standard = [](const std::string& name, const std::string& begin) {
+        return "[No license file was included with this package. The standard " + name + " text follows.]\n" +
+               begin;
     };
-    for (const auto& [license, introduced] : cases) {
-        SCOPED_TRACE(license);
-        const std::string notice = Exports::notice(resultOf({{.name = "p", .license = license}}), {});
-        EXPECT_THAT(notice, HasSubstr(introduced.empty()
-                                          ? "\n\n[No license text was found for this package."
-                                          : "[No license file was included with this package. The standard " +
-                                                introduced));
-        EXPECT_THAT(notice, Not(EndsWith("\n\n")));  // a standard text is trimmed
-    }
-}
-
-TEST(Exports, NoticeReproducesEveryTextThatAppliesAndNamesTheOthers) {
-    const auto linesInBrackets = [](const char* license) {
-        const std::string notice = Exports::notice(resultOf({{.name = "p", .license = license}}), {});
-        std::vector<std::string> lines;
-        for (const std::string_view line : Text::nonEmptyLines(notice)) {
-            if (line.starts_with("[The text") || line.starts_with("[No license")) {
-                lines.emplace_back(line);
-            }
+    const auto isNotIncluded = [](const std::string& name) {
+        return "[The text of " + name + " is not included. See the package's source for it.]\n";
+    };
+    const auto gap = [](const std::string& line) {
+        return "[Its line “" + line + "” is a placeholder: the year and the names are not known here.]\n";
+    };
+    const std::string mitGap = gap("Copyright (c) <year> <copyright holders>"),
+                      none =
+                          "[No license text was found for this package. See its source for license terms.]\n";
+    const auto takes = [](const std::string& option) {
+        return "[Offered under a choice of licenses. " + option + " is taken here.]\n";
+    };
+    struct Case {
+        std::string license;
+        std::vector<std::string> parts;  ///< in this order, each behind an empty line
+    };
+    const Case cases[]{
+        {"MIT", {standard("MIT", mitGap + "\nMIT License\n\nCopyright (c) <year>")}},
+        {"0BSD", {standard("0BSD", gap("Copyright (C) YEAR by AUTHOR EMAIL"))}},
+        {"GPL-3.0-only OR Zlib", {takes("Zlib") + standard("Zlib", "\nzlib License\n")}},
+        {"GPL-2.0-or-later", {standard("GPL-2.0-or-later", "\nGNU GENERAL PUBLIC LICENSE\n")}},
+        {"Apache-2.0 AND MIT AND Apache-2.0",
+         {standard("Apache-2.0", "\nApache License\n"), standard("MIT", mitGap + "\nMIT License\n")}},
+        {"BSL-1.0 AND GPL-2.0-only WITH Classpath-exception-2.0",
+         {isNotIncluded("BSL-1.0"), standard("GPL-2.0-only", "\nGNU"),
+          isNotIncluded("Classpath-exception-2.0")}},
+        {"Zlib AND (GPL-3.0-only OR (Unlicense AND BSL-1.0) OR CC0-1.0)",
+         {takes("Zlib AND CC0-1.0") + standard("Zlib", "\nzlib"), standard("CC0-1.0", "\nCreative Commons")}},
+        {"BSL-1.0 OR GPL-3.0-only", {none}},
+        {"BSL-1.0 AND WTFPL", {none}},
+        {"Custom terms", {none}},
+    };
+    for (const Case& one : cases) {
+        SCOPED_TRACE(one.license);
+        std::string notice = Exports::notice(resultOf({{.name = "p", .license = one.license}}), {});
+        std::size_t place = notice.rfind(std::string(78, '=')) + 79;
+        for (const std::string& part : one.parts) {
+            const std::size_t begin = notice.find("\n\n[", place - 1);
+            ASSERT_NE(begin, std::string::npos) << "before: " << part;
+            EXPECT_EQ(notice.substr(begin + 2, part.size()), part);
+            place = begin + 2 + part.size();
         }
-        return lines;
-    };
-    EXPECT_THAT(linesInBrackets("Apache-2.0 AND MIT AND Apache-2.0"),
-                ElementsAre(HasSubstr("standard Apache-2.0 text"), HasSubstr("standard MIT text")));
-    EXPECT_THAT(
-        linesInBrackets("BSL-1.0 AND GPL-2.0-only WITH Classpath-exception-2.0"),
-        ElementsAre(
-            "[The text of BSL-1.0 is not included. See the package's source for it.]",
-            HasSubstr("standard GPL-2.0-only text"),
-            "[The text of Classpath-exception-2.0 is not included. See the package's source for it.]"));
-    EXPECT_THAT(linesInBrackets("BSL-1.0 AND WTFPL"), ElementsAre(HasSubstr("No license text was found")));
+        EXPECT_EQ(notice.find("\n\n[", place), std::string::npos) << "something more";
+        EXPECT_THAT(notice, Not(EndsWith("\n\n"))) << "a standard text is trimmed";
+    }
 }
 
 TEST(Exports, CSVGuardsFormulasAndQuotes) {
@@ -101,8 +114,9 @@ TEST(Exports, TakeAnyBytesAndNamesOfFiles) {
     for (const ReportFormat& format : reportFormats()) {
         names.push_back(fileName(format, options.projectName));
     }
-    EXPECT_THAT(names, ::testing::ElementsAre(stem + "License Report.pdf", "NOTICE.txt",
-                                              stem + "Dependencies.csv", stem + "Dependencies.json"));
+    EXPECT_THAT(names,
+                ::testing::ElementsAre(stem + "License Report.pdf", "NOTICE.txt", stem + "Dependencies.csv",
+                                       stem + "Dependencies.json", "NOTICE.html"));
 }
 
 }  // namespace

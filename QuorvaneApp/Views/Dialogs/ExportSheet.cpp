@@ -65,7 +65,7 @@ ScanKit::ReportFormats ExportSheet::formats() const {
 QCheckBox* ExportSheet::addFormat(const ScanKit::ReportFormat& format) {
     auto* const box = new QCheckBox(Texts::fromUtf8(format.title));
     box->setObjectName(Texts::fromUtf8(format.rawValue));
-    box->setChecked(true);
+    box->setChecked(format.isUsual);
     connect(box, &QCheckBox::toggled, this, &ExportSheet::showWhetherReady);
     toggles_.push_back({format.bit, box});
     return box;

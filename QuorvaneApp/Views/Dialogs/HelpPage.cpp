@@ -33,7 +33,8 @@ constexpr auto categoryMeanings = std::to_array<Meaning<LicenseCategory>>({
      "Like copyleft, and offering the program over a network can be enough to bring the duty about."},
     {LicenseCategory::proprietary,
      "The license is not an open-source license. Read its terms before you use the package."},
-    {LicenseCategory::unknown, "The license was not recognized, so nothing can be said about it."},
+    {LicenseCategory::unknown,
+     "No license was found, or none that is recognized, so nothing can be said about it."},
 });
 static_assert(ScanKit::hasRowForEachEnumerator(categoryMeanings), "each enumerator needs its row here");
 
@@ -87,8 +88,8 @@ that go with a program when it ships. It reads the project folder and changes no
 <p><b>2. Look</b> at what needs review. The sidebar filters the packages, the search finds names and
 licenses, and the details tell how each license was found.</p>
 <p><b>3. Mend</b> what the warnings at the top ask for, and scan again.</p>
-<p><b>4. Export</b> the reports: a PDF with the flags, a NOTICE file with every license text, a CSV table,
-and JSON.</p>
+<p><b>4. Export</b> the reports: a PDF with the flags, a NOTICE file with every license text, as text or
+as a page for an app's own screen, a CSV table, and JSON.</p>
 <p>What Quorvane says is information, not legal advice.</p>
 <h2>Categories</h2>%1
 <h2>Flags</h2>

@@ -36,6 +36,14 @@ PackageIdentity identityOf(std::string_view folder) {
     return identity;
 }
 
+/// Where a folder of the store keeps the package of this name. One text, since a path takes each of its parts apart.
+std::filesystem::path placeIn(const std::filesystem::path& store, std::string_view folder,
+                              std::string_view package) {
+    std::string place = store.native();
+    place.append("/").append(folder).append("/node_modules/").append(package);
+    return place;
+}
+
 /// The package of a store's folder: what lies there itself and is no link to another.
 std::optional<std::filesystem::path> ownPackage(const std::filesystem::path& modules) {
     for (const FolderEntry& entry : listPackageFolder(modules)) {
@@ -101,7 +109,7 @@ std::optional<std::filesystem::path> PackageStore::find(const std::string& name,
     for (const std::size_t place : places != places_.end() ? places->second : std::vector<std::size_t>{}) {
         if (found || folders_[place].isThere) {
             folders_[place].isUsed = true;
-            found = found ? found : store_ / folders_[place].name / modulesName / name;
+            found = found ? found : placeIn(store_, folders_[place].name, name);
         }
     }
     return found;
