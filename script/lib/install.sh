@@ -4,14 +4,14 @@
 build_packages_debian=(
   g++ cmake ninja-build pkg-config ca-certificates
   libicu-dev libsimdjson-dev libtbb-dev libfmt-dev libcli11-dev libfyaml-dev libtomlplusplus-dev libzip-dev
-  libpango1.0-dev libcairo2-dev fonts-urw-base35
+  libpango1.0-dev libcairo2-dev libqpdf-dev fonts-urw-base35
   qt6-base-dev libgl-dev qt6-qpa-plugins
 )
 test_packages_debian=(libgtest-dev libgmock-dev libbenchmark-dev poppler-utils qpdf xvfb dbus)
 check_packages_debian=(clang-16 libclang-rt-16-dev clang-format)
 
-build_packages_macos=(cmake ninja pkg-config icu4c simdjson tbb fmt cli11 libfyaml tomlplusplus libzip pango cairo qt@6)
-test_packages_macos=(googletest google-benchmark poppler qpdf)
+build_packages_macos=(cmake ninja pkg-config icu4c simdjson tbb fmt cli11 libfyaml tomlplusplus libzip pango cairo qpdf qt@6)
+test_packages_macos=(googletest google-benchmark poppler)
 check_packages_macos=(llvm clang-format)
 
 # Runs a command as root: as it is for root, through sudo for others.

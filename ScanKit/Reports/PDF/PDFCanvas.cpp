@@ -1,7 +1,6 @@
 #include "ScanKit/Reports/PDF/PDFCanvas.h"
 
-#include "ScanKit/Support/Dates.h"
-
+#include "ScanKit/Reports/PDF/PDFStructure.h"
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -255,12 +254,6 @@ cairo_status_t appendBytes(void* output, const unsigned char* bytes, unsigned in
     return CAIRO_STATUS_SUCCESS;
 }
 
-/// The attributes of a link. The address holds no quote and no backslash, which would end the program here:
-/// they are escaped.
-std::string linkAttributes(std::string_view address) {
-    return fmt::format("uri='{}'", address);
-}
-
 /// Draws operations onto the current page.
 class Pen {
 public:
@@ -268,15 +261,26 @@ public:
         cairo_set_line_width(context, PDFPages::lineWidth);
     }
 
+    /// Each operation becomes one numbered piece of the page: its place among all of the page is its number.
+    void draw(const PDFPages::Op& op) {
+        const auto* text = std::get_if<PDFPages::Text>(&op);
+        const char* tag = text != nullptr && text->element ? partTag : artifactTag;
+        cairo_tag_begin(context_, tag, nullptr);
+        std::visit(*this, op);
+        cairo_tag_end(context_, tag);
+    }
+    /// The places of all texts that were drawn and lead somewhere.
+    std::vector<PDFPages::Rectangle> takeLinks() { return std::move(links_); }
+
     void operator()(const PDFPages::Text& text) {
+        const PDFPages::Rectangle& place = text.rectangle;
         if (!layouts_.hasFonts()) {
+            if (text.string.link) {
+                links_.push_back(place);
+            }
             return;
         }
-        const PDFPages::Rectangle& place = text.rectangle;
         const LaidOut& laidOut = layouts_.laidOut(text.string, place.width, text.right);
-        if (text.string.link) {
-            cairo_tag_begin(context_, CAIRO_TAG_LINK, linkAttributes(*text.string.link).c_str());
-        }
         if (laidOut.inkRunsOut) {
             cairo_save(context_);
             cairo_rectangle(context_, place.x - overhang, place.y - overhang, place.width + 2 * overhang,
@@ -286,11 +290,11 @@ public:
         setColour(text.string.colour);
         cairo_move_to(context_, place.x, place.y);
         pango_cairo_show_layout(context_, laidOut.layout.get());
+        if (text.string.link) {
+            links_.push_back(extentOf(laidOut.layout.get(), place));
+        }
         if (laidOut.inkRunsOut) {
             cairo_restore(context_);
-        }
-        if (text.string.link) {
-            cairo_tag_end(context_, CAIRO_TAG_LINK);
         }
     }
     void operator()(const PDFPages::Fill& fill) {
@@ -318,8 +322,17 @@ private:
         cairo_set_source_rgb(context_, colour.red, colour.green, colour.blue);
     }
 
+    /// What the text takes of its place.
+    static PDFPages::Rectangle extentOf(PangoLayout* layout, const PDFPages::Rectangle& place) {
+        PangoRectangle logical{};
+        pango_layout_get_extents(layout, nullptr, &logical);
+        return {place.x + inPoints(logical.x), place.y + inPoints(logical.y), inPoints(logical.width),
+                inPoints(logical.height)};
+    }
+
     cairo_t* context_;
     Layouts& layouts_;
+    std::vector<PDFPages::Rectangle> links_;
 };
 
 void setProperty(cairo_surface_t* surface, cairo_pdf_metadata_t which, const std::string& text) {
@@ -328,14 +341,11 @@ void setProperty(cairo_surface_t* surface, cairo_pdf_metadata_t which, const std
     }
 }
 
+/// The dates are given when the structure is.
 void setProperties(cairo_surface_t* surface, const PDFPages::Properties& properties) {
     setProperty(surface, CAIRO_PDF_METADATA_TITLE, properties.title);
     setProperty(surface, CAIRO_PDF_METADATA_AUTHOR, properties.author);
     setProperty(surface, CAIRO_PDF_METADATA_CREATOR, properties.creator);
-    // Without both dates the current time is written.
-    const std::string created = Dates::iso8601(properties.created);
-    setProperty(surface, CAIRO_PDF_METADATA_CREATE_DATE, created);
-    setProperty(surface, CAIRO_PDF_METADATA_MOD_DATE, created);
 }
 
 void addOutline(cairo_surface_t* surface, const std::vector<PDFPages::Bookmark>& outline) {
@@ -347,13 +357,12 @@ void addOutline(cairo_surface_t* surface, const std::vector<PDFPages::Bookmark>&
     }
 }
 
-/// The tag around all pages is there for their links: a document with no tag but links comes out damaged.
-void drawPages(cairo_t* context, Layouts& layouts, const std::vector<PDFPages::Page>& pages) {
-    Pen pen(context, layouts);
+/// The tag around all pages makes one tree of theirs, which `withStructure` replaces.
+void drawPages(cairo_t* context, Pen& pen, const std::vector<PDFPages::Page>& pages) {
     cairo_tag_begin(context, "Document", nullptr);
     for (std::size_t i = 0; i < pages.size(); ++i) {
         for (const PDFPages::Op& op : pages[i]) {
-            std::visit(pen, op);
+            pen.draw(op);
         }
         if (i + 1 == pages.size()) {
             cairo_tag_end(context, "Document");
@@ -413,10 +422,11 @@ std::string PDFCanvas::draw(const PDFPages& document) {
         cairo_pdf_surface_create_for_stream(&appendBytes, &bytes, PDFPages::pageWidth, PDFPages::pageHeight));
     setProperties(surface.get(), document.properties);
     const ContextPointer context(cairo_create(surface.get()));
-    drawPages(context.get(), fonts_->layouts, document.pages);
+    Pen pen(context.get(), fonts_->layouts);
+    drawPages(context.get(), pen, document.pages);
     addOutline(surface.get(), document.outline);
     cairo_surface_finish(surface.get());
-    return bytes;
+    return withStructure(std::move(bytes), document, pen.takeLinks());
 }
 
 }  // namespace ScanKit

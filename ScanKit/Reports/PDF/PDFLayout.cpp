@@ -30,21 +30,39 @@ void PDFLayout::makeRoom(double height) {
     placeHeading();
 }
 
+std::size_t PDFLayout::addElement(PDFPages::Role role, std::size_t parent) {
+    structure_.push_back({.role = role, .parent = parent});
+    return structure_.size() - 1;
+}
+
+void PDFLayout::fillElement(std::size_t element, PDFParagraph& paragraph) {
+    paragraph.element = paragraph.string.link ? addElement(PDFPages::Role::link, element) : element;
+}
+
+void PDFLayout::addElements(std::vector<PDFParagraph>& paragraphs, std::size_t parent) {
+    for (PDFParagraph& paragraph : paragraphs) {
+        fillElement(addElement(paragraph.role, parent), paragraph);
+    }
+}
+
 void PDFLayout::heading(std::string title) {
-    waitingHeading_ = std::move(title);
+    // Its part is made here: what is added before it is placed stands below it all the same.
+    waitingHeading_ = {.string = headingStyle(title), .role = PDFPages::Role::heading2};
+    waitingHeading_->element = addElement(waitingHeading_->role);
 }
 
 void PDFLayout::placeHeading() {
     if (!waitingHeading_) {
         return;
     }
-    outline_.push_back({.title = *waitingHeading_, .page = pages_.size() - 1, .y = y_});
-    PDFTextBlock block({{.string = headingStyle(*waitingHeading_)}}, PDFPages::contentWidth, measure_);
+    outline_.push_back({.title = waitingHeading_->string.text, .page = pages_.size() - 1, .y = y_});
+    PDFTextBlock block({*waitingHeading_}, PDFPages::contentWidth, measure_);
     y_ += block.place(page(), {PDFPages::margin, y_}, room()) + gapBelowHeading;
     waitingHeading_.reset();
 }
 
 void PDFLayout::text(std::vector<PDFParagraph> paragraphs) {
+    addElements(paragraphs);
     PDFTextBlock block(std::move(paragraphs), PDFPages::contentWidth, measure_);
     makeRoom(std::min(block.height(), heldTogether));
     while (!block.isPlaced()) {
@@ -55,9 +73,9 @@ void PDFLayout::text(std::vector<PDFParagraph> paragraphs) {
     }
 }
 
-void PDFLayout::text(PDFPages::AttributedString string) {
+void PDFLayout::text(PDFPages::AttributedString string, PDFPages::Role role) {
     std::vector<PDFParagraph> paragraphs;
-    paragraphs.push_back({.string = std::move(string)});
+    paragraphs.push_back({.string = std::move(string), .role = role});
     text(std::move(paragraphs));
 }
 

@@ -30,15 +30,23 @@ public:
     /// on a new page if need be. A heading that waits is placed before it, on the same page.
     void makeRoom(double height);
 
+    /// Makes a new last part of another one, which may be the document itself. Returns its place in the structure.
+    std::size_t addElement(PDFPages::Role role, std::size_t parent = 0);
+    /// Makes each paragraph a part of this one, in which a link is a part of its own.
+    void addElements(std::vector<PDFParagraph>& paragraphs, std::size_t parent = 0);
+    /// Makes the paragraph's text all that this part consists of.
+    void fillElement(std::size_t element, PDFParagraph& paragraph);
+
     /// A heading, also for the outline. It waits for the block that follows, so that it never ends a page.
     void heading(std::string title);
     /// Paragraphs over the whole width, over several pages when they are longer than a good part of one.
     void text(std::vector<PDFParagraph> paragraphs);
     /// One such paragraph.
-    void text(PDFPages::AttributedString string);
+    void text(PDFPages::AttributedString string, PDFPages::Role role = PDFPages::Role::paragraph);
 
     std::vector<PDFPages::Page> takePages() { return std::move(pages_); }
     std::vector<PDFPages::Bookmark> takeOutline() { return std::move(outline_); }
+    std::vector<PDFPages::Element> takeStructure() { return std::move(structure_); }
 
 private:
     void placeHeading();
@@ -46,7 +54,8 @@ private:
     PDFTextMeasure& measure_;
     std::vector<PDFPages::Page> pages_;
     std::vector<PDFPages::Bookmark> outline_;
-    std::optional<std::string> waitingHeading_;
+    std::vector<PDFPages::Element> structure_{{}};
+    std::optional<PDFParagraph> waitingHeading_;
     double y_ = PDFPages::margin;
 };
 

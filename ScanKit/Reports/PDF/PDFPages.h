@@ -44,11 +44,38 @@ struct PDFPages {
         bool operator==(const AttributedString&) const = default;
     };
 
+    /// What a part of the document is, for whoever listens to it or has it turned into another form.
+    enum class Role {
+        document,
+        heading1,
+        heading2,
+        heading3,
+        paragraph,
+        list,
+        listItem,
+        listBody,
+        table,
+        row,
+        columnHeader,
+        rowHeader,
+        cell,
+        link,
+    };
+    /// A part of the document, inside another one.
+    struct Element {
+        Role role = Role::document;
+        std::size_t parent = 0;  ///< a place in `structure`, before its own; the document is its own
+        bool operator==(const Element&) const = default;
+    };
+
     /// Breaks into lines at the rectangle's width, inside a word when it must.
     struct Text {
         AttributedString string;
         Rectangle rectangle;
         bool right = false;  ///< aligned to the right
+        /// The part of the document that it belongs to, a place in `structure`; absent when it only repeats what is
+        /// said elsewhere, as page numbers do.
+        std::optional<std::size_t> element;
         bool operator==(const Text&) const = default;
     };
     struct Fill {
@@ -73,8 +100,9 @@ struct PDFPages {
     /// One column of a table.
     struct Column {
         std::string_view title;
-        double width = 0;    ///< as a fraction of the content width
-        bool right = false;  ///< aligned to the right
+        double width = 0;       ///< as a fraction of the content width
+        bool right = false;     ///< aligned to the right
+        bool namesRow = false;  ///< its cells say what their rows are about
     };
     /// An entry of the document's outline.
     struct Bookmark {
@@ -98,6 +126,7 @@ struct PDFPages {
     static constexpr double lineWidth = 0.75;              ///< of lines and strokes
 
     std::vector<Page> pages;
+    std::vector<Element> structure{{}};  ///< the document first, then in the order of reading
     std::vector<Bookmark> outline;
     Properties properties;
 };

@@ -55,7 +55,7 @@ void addTitle(PDFLayout& layout, const Contents& contents) {
     const ReportOptions& options = contents.options;
     layout.text(kindStyle("THIRD-PARTY LICENSE REPORT"));
     layout.skip(4);
-    layout.text(titleStyle(options.projectName));
+    layout.text(titleStyle(options.projectName), PDFPages::Role::heading1);
     layout.skip(4);
     std::string meta;
     if (!options.preparedFor.empty()) {
@@ -74,9 +74,11 @@ void addFigure(PDFLayout& layout, const PDFPages::Rectangle& box, std::size_t nu
                std::string_view caption) {
     constexpr double inset = 12;
     layout.page().emplace_back(PDFPages::Stroke{box, PDFColours::rule});
-    PDFTextBlock text(
-        {{.string = figureStyle(std::to_string(number))}, {.string = captionStyle(caption), .gapAbove = 1}},
-        box.width - 2 * inset, layout.measure());
+    // One paragraph for a listener: "6 dependencies".
+    const std::size_t element = layout.addElement(PDFPages::Role::paragraph);
+    PDFTextBlock text({{.string = figureStyle(std::to_string(number)), .element = element},
+                       {.string = captionStyle(caption), .gapAbove = 1, .element = element}},
+                      box.width - 2 * inset, layout.measure());
     text.place(layout.page(), {box.x + inset, box.y + (box.height - text.height()) / 2}, box.height);
 }
 
@@ -128,7 +130,9 @@ Cell nameCell(PDFStyle style, const Dependency& dependency) {
 
 void addLicenses(PDFLayout& layout, const ReportSummary& summary) {
     layout.heading("Licenses");
-    PDFTable table(layout, {{"License", 0.52}, {"Type", 0.33}, {"Packages", 0.15, true}});
+    PDFTable table(
+        layout,
+        {{.title = "License", .width = 0.52, .namesRow = true}, {"Type", 0.33}, {"Packages", 0.15, true}});
     for (const ReportSummary::License& license : summary.licenses) {
         table.addRow({cellOf(cellStyle, license.name), cellOf(quietCellStyle, label(license.category)),
                       cellOf(cellStyle, std::to_string(license.count))});
@@ -167,7 +171,7 @@ void addAttention(PDFLayout& layout, const Contents& contents) {
             "Nothing needs attention: every dependency has a recognized license that doesn't require sharing your code."));
     }
     PDFTable table(layout, {{"Severity", 0.125},
-                            {"Package", 0.195},
+                            {.title = "Package", .width = 0.195, .namesRow = true},
                             {"Version", 0.12},
                             {"License", 0.16},
                             {"Flags and notes", 0.40}});
@@ -185,12 +189,19 @@ void addAttention(PDFLayout& layout, const Contents& contents) {
 void addDependencies(PDFLayout& layout, const Contents& contents) {
     layout.heading(fmt::format("All dependencies ({})", contents.dependencies.size()));
     const bool withDev = contents.options.includeDev;
-    std::vector<Column> columns{
-        {"Package", 0.30}, {"Version", 0.14}, {"Ecosystem", 0.15}, {"License", 0.24}, {"Found by", 0.17}};
+    std::vector<Column> columns{{.title = "Package", .width = 0.30, .namesRow = true},
+                                {"Version", 0.14},
+                                {"Ecosystem", 0.15},
+                                {"License", 0.24},
+                                {"Found by", 0.17}};
     // The column costs room, so it is there only when there can be something in it.
     if (withDev) {
-        columns = {{"Package", 0.27}, {"Version", 0.14},  {"Ecosystem", 0.14},
-                   {"License", 0.20}, {"Found by", 0.15}, {"Dev only", 0.10}};
+        columns = {{.title = "Package", .width = 0.27, .namesRow = true},
+                   {"Version", 0.14},
+                   {"Ecosystem", 0.14},
+                   {"License", 0.20},
+                   {"Found by", 0.15},
+                   {"Dev only", 0.10}};
     }
     PDFTable table(layout, std::move(columns));
     for (const Dependency* dependency : contents.dependencies) {
@@ -235,7 +246,8 @@ std::vector<PDFParagraph> unreadParts(const std::vector<ScanWarning>& warnings) 
     std::vector<PDFParagraph> parts;
     for (const ScanWarning& warning : warnings) {
         if (parts.empty()) {
-            parts.push_back({.string = labelStyle("What this scan could not read")});
+            parts.push_back(
+                {.string = labelStyle("What this scan could not read"), .role = PDFPages::Role::heading3});
         }
         parts.push_back({.string = bodyStyle(warning.sentence), .gapAbove = 2});
     }
@@ -254,11 +266,14 @@ PDFParagraph disclaimer(const std::string& date) {
 void addAbout(PDFLayout& layout, const Contents& contents) {
     // First what the reader of the list must know: which packages may be missing in it.
     std::vector<PDFParagraph> paragraphs = unreadParts(contents.result.warnings);
-    paragraphs.push_back({.string = labelStyle("Found in"), .gapAbove = paragraphs.empty() ? 0.0 : 8.0});
+    paragraphs.push_back({.string = labelStyle("Found in"),
+                          .gapAbove = paragraphs.empty() ? 0.0 : 8.0,
+                          .role = PDFPages::Role::heading3});
     paragraphs.push_back({.string = bodyStyle(withHomeAsTilde(contents.result.rootPath)), .gapAbove = 2});
     std::vector<PDFParagraph> files = filesRead(contents.result.sources);
     if (!files.empty()) {
-        paragraphs.push_back({.string = labelStyle("Files read"), .gapAbove = 8});
+        paragraphs.push_back(
+            {.string = labelStyle("Files read"), .gapAbove = 8, .role = PDFPages::Role::heading3});
         std::ranges::move(files, std::back_inserter(paragraphs));
     }
     paragraphs.push_back(disclaimer(contents.date));
@@ -337,6 +352,7 @@ PDFReport PDFReport::laidOut(const ScanResult& result, const ReportOptions& opti
     PDFReport report;
     report.pages = layout.takePages();
     report.outline = layout.takeOutline();
+    report.structure = layout.takeStructure();
     report.properties = {.title = displayText(options.projectName + " License Report"),
                          .author = displayText(options.preparedBy),
                          .creator = displayText(options.appName),

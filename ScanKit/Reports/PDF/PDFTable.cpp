@@ -37,7 +37,7 @@ bool isPlaced(const std::vector<PDFTextBlock>& row) {
 }  // namespace
 
 PDFTable::PDFTable(PDFLayout& layout, std::vector<PDFPages::Column> columns)
-    : layout_(layout), columns_(std::move(columns)), headerHeight_(heightOf(header())) {}
+    : layout_(layout), columns_(std::move(columns)), headerHeight_(heightOf(rowOf(titles()))) {}
 
 double PDFTable::columnStart(std::size_t column) const {
     double start = PDFPages::margin;
@@ -82,33 +82,54 @@ void PDFTable::placePiece(Row& row, const PDFPages::Colour& rule) {
                                                .colour = rule});
 }
 
-PDFTable::Row PDFTable::header() const {
+std::vector<PDFTable::Cell> PDFTable::titles() const {
     std::vector<Cell> titles;
     for (const PDFPages::Column& column : columns_) {
         titles.push_back({{.string = headerStyle(column.title)}});
     }
-    return rowOf(std::move(titles));
+    return titles;
 }
 
-void PDFTable::placeHeader() {
-    Row titles = header();
-    placePiece(titles, PDFColours::strongRule);
+void PDFTable::addElements(std::vector<Cell>& cells, bool areTitles) {
+    using enum PDFPages::Role;
+    const std::size_t inRow = layout_.addElement(row, *element_);
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        const PDFPages::Role role = areTitles ? columnHeader : columns_[i].namesRow ? rowHeader : cell;
+        const std::size_t inCell = layout_.addElement(role, inRow);
+        if (cells[i].size() == 1) {
+            layout_.fillElement(inCell, cells[i].front());
+        } else {
+            layout_.addElements(cells[i], inCell);
+        }
+    }
+}
+
+void PDFTable::placeTitles(std::vector<Cell> cells) {
+    Row header = rowOf(std::move(cells));
+    placePiece(header, PDFColours::strongRule);
 }
 
 void PDFTable::goOnOnNewPage() {
     layout_.newPage();
-    placeHeader();
+    // Titles that come again are no part of the document: who listens to it has heard them.
+    placeTitles(titles());
 }
 
 void PDFTable::addRow(std::vector<Cell> cells) {
+    const bool isFirst = !element_;
+    std::vector<Cell> firstTitles = isFirst ? titles() : std::vector<Cell>{};
+    if (isFirst) {
+        element_ = layout_.addElement(PDFPages::Role::table);
+        addElements(firstTitles, true);
+    }
+    addElements(cells, false);
     Row row = rowOf(std::move(cells));
     const double height = heightOf(row);
     // A row that no page can hold is parted; every other one moves to the next page whole.
     const double least = height > PDFLayout::pageRoom - headerHeight_ ? smallestPiece : height;
-    if (!hasBegun_) {
+    if (isFirst) {
         layout_.makeRoom(headerHeight_ + least);
-        placeHeader();
-        hasBegun_ = true;
+        placeTitles(std::move(firstTitles));
     } else if (least > layout_.room()) {
         goOnOnNewPage();
     }

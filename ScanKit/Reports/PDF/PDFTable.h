@@ -2,6 +2,8 @@
 
 #include "ScanKit/Reports/PDF/PDFLayout.h"
 
+#include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace ScanKit {
@@ -23,18 +25,20 @@ private:
     using Row = std::vector<PDFTextBlock>;
 
     Row rowOf(std::vector<Cell> cells) const;
+    /// Makes the cells a row of the table's part of the document.
+    void addElements(std::vector<Cell>& cells, bool areTitles);
     double columnStart(std::size_t column) const;
     double cellWidth(std::size_t column) const;
     /// Places what fits of the row on this page, with the rule below it.
     void placePiece(Row& row, const PDFPages::Colour& rule);
-    Row header() const;
-    void placeHeader();
+    std::vector<Cell> titles() const;
+    void placeTitles(std::vector<Cell> cells);
     void goOnOnNewPage();
 
     PDFLayout& layout_;
     std::vector<PDFPages::Column> columns_;
     double headerHeight_;
-    bool hasBegun_ = false;
+    std::optional<std::size_t> element_;  ///< of the structure; there since the first row
 };
 
 }  // namespace ScanKit

@@ -145,7 +145,8 @@ double PDFTextBlock::placeParagraph(PDFPages::Page& page, PDFPages::Point corner
     if (!string.text.empty()) {
         page.emplace_back(PDFPages::Text{.string = std::move(string),
                                          .rectangle = {corner.x + inset, corner.y, width_ - inset, height},
-                                         .right = paragraph.right});
+                                         .right = paragraph.right,
+                                         .element = paragraph.element});
     }
     return height;
 }

@@ -42,6 +42,8 @@ struct PDFParagraph {
     double gapAbove = 0;
     bool right = false;
     std::optional<Flag::Severity> meter;  ///< drawn before the first line
+    PDFPages::Role role = PDFPages::Role::paragraph;
+    std::optional<std::size_t> element;  ///< what its text belongs to; absent for what only repeats
 };
 
 /// Paragraphs set below each other in a width. Their lines are handed out to one page after the other.
