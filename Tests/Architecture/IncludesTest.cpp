@@ -29,6 +29,7 @@ const std::map<std::string, std::string> homes{
     {"zip.h", "ScanKit/Support/ZipArchive."},
     {"pango/", "ScanKit/Reports/PDF/PDFCanvas."},
     {"cairo", "ScanKit/Reports/PDF/PDFCanvas."},
+    {"qpdf/", "ScanKit/Reports/PDF/PDFStructure."},
     {"CLI/", "QuorvaneCLI/CommandOptions."},
 };
 
