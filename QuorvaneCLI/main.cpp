@@ -86,6 +86,9 @@ bool saveInto(const std::filesystem::path& folder, const ScanKit::ScanResult& re
         return false;
     }
     const ScanKit::SavedReports saved = ScanKit::saveReports(result, report, formats, folder);
+    for (const std::string& warning : saved.warnings) {
+        print(stderr, "Warning: " + Terminal::safe(warning) + "\n");
+    }
     failure = saved.failure.value_or("");
     return !saved.failure;
 }

@@ -16,6 +16,7 @@ struct SavedReports {
     std::vector<std::filesystem::path> files;  ///< the files written, in order
     std::optional<std::string>
         failure;  ///< the system's reason when saving stopped; absent when all went well
+    std::vector<std::string> warnings;  ///< what the files written cannot show, a sentence each
     bool operator==(const SavedReports&) const = default;
 };
 

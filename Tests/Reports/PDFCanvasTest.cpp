@@ -1,10 +1,12 @@
 #include "ScanKit/Reports/PDF/PDFCanvas.h"
 
+#include "ScanKit/Reports/PDF/PDFMissingScripts.h"
 #include "ScanKit/Reports/PDF/PDFReport.h"
 #include "Tests/Builders/TemporaryFolder.h"
 #include "Tests/Reports/SampleResult.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <future>
 #include <sstream>
@@ -15,6 +17,7 @@
 namespace ScanKit {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ContainsRegex;
 using ::testing::HasSubstr;
 using String = PDFReport::AttributedString;
@@ -202,18 +205,56 @@ TEST(PDFDocument, IsTheSameByteForByteOnAnyThread) {
     EXPECT_TRUE(document() == first.get());
 }
 
-bool isSoundWithoutFonts() {
-    const TemporaryFolder folder{{"fonts.conf", "<?xml version=\"1.0\"?><fontconfig></fontconfig>"}};
+/// What is wrong with a report that is made on a machine with the fonts of this configuration alone.
+std::string faultWithFonts(const std::string& directories) {
+    const TemporaryFolder folder{
+        {"fonts.conf", "<?xml version=\"1.0\"?><fontconfig>" + directories + "</fontconfig>"}};
     const EnvironmentVariable fonts("FONTCONFIG_FILE", (folder / "fonts.conf").string());
-    const Document document(PDFReport::document(sampleResult(), sampleOptions()));
-    return document.faults().find(sound) != std::string::npos &&
-           document.text().find("LICENSE") == std::string::npos;
+    ScanResult result = sampleResult();
+    result.dependencies.push_back({.name = "ภาษาไทย हिन्दी 한국어 😀 Ünïté Ελλάδα"});
+    const Document document(PDFReport::document(result, sampleOptions()));
+    for (const std::string shown : {"LICENSE REPORT", "@acme/übersicht", "-кит", "Ünïté Ελλάδα"}) {
+        if (document.text().find(shown) == std::string::npos) {
+            return "not drawn: " + shown;
+        }
+    }
+    const std::string picture = document.picture();
+    const auto dark =
+        std::ranges::count_if(picture, [](char grey) { return static_cast<unsigned char>(grey) < 128; });
+    if (dark < 1'000) {
+        return "as good as empty";
+    }
+    const std::string expected =
+        "The PDF report shows empty boxes for letters that no installed font has: Chinese, Devanagari, Korean and Thai."
+        " Install a font for them (on Debian: fonts-noto-cjk and fonts-noto-core) and save the report again.";
+    const std::string warning = PDFReport::warning(result, sampleOptions()).value_or("none");
+    return warning == expected ? document.fontsNotEmbedded() : warning;
 }
 
-TEST(PDFDocument, IsSoundWithoutFonts) {
+TEST(PDFDocument, IsDrawnWithoutAnyFontOnTheMachine) {
     // In a program of its own: the list of fonts is read once.
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(std::exit(isSoundWithoutFonts() ? 0 : 1), ::testing::ExitedWithCode(0), "");
+    const auto check = [] {
+        const std::string fault = faultWithFonts("");
+        std::fputs(fault.c_str(), stderr);
+        std::exit(fault.empty() ? 0 : 1);
+    };
+    EXPECT_EXIT(check(), ::testing::ExitedWithCode(0), "");
+}
+
+TEST(PDFMissingScripts, AreNamedWithThePackagesThatHaveThem) {
+    using Characters = std::u32string;
+    for (const auto& [characters, named, packages] :
+         {std::tuple{Characters(U"ไ"), "has: Thai.", "(on Debian: fonts-noto-core)"},
+          {Characters(U"名かハ한ไ"), "has: Chinese, Japanese, Korean and Thai.",
+           "fonts-noto-cjk and fonts-noto-core)"},
+          {Characters(U"😀"), "has: emoji.", "(on Debian: fonts-noto-color-emoji)"},
+          {Characters(U"\U0001D7D8"), "has: symbols.", "(on Debian: fonts-noto-core)"},
+          {Characters(U"\uE000"), "has: characters of no script.", "of no script."}}) {
+        EXPECT_THAT(missingScriptsSentence(characters).value_or(""),
+                    AllOf(HasSubstr(named), HasSubstr(packages)));
+    }
+    EXPECT_EQ(missingScriptsSentence({}), std::nullopt);
 }
 
 }  // namespace

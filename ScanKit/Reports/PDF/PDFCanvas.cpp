@@ -1,5 +1,6 @@
 #include "ScanKit/Reports/PDF/PDFCanvas.h"
 
+#include "ScanKit/Reports/PDF/PDFFontMap.h"
 #include "ScanKit/Reports/PDF/PDFStructure.h"
 #include <algorithm>
 #include <array>
@@ -78,7 +79,7 @@ class Layouts {
 public:
     Layouts();
 
-    /// False on a machine without any. Nothing may be laid out then: the measures would be arbitrary.
+    /// False where there are none, and no file can be made of the built-in ones. Nothing may be laid out then: the measures would be arbitrary.
     bool hasFonts() const { return hasFonts_; }
     /// The text laid out; kept for when it comes again, until too many are kept.
     const LaidOut& laidOut(const PDFPages::AttributedString& string, double width, bool right);
@@ -117,8 +118,7 @@ private:
 
 /// Metrics as the fonts have them: no hinting, no rounding, one unit a point, whatever the screen or the
 /// user's language. Text runs from left to right; what is written otherwise is so inside it.
-Layouts::Layouts()
-    : fonts_(pango_cairo_font_map_new()), context_(pango_font_map_create_context(fonts_.get())) {
+Layouts::Layouts() : fonts_(newFontMap()), context_(pango_font_map_create_context(fonts_.get())) {
     pango_cairo_font_map_set_resolution(PANGO_CAIRO_FONT_MAP(fonts_.get()), 72);
     pango_context_set_round_glyph_positions(context_.get(), FALSE);
     pango_context_set_base_dir(context_.get(), PANGO_DIRECTION_LTR);
@@ -414,6 +414,26 @@ double PDFCanvas::width(const PDFPages::AttributedString& string) {
     PangoRectangle logical{};
     pango_layout_get_extents(layout.get(), nullptr, &logical);
     return inPoints(logical.width);
+}
+
+std::u32string PDFCanvas::undrawable(const std::string& text) {
+    const PDFPages::AttributedString string{.text = text};
+    const auto layout = fonts_->layouts.layoutOf(string, text, 1'000'000, false);
+    std::u32string missing;
+    for (GSList* line = pango_layout_get_lines_readonly(layout.get()); line != nullptr; line = line->next) {
+        for (GSList* run = static_cast<PangoLayoutLine*>(line->data)->runs; run != nullptr; run = run->next) {
+            const PangoGlyphString* glyphs = static_cast<PangoGlyphItem*>(run->data)->glyphs;
+            for (int i = 0; i < glyphs->num_glyphs; ++i) {
+                const PangoGlyph glyph = glyphs->glyphs[i].glyph;
+                const auto character = static_cast<char32_t>(glyph & ~PANGO_GLYPH_UNKNOWN_FLAG);
+                if ((glyph & PANGO_GLYPH_UNKNOWN_FLAG) != 0 && glyph != PANGO_GLYPH_EMPTY &&
+                    missing.find(character) == std::u32string::npos) {
+                    missing += character;
+                }
+            }
+        }
+    }
+    return missing;
 }
 
 std::string PDFCanvas::draw(const PDFPages& document) {

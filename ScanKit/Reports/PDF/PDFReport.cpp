@@ -2,6 +2,7 @@
 
 #include "ScanKit/Reports/PDF/PDFCanvas.h"
 #include "ScanKit/Reports/PDF/PDFLayout.h"
+#include "ScanKit/Reports/PDF/PDFMissingScripts.h"
 #include "ScanKit/Reports/PDF/PDFTable.h"
 #include "ScanKit/Reports/ReportSummary.h"
 #include "ScanKit/Support/Paths.h"
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <set>
 #include <utility>
 
 #include <fmt/format.h>
@@ -337,6 +339,34 @@ void addFurniture(std::vector<PDFPages::Page>& pages, const Contents& contents, 
     }
 }
 
+/// Measures nothing, and keeps each character that plain text does not have.
+class CharacterCollector : public PDFTextMeasure {
+public:
+    std::vector<TextLine> lines(const PDFPages::AttributedString& string, double /*width*/) override {
+        for (std::size_t end = 0; end < string.text.size();) {
+            const std::size_t begin = end;
+            if (Text::nextScalar(string.text, end) > '~') {
+                characters_.insert(string.text.substr(begin, end - begin));
+            }
+        }
+        return {{.end = string.text.size(), .height = 1}};
+    }
+    double width(const PDFPages::AttributedString& string) override {
+        return lines(string, 0).front().baseline;
+    }
+    /// Apart from each other, so that none combines with another.
+    std::string characters() const {
+        std::string all;
+        for (const std::string& character : characters_) {
+            append(all, " ", character);
+        }
+        return all;
+    }
+
+private:
+    std::set<std::string> characters_;
+};
+
 }  // namespace
 
 PDFReport PDFReport::laidOut(const ScanResult& result, const ReportOptions& options,
@@ -364,6 +394,13 @@ PDFReport PDFReport::laidOut(const ScanResult& result, const ReportOptions& opti
 std::string PDFReport::document(const ScanResult& result, const ReportOptions& options) {
     PDFCanvas canvas;
     return canvas.draw(laidOut(result, options, canvas));
+}
+
+std::optional<std::string> PDFReport::warning(const ScanResult& result, const ReportOptions& options) {
+    CharacterCollector collector;
+    laidOut(result, options, collector);
+    PDFCanvas canvas;
+    return missingScriptsSentence(canvas.undrawable(collector.characters()));
 }
 
 }  // namespace ScanKit
