@@ -40,7 +40,7 @@ std::string inWords(std::vector<std::string> names, std::string_view lastWord) {
 
 /// The arguments as they stand on the command line, before their names are looked up.
 struct RawOptions {
-    std::string folder, output;
+    std::string folder, output, paper;
     std::vector<std::string> formats, ecosystems, checkouts, pythonEnvironments, failOn;
     bool noDerivedData = false;
 };
@@ -69,6 +69,8 @@ void describe(CLI::App& app, RawOptions& raw, CommandOptions& options) {
     app.add_option("--prepared-for", options.preparedFor, "The client that the reports name")
         ->type_name("TEXT");
     app.add_option("--prepared-by", options.preparedBy, "Who prepared the reports")->type_name("TEXT");
+    app.add_option("--paper", raw.paper, "The PDF's paper, a4 or letter; the locale's when left out")
+        ->type_name("SIZE");
     app.add_option("--ecosystem", raw.ecosystems,
                    inWords(ecosystemNames(), "or") + ", repeatable; those the folder holds when left out")
         ->type_name("NAME")
@@ -118,6 +120,12 @@ std::optional<std::string> lookUpNames(const RawOptions& raw, CommandOptions& op
             return "--formats takes " + inWords(formatNames(), "and") + ", not \"" + name + "\"";
         }
         options.formats = options.formats | row->bit;
+    }
+    if (!raw.paper.empty()) {
+        options.paper = ScanKit::paperFromRawValue(raw.paper);
+        if (!options.paper) {
+            return "--paper takes a4 or letter, not \"" + raw.paper + "\"";
+        }
     }
     for (const std::string& name : raw.ecosystems) {
         const auto ecosystem = ScanKit::ecosystemFromRawValue(name);

@@ -74,7 +74,8 @@ ScanKit::ReportOptions reportOptions(const CommandOptions& options) {
     return {.projectName = ScanKit::reportedProjectName(options.projectName, options.folder),
             .preparedFor = options.preparedFor,
             .preparedBy = options.preparedBy,
-            .includeDev = options.includeDev};
+            .includeDev = options.includeDev,
+            .paper = options.paper.value_or(ScanKit::paperOfEnvironment())};
 }
 
 bool saveInto(const std::filesystem::path& folder, const ScanKit::ScanResult& result,

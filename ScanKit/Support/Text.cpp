@@ -199,6 +199,19 @@ std::string_view scriptName(char32_t scalar) {
     return U_SUCCESS(status) ? uscript_getName(script) : "Unknown";
 }
 
+bool isRightToLeft(std::string_view text) {
+    for (std::size_t i = 0; i < text.size();) {
+        const UCharDirection direction = u_charDirection(static_cast<UChar32>(nextScalar(text, i)));
+        if (direction == U_LEFT_TO_RIGHT) {
+            return false;
+        }
+        if (direction == U_RIGHT_TO_LEFT || direction == U_RIGHT_TO_LEFT_ARABIC) {
+            return true;
+        }
+    }
+    return false;
+}
+
 char32_t nextScalar(std::string_view text, std::size_t& offset) {
     const unsigned char first = static_cast<unsigned char>(text[offset]);
     if (first < 0x80) {

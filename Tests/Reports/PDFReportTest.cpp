@@ -16,6 +16,7 @@ namespace ScanKit {
 namespace {
 
 using Texts = std::vector<PDFReport::Text>;
+constexpr PDFReport::Sheet sheet;
 
 PDFReport laidOut(const ScanResult& result, const ReportOptions& options = sampleOptions()) {
     PDFCanvas canvas;
@@ -26,7 +27,7 @@ Texts textsOf(const PDFReport::Page& page, bool inFooter = false) {
     Texts texts;
     for (const PDFReport::Op& op : page) {
         const auto* text = std::get_if<PDFReport::Text>(&op);
-        if (text != nullptr && (text->rectangle.y >= PDFReport::footerRule) == inFooter) {
+        if (text != nullptr && (text->rectangle.y >= sheet.footerRule()) == inFooter) {
             texts.push_back(*text);
         }
     }
@@ -39,6 +40,10 @@ bool isHeading(const PDFReport::Text& text) {
 
 bool isColumnTitle(const PDFReport::Text& text) {
     return text.string.font == PDFReport::Font{.size = 7.5, .bold = true};
+}
+
+bool isRepeatedName(const PDFReport::Text& text) {
+    return text.string.text.ends_with(", continued");
 }
 
 /// Writes down a report, one line for each operation, and leaves out what depends on the fonts of the machine:
@@ -60,7 +65,7 @@ public:
 
     void operator()(const PDFReport::Text& text) {
         const auto& [string, font, colour, letterSpacing, link] = text.string;
-        repeatsTitles_ = repeatsTitles_ && isColumnTitle(text);
+        repeatsTitles_ = repeatsTitles_ && (isColumnTitle(text) || isRepeatedName(text));
         std::ostringstream what;
         what << (text.right ? "right " : "") << font.size << (font.bold ? " bold" : "")
              << (letterSpacing > 0 ? " spaced " : " ") << (string.starts_with("Page ") ? "Page" : string)
@@ -83,7 +88,7 @@ public:
 private:
     void add(const PDFReport::Rectangle& place, const PDFReport::Colour& colour, const std::string& what) {
         const auto percent = [](double part) { return std::lround(part * 100); };
-        if (place.y >= PDFReport::footerRule ? isLast_ : !repeatsTitles_) {
+        if (place.y >= sheet.footerRule() ? isLast_ : !repeatsTitles_) {
             lines_ << place.x << "+" << place.width << " " << percent(colour.red) << "/"
                    << percent(colour.green) << "/" << percent(colour.blue) << " " << what << "\n";
         }
@@ -143,7 +148,7 @@ void expectApartInsideTheMargins(const Texts& texts, const PDFReport::Page& page
         SCOPED_TRACE(texts[i].string.text);
         const PDFReport::Rectangle& a = texts[i].rectangle;
         EXPECT_TRUE(a.x >= 50 && a.x + a.width <= 562.001 && a.y >= 50 &&
-                    a.y + a.height <= PDFReport::contentEnd + 0.02)
+                    a.y + a.height <= sheet.contentEnd() + 0.02)
             << "outside the margins";
         double height = 0;
         const std::vector<PDFCanvas::TextLine> lines = canvas.lines(texts[i].string, a.width);
@@ -160,11 +165,13 @@ void expectApartInsideTheMargins(const Texts& texts, const PDFReport::Page& page
         for (const double rule : rules) {
             EXPECT_TRUE(rule <= a.y - 3.99 || rule >= a.y + a.height + 3.99) << "comes too near to a line";
         }
-        const PDFReport::Text& before = texts[i == 0 ? 0 : i - 1];
+        const PDFReport::Text &before = texts[i == 0 ? 0 : i - 1], &first = texts[i < 2 ? 0 : i - 2];
+        const bool isAfterOneLine = i < 2 || first.rectangle.x != before.rectangle.x;
         const double above = before.rectangle.y + before.rectangle.height,
                      baseline = a.y + lines.front().baseline;
         EXPECT_TRUE(!isHeading(texts[i]) || i == 0 || a.y >= above + 18) << "is too near to what is above";
-        if (a.x > before.rectangle.x && texts[i].string.font.size == before.string.font.size && a.y < above) {
+        if (a.x > before.rectangle.x && isAfterOneLine &&
+            texts[i].string.font.size == before.string.font.size && a.y < above) {
             EXPECT_NEAR(baseline, baselineBefore, 0.01) << "stands on another line than the cell before";
         }
         baselineBefore = baseline;
@@ -188,14 +195,54 @@ void expectWellParted(const PDFReport& report, bool hasOtherRows) {
         }
         EXPECT_FALSE(isColumnTitle(texts.back())) << "ends with titles";
         if (i > 0 && !hasOtherRows && !isHeading(texts.front())) {
-            EXPECT_TRUE(isColumnTitle(texts.front())) << "goes on untitled";
-            const std::string first = std::ranges::find_if_not(texts, isColumnTitle)->string.text;
+            EXPECT_TRUE(isRepeatedName(texts.front()) && isColumnTitle(texts[1])) << "goes on untitled";
+            const std::string first =
+                std::find_if_not(texts.begin() + 1, texts.end(), isColumnTitle)->string.text;
             EXPECT_TRUE(first.starts_with("package-") || first.starts_with("License-") || first == "Medium")
                 << "begins inside a row: " << first;
         }
     }
     EXPECT_EQ(report.outline, headings);
     EXPECT_EQ(headings.size(), 4U);
+}
+
+/// Of each table, how many rows stand on each of its pages. The last entry is "About this scan", without rows.
+std::vector<std::vector<std::size_t>> rowsOfTables(const PDFReport& report) {
+    std::vector<std::vector<std::size_t>> tables;
+    for (const PDFReport::Page& page : report.pages) {
+        for (const PDFReport::Text& text : textsOf(page)) {
+            const std::string& words = text.string.text;
+            if (isHeading(text)) {
+                tables.push_back({0});
+            } else if (isRepeatedName(text)) {
+                tables.back().push_back(0);
+            } else if (!tables.empty() && (words == "Medium" || (text.rectangle.x == PDFReport::margin &&
+                                                                 (words.starts_with("package-") ||
+                                                                  words.starts_with("License-"))))) {
+                ++tables.back().back();
+            }
+        }
+    }
+    return tables;
+}
+
+TEST(PDFReport, LeavesNoRowAndNoClosingWordsAlone) {
+    PDFCanvas canvas;
+    for (const Paper paper : {Paper::letter, Paper::a4}) {
+        for (std::size_t count = 2; count < 90; ++count) {
+            SCOPED_TRACE(std::to_string(count) + " packages");
+            const PDFReport report =
+                PDFReport::laidOut(longResult(count), {.includeDev = true, .paper = paper}, canvas);
+            for (const std::vector<std::size_t>& table : rowsOfTables(report)) {
+                for (const std::size_t rows : table) {
+                    EXPECT_TRUE(table.size() == 1 || rows > 1) << "a row alone on a page";
+                }
+            }
+            const Texts last = textsOf(report.pages.back());
+            EXPECT_FALSE(isHeading(last.front()) && last.front().string.text == "About this scan")
+                << "the last page has closing words alone";
+        }
+    }
 }
 
 TEST(PDFReport, IsSetWellAtEveryLength) {
@@ -246,7 +293,7 @@ TEST(PDFReport, FillsThePageBeforeALongTextGoesOnOnTheNext) {
     result.sources.assign(2'000, {Ecosystem::npm, "some/folder/package-lock.json", "npm lockfile"});
     const PDFReport report = laidOut(result);
     const Texts texts = textsOf(report.pages.front());
-    EXPECT_GT(texts.back().rectangle.y + texts.back().rectangle.height, PDFReport::contentEnd - 20);
+    EXPECT_GT(texts.back().rectangle.y + texts.back().rectangle.height, sheet.contentEnd() - 20);
 }
 
 TEST(PDFReport, ShortensALongNameInTheFooterAlone) {

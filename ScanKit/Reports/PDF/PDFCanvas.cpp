@@ -2,6 +2,8 @@
 
 #include "ScanKit/Reports/PDF/PDFFontMap.h"
 #include "ScanKit/Reports/PDF/PDFStructure.h"
+#include "ScanKit/Support/Text.h"
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -97,7 +99,7 @@ private:
         std::string text;
         PDFPages::Font font;
         double letterSpacing = 0, width = 0;
-        bool right = false;
+        bool right = false, leads = false;
         bool operator==(const Key&) const = default;
     };
     struct KeyHash {
@@ -145,12 +147,19 @@ GObjectPointer<PangoLayout> Layouts::layoutOf(const PDFPages::AttributedString& 
     if (string.letterSpacing > 0) {
         pango_attr_list_insert(attributes, pango_attr_letter_spacing_new(inPangoUnits(string.letterSpacing)));
     }
+    if (string.link) {
+        // Colour alone is lost on paper, and on many readers.
+        pango_attr_list_insert(attributes, pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
+    }
     pango_layout_set_attributes(layout.get(), attributes);
     pango_attr_list_unref(attributes);
 
-    pango_layout_set_auto_dir(layout.get(), FALSE);
     pango_layout_set_wrap(layout.get(), PANGO_WRAP_WORD_CHAR);
-    pango_layout_set_alignment(layout.get(), right ? PANGO_ALIGN_RIGHT : PANGO_ALIGN_LEFT);
+    // A text in Arabic or Hebrew has its punctuation as those have it, and stands on the same side as all others:
+    // in such a text, left means the side that it begins on.
+    const bool turns = Text::isRightToLeft(part);
+    pango_layout_set_auto_dir(layout.get(), turns);
+    pango_layout_set_alignment(layout.get(), right != turns ? PANGO_ALIGN_RIGHT : PANGO_ALIGN_LEFT);
     pango_layout_set_width(layout.get(), inPangoUnits(width));
     pango_layout_set_text(layout.get(), part.data(), static_cast<int>(part.size()));
     return layout;
@@ -161,7 +170,8 @@ const LaidOut& Layouts::laidOut(const PDFPages::AttributedString& string, double
             .font = string.font,
             .letterSpacing = string.letterSpacing,
             .width = width,
-            .right = right};
+            .right = right,
+            .leads = string.link.has_value()};
     if (const auto found = kept_.find(key); found != kept_.end()) {
         return found->second;
     }
@@ -438,8 +448,8 @@ std::u32string PDFCanvas::undrawable(const std::string& text) {
 
 std::string PDFCanvas::draw(const PDFPages& document) {
     std::string bytes;
-    const SurfacePointer surface(
-        cairo_pdf_surface_create_for_stream(&appendBytes, &bytes, PDFPages::pageWidth, PDFPages::pageHeight));
+    const SurfacePointer surface(cairo_pdf_surface_create_for_stream(
+        &appendBytes, &bytes, document.sheet.width, document.sheet.height));
     setProperties(surface.get(), document.properties);
     const ContextPointer context(cairo_create(surface.get()));
     Pen pen(context.get(), fonts_->layouts);

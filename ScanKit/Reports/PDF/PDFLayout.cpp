@@ -8,11 +8,8 @@ namespace {
 
 constexpr PDFStyle headingStyle{.font = {.size = 14, .bold = true}, .colour = PDFColours::ink};
 constexpr double gapBelowHeading = 8;
-/// A line of the heading's font and the gap below it, with room to spare for the fallback fonts of other
-/// scripts.
-constexpr double headingHeight = 30;
-/// Text up to this height is not parted by the end of a page.
-constexpr double heldTogether = PDFLayout::pageRoom / 4;
+/// The least that a long text begins with on a page, or ends with on one, so that none has closing words alone.
+constexpr double leastOnAPage = 120;
 
 }  // namespace
 
@@ -40,8 +37,17 @@ void PDFLayout::fillElement(std::size_t element, PDFParagraph& paragraph) {
 }
 
 void PDFLayout::addElements(std::vector<PDFParagraph>& paragraphs, std::size_t parent) {
+    using enum PDFPages::Role;
+    std::size_t inList = 0;  // 0 while no list is open
     for (PDFParagraph& paragraph : paragraphs) {
-        fillElement(addElement(paragraph.role, parent), paragraph);
+        if (paragraph.string.text.empty()) {
+            continue;  // A part must hold something.
+        }
+        const bool isItem = paragraph.role == listItem;
+        inList = !isItem ? 0 : inList != 0 ? inList : addElement(list, parent);
+        fillElement(
+            isItem ? addElement(listBody, addElement(listItem, inList)) : addElement(paragraph.role, parent),
+            paragraph);
     }
 }
 
@@ -56,17 +62,19 @@ void PDFLayout::placeHeading() {
         return;
     }
     outline_.push_back({.title = waitingHeading_->string.text, .page = pages_.size() - 1, .y = y_});
-    PDFTextBlock block({*waitingHeading_}, PDFPages::contentWidth, measure_);
+    PDFTextBlock block({*waitingHeading_}, sheet_.contentWidth(), measure_);
     y_ += block.place(page(), {PDFPages::margin, y_}, room()) + gapBelowHeading;
     waitingHeading_.reset();
 }
 
 void PDFLayout::text(std::vector<PDFParagraph> paragraphs) {
     addElements(paragraphs);
-    PDFTextBlock block(std::move(paragraphs), PDFPages::contentWidth, measure_);
-    makeRoom(std::min(block.height(), heldTogether));
+    PDFTextBlock block(std::move(paragraphs), sheet_.contentWidth(), measure_);
+    makeRoom(block.height() <= mostHeldTogether() ? block.height() : leastOnAPage);
     while (!block.isPlaced()) {
-        y_ += block.place(page(), {PDFPages::margin, y_}, room());
+        const bool goesOn = block.height() > room();
+        const double most = goesOn ? std::min(room(), block.height() - leastOnAPage) : room();
+        y_ += block.place(page(), {PDFPages::margin, y_}, most);
         if (!block.isPlaced()) {
             newPage();
         }

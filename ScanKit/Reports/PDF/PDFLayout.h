@@ -13,16 +13,22 @@ namespace ScanKit {
 /// not fit any more.
 class PDFLayout {
 public:
-    explicit PDFLayout(PDFTextMeasure& measure) : measure_(measure), pages_(1) {}
+    PDFLayout(PDFTextMeasure& measure, const PDFPages::Sheet& sheet)
+        : measure_(measure), sheet_(sheet), pages_(1) {}
 
-    PDFTextMeasure& measure() { return measure_; }
+    const PDFPages::Sheet& sheet() const { return sheet_; }
+
+    PDFTextMeasure& measure() const { return measure_; }
     PDFPages::Page& page() { return pages_.back(); }
     /// Where the next block begins, from the top of the page.
     double y() const { return y_; }
     /// The height that is left on this page.
-    double room() const { return PDFPages::contentEnd - y_; }
-    /// The height that an empty page has for blocks.
-    static constexpr double pageRoom = PDFPages::contentEnd - PDFPages::margin;
+    double room() const { return sheet_.contentEnd() - y_; }
+
+    /// A line of a heading's font and the gap below it, with room to spare for the fallback fonts of other scripts.
+    static constexpr double headingHeight = 30;
+    /// Text up to this height is not parted by the end of a page.
+    double mostHeldTogether() const { return sheet_.contentHeight() / 2; }
 
     void skip(double height) { y_ += height; }
     void newPage();
@@ -52,6 +58,7 @@ private:
     void placeHeading();
 
     PDFTextMeasure& measure_;
+    PDFPages::Sheet sheet_;
     std::vector<PDFPages::Page> pages_;
     std::vector<PDFPages::Bookmark> outline_;
     std::vector<PDFPages::Element> structure_{{}};

@@ -12,7 +12,7 @@
 namespace ScanKit {
 
 /// A document's pages before they are drawn: operations with their places, as plain values that can be looked at.
-/// The layout makes them, the canvas draws them, and neither knows the other. US Letter; lengths are points; a place
+/// The layout makes them, the canvas draws them, and neither knows the other. Lengths are points; a place
 /// is measured from the top left corner of its page.
 struct PDFPages {
     struct Point {
@@ -118,13 +118,22 @@ struct PDFPages {
         bool operator==(const Properties&) const = default;
     };
 
-    static constexpr double pageWidth = 612, pageHeight = 792;
-    static constexpr double margin = 50;  ///< left, right and above
-    static constexpr double contentWidth = pageWidth - 2 * margin;
-    static constexpr double footerRule = pageHeight - 66;
-    static constexpr double contentEnd = footerRule - 12;  ///< no text of the body reaches below
-    static constexpr double lineWidth = 0.75;              ///< of lines and strokes
+    static constexpr double margin = 50;       ///< left, right and above
+    static constexpr double lineWidth = 0.75;  ///< of lines and strokes
+    /// A sheet of paper, US Letter unless said otherwise, and what of it is for what.
+    struct Sheet {
+        double width = 612, height = 792;
 
+        constexpr double contentWidth() const { return width - 2 * margin; }
+        constexpr double footerRule() const { return height - 66; }
+        /// No text of the body reaches below.
+        constexpr double contentEnd() const { return footerRule() - 12; }
+        /// The height that an empty page has for the body.
+        constexpr double contentHeight() const { return contentEnd() - margin; }
+        bool operator==(const Sheet&) const = default;
+    };
+
+    Sheet sheet;
     std::vector<Page> pages;
     std::vector<Element> structure{{}};  ///< the document first, then in the order of reading
     std::vector<Bookmark> outline;

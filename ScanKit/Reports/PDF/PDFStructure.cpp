@@ -178,15 +178,16 @@ std::string inHexadecimal(const std::string& text) {
 /// Writes the tree of parts, and the links.
 class Structure {
 public:
-    Structure(const Prepared& document, const std::vector<PDFPages::Element>& elements)
+    Structure(const Prepared& document, const PDFPages& pages)
         : document_(document),
+          sheetHeight_(pages.sheet.height),
           update_(document.bytes),
-          elements_(elements),
-          first_(update_.newNumbers(elements.size())),
-          kids_(elements.size()),
-          pages_(elements.size()) {
-        for (std::size_t i = 1; i < elements.size(); ++i) {
-            append(kids_[elements[i].parent], "{} 0 R", first_ + i);
+          elements_(pages.structure),
+          first_(update_.newNumbers(elements_.size())),
+          kids_(elements_.size()),
+          pages_(elements_.size()) {
+        for (std::size_t i = 1; i < elements_.size(); ++i) {
+            append(kids_[elements_[i].parent], "{} 0 R", first_ + i);
         }
     }
 
@@ -256,7 +257,7 @@ private:
     std::size_t addLink(const PDFPages::Text& text, std::size_t page, const PDFPages::Rectangle& place) {
         const std::string& address = *text.string.link;
         const std::size_t number = update_.newNumbers(), owner = document_.pages.size() + linkCount_++;
-        const double top = PDFPages::pageHeight - place.y;
+        const double top = sheetHeight_ - place.y;
         // An address holds no parenthesis and no backslash, which would end the string: they are escaped.
         update_.put(number,
                     fmt::format("<</Type/Annot/Subtype/Link/Rect[{:.2f} {:.2f} {:.2f} {:.2f}]/BS<</W 0>>/F 4"
@@ -269,6 +270,7 @@ private:
     }
 
     const Prepared& document_;
+    double sheetHeight_;
     PDFUpdate update_;
     const std::vector<PDFPages::Element>& elements_;
     std::size_t first_;               ///< the object number of the first element, which the others follow
@@ -285,7 +287,7 @@ std::string withStructure(std::string drawn, const PDFPages& document,
     try {
         dropTree(drawn);
         const Prepared ready = prepared(drawn, document);
-        Structure structure(ready, document.structure);
+        Structure structure(ready, document);
         const PDFPages::Rectangle* place = links.data();
         for (std::size_t i = 0; i < document.pages.size(); ++i) {
             structure.addPage(i, document.pages[i], place);

@@ -64,6 +64,24 @@ std::string displayText(std::string_view text) {
     return shown;
 }
 
+std::string keepingDirection(std::string_view name) {
+    constexpr std::string_view rightToLeftMark = "\u200F";
+    return Text::isRightToLeft(name) ? fmt::format("{0}{1}{0}", rightToLeftMark, name) : std::string(name);
+}
+
+std::string shownSource(std::string_view source, std::string_view packageName) {
+    const std::size_t scheme = source.find("://");
+    const std::string_view address = scheme == std::string_view::npos ? source : source.substr(scheme + 3);
+    const std::size_t name = Text::lowercased(address).find("/" + Text::lowercased(packageName));
+    const std::size_t end = name + 1 + packageName.size();
+    const bool isWhole =
+        end == address.size() ||
+        (end < address.size() && std::string_view("/.?#-").find(address[end]) != std::string_view::npos);
+    return std::string(name != std::string_view::npos && name > 0 && !packageName.empty() && isWhole
+                           ? address.substr(0, name)
+                           : address);
+}
+
 std::optional<std::string> linkAddress(std::string_view address) {
     const std::string scheme = Text::lowercased(address.substr(0, address.find(':')));
     // Whatever else a package calls its source, a report must not offer it for a click.
@@ -112,6 +130,9 @@ std::size_t PDFTextBlock::endOfFitting(double room) const {
         if (used > room + tolerance && end > next_) {
             break;
         }
+    }
+    while (end > next_ + 1 && end < lines_.size() && paragraphs_[lines_[end - 1].paragraph].staysWithNext) {
+        --end;
     }
     return end;
 }

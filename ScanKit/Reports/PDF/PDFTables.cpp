@@ -1,0 +1,202 @@
+#include "ScanKit/Reports/PDF/PDFLayout.h"
+#include "ScanKit/Reports/PDF/PDFSections.h"
+#include "ScanKit/Reports/PDF/PDFTable.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <fmt/format.h>
+
+namespace ScanKit {
+namespace {
+
+using Column = PDFPages::Column;
+using Cell = PDFTable::Cell;
+
+constexpr PDFStyle bodyStyle{.font = {.size = 9}, .colour = PDFColours::ink};
+constexpr PDFStyle cellStyle{.font = {.size = 8.5}, .colour = PDFColours::ink};
+constexpr PDFStyle boldCellStyle{.font = {.size = 8.5, .bold = true}, .colour = PDFColours::ink};
+constexpr PDFStyle quietCellStyle{.font = {.size = 8.5}, .colour = PDFColours::quiet};
+constexpr PDFStyle remarkStyle{.font = {.size = 8}, .colour = PDFColours::quiet};
+
+Cell cellOf(const PDFStyle& style, std::string_view text) {
+    return {{.string = style(text)}};
+}
+
+/// The package's name, leading to where it comes from.
+Cell nameCell(PDFStyle style, const Dependency& dependency) {
+    const std::optional<std::string> link =
+        dependency.source ? linkAddress(*dependency.source) : std::nullopt;
+    if (link) {
+        style.colour = PDFColours::link;
+    }
+    Cell cell = cellOf(style, dependency.name);
+    cell.front().string.link = link;
+    return cell;
+}
+
+Cell severityCell(const Dependency& dependency) {
+    // Flags are in order: the most serious stands first.
+    switch (const Flag::Severity worst = severity(dependency.flags.front())) {
+        case Flag::Severity::high:
+            return {{.string = boldCellStyle("High"), .meter = worst}};
+        case Flag::Severity::medium:
+            return {{.string = cellStyle("Medium"), .meter = worst}};
+        case Flag::Severity::low:
+            return {{.string = quietCellStyle("Low"), .meter = worst}};
+    }
+    return {};
+}
+
+Cell flagsCell(const Dependency& dependency, const PDFSharedNotes& notes) {
+    Cell cell;
+    for (const Flag flag : dependency.flags) {
+        cell.push_back({.string = boldCellStyle(label(flag)), .gapAbove = cell.empty() ? 0.0 : 1.0});
+    }
+    if (const std::string numbers = notes.numbersOf(dependency); !numbers.empty()) {
+        const bool isOne = numbers.find(',') == std::string::npos;
+        const std::string words = fmt::format("See {} {}", isOne ? "note" : "notes", numbers);
+        cell.push_back({.string = quietCellStyle(words), .gapAbove = 1});
+    }
+    return cell;
+}
+
+std::vector<PDFParagraph> particularNotes(const Dependency& dependency, const PDFSharedNotes& notes) {
+    std::vector<PDFParagraph> paragraphs;
+    for (const std::string_view note : notes.particularOf(dependency)) {
+        paragraphs.push_back({.string = quietCellStyle(note), .gapAbove = paragraphs.empty() ? 0.0 : 2.0});
+    }
+    return paragraphs;
+}
+
+/// One package of the list of all.
+std::vector<Cell> cellsOf(const Dependency& dependency, const PDFContents& contents) {
+    std::string from;
+    if (contents.summary.byEcosystem.size() > 1) {
+        from = shortLabel(dependency.ecosystem);
+    }
+    if (dependency.source) {
+        append(from, ", ", shownSource(*dependency.source, dependency.name));
+    }
+    std::vector<Cell> cells{nameCell(cellStyle, dependency), cellOf(cellStyle, dependency.version),
+                            cellOf(cellStyle, dependency.licenseDisplay()),
+                            cellOf(quietCellStyle, shortLabel(dependency.basis)),
+                            cellOf(quietCellStyle, from)};
+    if (contents.options.includeDev) {
+        cells.push_back(cellOf(quietCellStyle, dependency.isDev ? "yes" : ""));
+    }
+    if (!contents.notes.notes().empty()) {
+        cells.push_back(cellOf(quietCellStyle, contents.notes.numbersOf(dependency)));
+    }
+    return cells;
+}
+
+/// A column that nothing can stand in costs room, so it is left out, and the names get what it would take.
+std::vector<Column> columnsOf(const PDFContents& contents) {
+    std::vector<Column> columns{{.title = "Package", .width = 0.28, .namesRow = true},
+                                {"Version", 0.12},
+                                {"License", 0.21},
+                                {"Found by", 0.14},
+                                {"From", 0.25}};
+    const auto addNarrow = [&](std::string_view title, double width) {
+        columns.push_back({title, width});
+        columns[0].width -= width / 2;
+        columns[2].width -= width / 4;
+        columns[4].width -= width / 4;
+    };
+    if (contents.options.includeDev) {
+        addNarrow("Dev only", 0.09);
+    }
+    if (!contents.notes.notes().empty()) {
+        addNarrow("Notes", 0.07);
+    }
+    return columns;
+}
+
+}  // namespace
+
+void addLicenses(PDFLayout& layout, const PDFContents& contents) {
+    layout.heading("Licenses");
+    PDFTable table(
+        layout, "Licenses",
+        {{.title = "License", .width = 0.52, .namesRow = true}, {"Type", 0.33}, {"Packages", 0.15, true}});
+    for (const ReportSummary::License& license : contents.summary.licenses) {
+        table.addRow({cellOf(cellStyle, license.name), cellOf(quietCellStyle, label(license.category)),
+                      cellOf(cellStyle, std::to_string(license.count))});
+    }
+    const bool hasUndecided = std::ranges::any_of(
+        contents.dependencies, [](const Dependency* dependency) { return !dependency->license; });
+    table.place();
+    if (hasUndecided) {
+        layout.skip(6);
+        layout.text(remarkStyle(
+            "“Unknown” stands for every package of which no license was decided: “None found” where nothing names one, “Unrecognized” where what is named is no license that is known."));
+    }
+    layout.skip(sectionGap);
+}
+
+void addAttention(PDFLayout& layout, const PDFContents& contents) {
+    const std::string title = "Needs attention";
+    layout.heading(title);
+    if (contents.summary.needsReview == 0) {
+        layout.text(bodyStyle(
+            "Nothing needs attention: every dependency has a recognized license that doesn't require sharing your code."));
+    }
+    PDFTable table(layout, title,
+                   {{"Severity", 0.14},
+                    {.title = "Package", .width = 0.26, .namesRow = true},
+                    {"Version", 0.12},
+                    {"License", 0.24},
+                    {"Flags and notes", 0.24}},
+                   1);
+    for (const Dependency* dependency : contents.dependencies) {
+        // In the order of the result, like every list: a reader looks packages up by name.
+        if (dependency->needsReview()) {
+            Cell name = nameCell(boldCellStyle, *dependency);
+            if (dependency->isDev) {
+                name.push_back({.string = quietCellStyle("Dev only"), .gapAbove = 1});
+            }
+            table.addRow(
+                {severityCell(*dependency), std::move(name), cellOf(cellStyle, dependency->version),
+                 cellOf(cellStyle, dependency->licenseDisplay()), flagsCell(*dependency, contents.notes)},
+                particularNotes(*dependency, contents.notes));
+        }
+    }
+    table.place();
+    layout.skip(sectionGap);
+}
+
+void addSharedNotes(PDFLayout& layout, const PDFContents& contents) {
+    const std::vector<PDFSharedNotes::Note>& notes = contents.notes.notes();
+    if (notes.empty()) {
+        return;
+    }
+    const std::string title = "Notes that several packages share";
+    layout.heading(title);
+    PDFTable table(layout, title,
+                   {{.title = "Note", .width = 0.08, .namesRow = true},
+                    {"What it says", 0.77},
+                    {"Packages", 0.15, true}});
+    for (std::size_t i = 0; i < notes.size(); ++i) {
+        table.addRow({cellOf(boldCellStyle, std::to_string(i + 1)), cellOf(cellStyle, notes[i].text),
+                      cellOf(cellStyle, std::to_string(notes[i].packages))});
+    }
+    table.place();
+    layout.skip(sectionGap);
+}
+
+void addDependencies(PDFLayout& layout, const PDFContents& contents, double heightOfWhatFollows) {
+    const std::string title = fmt::format("All dependencies ({})", contents.dependencies.size());
+    layout.heading(title);
+    PDFTable table(layout, title, columnsOf(contents));
+    for (const Dependency* dependency : contents.dependencies) {
+        // What needs attention has its notes there.
+        table.addRow(cellsOf(*dependency, contents), dependency->needsReview()
+                                                         ? std::vector<PDFParagraph>{}
+                                                         : particularNotes(*dependency, contents.notes));
+    }
+    table.place(heightOfWhatFollows);
+    layout.skip(sectionGap);
+}
+
+}  // namespace ScanKit
