@@ -49,10 +49,7 @@ Cell severityCell(const Dependency& dependency) {
 }
 
 Cell flagsCell(const Dependency& dependency, const PDFSharedNotes& notes) {
-    Cell cell;
-    for (const Flag flag : dependency.flags) {
-        cell.push_back({.string = boldCellStyle(label(flag)), .gapAbove = cell.empty() ? 0.0 : 1.0});
-    }
+    Cell cell = cellOf(boldCellStyle, dependency.flagLabels("; "));
     if (const std::string numbers = notes.numbersOf(dependency); !numbers.empty()) {
         const bool isOne = numbers.find(',') == std::string::npos;
         const std::string words = fmt::format("See {} {}", isOne ? "note" : "notes", numbers);
@@ -144,10 +141,10 @@ void addAttention(PDFLayout& layout, const PDFContents& contents) {
     }
     PDFTable table(layout, title,
                    {{"Severity", 0.14},
-                    {.title = "Package", .width = 0.26, .namesRow = true},
-                    {"Version", 0.12},
-                    {"License", 0.24},
-                    {"Flags and notes", 0.24}},
+                    {.title = "Package", .width = 0.23, .namesRow = true},
+                    {"Version", 0.11},
+                    {"License", 0.20},
+                    {"Flags and notes", 0.32}},
                    1);
     for (const Dependency* dependency : contents.dependencies) {
         // In the order of the result, like every list: a reader looks packages up by name.
