@@ -271,13 +271,23 @@ public:
         cairo_set_line_width(context, PDFPages::lineWidth);
     }
 
-    /// Each operation becomes one numbered piece of the page: its place among all of the page is its number.
-    void draw(const PDFPages::Op& op) {
-        const auto* text = std::get_if<PDFPages::Text>(&op);
-        const char* tag = text != nullptr && text->element ? partTag : artifactTag;
-        cairo_tag_begin(context_, tag, nullptr);
-        std::visit(*this, op);
-        cairo_tag_end(context_, tag);
+    /// Each text that belongs to the document becomes one numbered piece of the page: its place among them is its
+    /// number. All else is one piece behind them, for no two operations overlap.
+    void draw(const PDFPages::Page& page) {
+        for (const PDFPages::Op& op : page) {
+            if (isPart(op)) {
+                cairo_tag_begin(context_, partTag, nullptr);
+                std::visit(*this, op);
+                cairo_tag_end(context_, partTag);
+            }
+        }
+        cairo_tag_begin(context_, artifactTag, nullptr);
+        for (const PDFPages::Op& op : page) {
+            if (!isPart(op)) {
+                std::visit(*this, op);
+            }
+        }
+        cairo_tag_end(context_, artifactTag);
     }
     /// The places of all texts that were drawn and lead somewhere.
     std::vector<PDFPages::Rectangle> takeLinks() { return std::move(links_); }
@@ -285,7 +295,7 @@ public:
     void operator()(const PDFPages::Text& text) {
         const PDFPages::Rectangle& place = text.rectangle;
         if (!layouts_.hasFonts()) {
-            if (text.string.link) {
+            if (text.string.link && text.element) {
                 links_.push_back(place);
             }
             return;
@@ -300,7 +310,7 @@ public:
         setColour(text.string.colour);
         cairo_move_to(context_, place.x, place.y);
         pango_cairo_show_layout(context_, laidOut.layout.get());
-        if (text.string.link) {
+        if (text.string.link && text.element) {
             links_.push_back(extentOf(laidOut.layout.get(), place));
         }
         if (laidOut.inkRunsOut) {
@@ -328,6 +338,11 @@ public:
     }
 
 private:
+    static bool isPart(const PDFPages::Op& op) {
+        const auto* text = std::get_if<PDFPages::Text>(&op);
+        return text != nullptr && text->element;
+    }
+
     void setColour(const PDFPages::Colour& colour) {
         cairo_set_source_rgb(context_, colour.red, colour.green, colour.blue);
     }
@@ -371,9 +386,7 @@ void addOutline(cairo_surface_t* surface, const std::vector<PDFPages::Bookmark>&
 void drawPages(cairo_t* context, Pen& pen, const std::vector<PDFPages::Page>& pages) {
     cairo_tag_begin(context, "Document", nullptr);
     for (std::size_t i = 0; i < pages.size(); ++i) {
-        for (const PDFPages::Op& op : pages[i]) {
-            pen.draw(op);
-        }
+        pen.draw(pages[i]);
         if (i + 1 == pages.size()) {
             cairo_tag_end(context, "Document");
         }

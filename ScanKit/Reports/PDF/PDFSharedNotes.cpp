@@ -27,13 +27,17 @@ PDFSharedNotes::PDFSharedNotes(const std::vector<const Dependency*>& dependencie
 }
 
 std::string PDFSharedNotes::numbersOf(const Dependency& dependency) const {
-    std::string numbers;
+    std::set<std::size_t> numbers;
     for (const std::string& note : dependency.notes) {
         if (const auto found = numbers_.find(note); found != numbers_.end()) {
-            numbers += (numbers.empty() ? "" : ", ") + std::to_string(found->second);
+            numbers.insert(found->second);
         }
     }
-    return numbers;
+    std::string list;
+    for (const std::size_t number : numbers) {
+        list += (list.empty() ? "" : ", ") + std::to_string(number);
+    }
+    return list;
 }
 
 std::vector<std::string_view> PDFSharedNotes::particularOf(const Dependency& dependency) const {

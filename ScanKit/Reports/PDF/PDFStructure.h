@@ -7,8 +7,8 @@
 
 namespace ScanKit {
 
-/// The names under which operations are drawn, each as one numbered piece of its page: what belongs to a part of the
-/// document, and what decorates or repeats.
+/// The names under which pieces of a page are drawn: each text that belongs to a part of the document, numbered from 0,
+/// and all that decorates or repeats.
 inline constexpr const char* partTag = "P";
 inline constexpr const char* artifactTag = "Private";
 

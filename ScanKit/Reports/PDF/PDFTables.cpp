@@ -35,6 +35,15 @@ Cell nameCell(PDFStyle style, const Dependency& dependency) {
     return cell;
 }
 
+/// The license; or what the package calls its own, which may be in any language.
+Cell licenseCell(const Dependency& dependency) {
+    const std::string shown = dependency.licenseDisplay();
+    const std::size_t colon = dependency.license ? std::string::npos : shown.find(": ");
+    return cellOf(cellStyle, colon == std::string::npos
+                                 ? shown
+                                 : shown.substr(0, colon + 2) + keepingDirection(shown.substr(colon + 2)));
+}
+
 Cell severityCell(const Dependency& dependency) {
     // Flags are in order: the most serious stands first.
     switch (const Flag::Severity worst = severity(dependency.flags.front())) {
@@ -61,7 +70,8 @@ Cell flagsCell(const Dependency& dependency, const PDFSharedNotes& notes) {
 std::vector<PDFParagraph> particularNotes(const Dependency& dependency, const PDFSharedNotes& notes) {
     std::vector<PDFParagraph> paragraphs;
     for (const std::string_view note : notes.particularOf(dependency)) {
-        paragraphs.push_back({.string = quietCellStyle(note), .gapAbove = paragraphs.empty() ? 0.0 : 2.0});
+        paragraphs.push_back({.string = quietCellStyle(keepingQuotedDirection(note)),
+                              .gapAbove = paragraphs.empty() ? 0.0 : 2.0});
     }
     return paragraphs;
 }
@@ -76,8 +86,7 @@ std::vector<Cell> cellsOf(const Dependency& dependency, const PDFContents& conte
         append(from, ", ", shownSource(*dependency.source, dependency.name));
     }
     std::vector<Cell> cells{nameCell(cellStyle, dependency), cellOf(cellStyle, dependency.version),
-                            cellOf(cellStyle, dependency.licenseDisplay()),
-                            cellOf(quietCellStyle, shortLabel(dependency.basis)),
+                            licenseCell(dependency), cellOf(quietCellStyle, shortLabel(dependency.basis)),
                             cellOf(quietCellStyle, from)};
     if (contents.options.includeDev) {
         cells.push_back(cellOf(quietCellStyle, dependency.isDev ? "yes" : ""));
@@ -153,10 +162,9 @@ void addAttention(PDFLayout& layout, const PDFContents& contents) {
             if (dependency->isDev) {
                 name.push_back({.string = quietCellStyle("Dev only"), .gapAbove = 1});
             }
-            table.addRow(
-                {severityCell(*dependency), std::move(name), cellOf(cellStyle, dependency->version),
-                 cellOf(cellStyle, dependency->licenseDisplay()), flagsCell(*dependency, contents.notes)},
-                particularNotes(*dependency, contents.notes));
+            table.addRow({severityCell(*dependency), std::move(name), cellOf(cellStyle, dependency->version),
+                          licenseCell(*dependency), flagsCell(*dependency, contents.notes)},
+                         particularNotes(*dependency, contents.notes));
         }
     }
     table.place();
@@ -175,7 +183,8 @@ void addSharedNotes(PDFLayout& layout, const PDFContents& contents) {
                     {"What it says", 0.77},
                     {"Packages", 0.15, true}});
     for (std::size_t i = 0; i < notes.size(); ++i) {
-        table.addRow({cellOf(boldCellStyle, std::to_string(i + 1)), cellOf(cellStyle, notes[i].text),
+        table.addRow({cellOf(boldCellStyle, std::to_string(i + 1)),
+                      cellOf(cellStyle, keepingQuotedDirection(notes[i].text)),
                       cellOf(cellStyle, std::to_string(notes[i].packages))});
     }
     table.place();

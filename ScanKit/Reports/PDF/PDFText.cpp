@@ -65,8 +65,24 @@ std::string displayText(std::string_view text) {
 }
 
 std::string keepingDirection(std::string_view name) {
-    constexpr std::string_view rightToLeftMark = "\u200F";
-    return Text::isRightToLeft(name) ? fmt::format("{0}{1}{0}", rightToLeftMark, name) : std::string(name);
+    // The mark before the others keeps the sentence itself from being taken for one that is read from the right.
+    return Text::isRightToLeft(name) ? fmt::format("\u200E\u200F{}\u200F", name) : std::string(name);
+}
+
+std::string keepingQuotedDirection(std::string_view sentence) {
+    static constexpr std::string_view open = "“", close = "”";
+    std::string kept;
+    std::size_t done = 0;
+    for (std::size_t at = sentence.find(open); at != std::string_view::npos; at = sentence.find(open, done)) {
+        const std::size_t begin = at + open.size(), end = sentence.find(close, begin);
+        if (end == std::string_view::npos) {
+            break;
+        }
+        kept += sentence.substr(done, begin - done);
+        kept += keepingDirection(sentence.substr(begin, end - begin));
+        done = end;
+    }
+    return kept.append(sentence.substr(done));
 }
 
 std::string shownSource(std::string_view source, std::string_view packageName) {

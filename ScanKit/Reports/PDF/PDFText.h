@@ -35,6 +35,8 @@ inline constexpr PDFPages::Colour strongRule{0.45, 0.45, 0.47};
 std::string displayText(std::string_view text);
 /// A name for the middle of a sentence: one that is read from right to left keeps its punctuation on its own side.
 std::string keepingDirection(std::string_view name);
+/// The same for what a sentence has between “ and ”.
+std::string keepingQuotedDirection(std::string_view sentence);
 /// Where a package comes from, for a reader on paper: the address without its scheme, and without what begins with the
 /// package's name, which stands beside it: "github.com/acme", "registry.example.com".
 std::string shownSource(std::string_view source, std::string_view packageName);
