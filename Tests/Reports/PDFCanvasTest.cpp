@@ -122,6 +122,27 @@ TEST(PDFCanvas, DrawsTextInsideItsRectangle) {
     }
 }
 
+TEST(PDFCanvas, HasTheFullStopOfHebrewOnItsLeft) {
+    PDFCanvas canvas;
+    const double width = canvas.width({"אאאא."});
+    // All but the first letter's room is covered.
+    for (const auto& [text, isDot] : {std::pair{"אאאא.", true}, {".אאאא", false}, {"K אאאא.", false}}) {
+        const Ink ink = inkOf({PDFReport::Text{{text}, {100, 200, 300, 12}},
+                               PDFReport::Fill{{102.2, 190, 2 * width, 40}, {1, 1, 1}}},
+                              canvas);
+        EXPECT_EQ(ink.bottom - ink.top < 2, isDot)
+            << text << " begins with ink " << ink.bottom - ink.top << " high";
+    }
+}
+
+TEST(PDFCanvas, UnderlinesWhatLeadsSomewhere) {
+    PDFCanvas canvas;
+    const auto bottomOf = [&](const std::optional<std::string>& link) {
+        return inkOf({PDFReport::Text{{.text = "xxx", .link = link}, {100, 200, 300, 12}}}, canvas).bottom;
+    };
+    EXPECT_GE(bottomOf("https://example.com"), bottomOf(std::nullopt) + 0.5);
+}
+
 TEST(PDFCanvas, GoesOnBehindATextThatItClipped) {
     PDFCanvas canvas;
     const String marks{"x\u0301\u0301\u0301\u0301\u0301\u0301\u0301\u0301\u0301"};

@@ -318,6 +318,96 @@ TEST(PDFReport, ShortensALongNameInTheFooterAlone) {
     }
 }
 
+/// All texts of the body, a line each.
+std::string wordsOf(const PDFReport& report) {
+    std::string words = "\n";
+    for (const PDFReport::Page& page : report.pages) {
+        for (const PDFReport::Text& text : textsOf(page)) {
+            words += text.string.text + "\n";
+        }
+    }
+    return words;
+}
+
+std::size_t countOf(const std::string& words, const std::string& wanted) {
+    std::size_t count = 0;
+    for (std::size_t at = words.find(wanted); at != std::string::npos; at = words.find(wanted, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+TEST(PDFReport, SaysEachNoteOnceAndWhoseItIs) {
+    const std::vector<Flag> copyleft{Flag::strongCopyleft};
+    const std::string own = "For one alone.", shared = "For two.", choice = "A choice.",
+                      twice = "Said twice by one.";
+    const PDFReport report = laidOut(
+        resultOf(
+            {{.name = "plain", .license = "MIT", .notes = {choice}},
+             {.name = "first", .license = "MIT", .flags = {Flag::noLicenseFile}, .notes = {"For many."}},
+             {.name = "second", .isDev = true, .license = "GPL", .flags = copyleft, .notes = {own, shared}},
+             {.name = "third", .license = "GPL", .flags = copyleft, .notes = {"For many.", shared}},
+             {.name = "fourth", .license = "MIT", .notes = {twice, twice}}}),
+        {.includeDev = true});
+    const std::string words = wordsOf(report);
+    for (const auto& [wanted, count] : {std::pair<std::string, std::size_t>{own, 1},
+                                        {shared, 1},
+                                        {choice, 1},
+                                        {"For many.", 1},
+                                        {twice, 2},
+                                        {"\nsecond\nDev only\n", 1},
+                                        {"\nCopyleft (GPL)\nSee note 1\n" + own, 1},
+                                        {"\nCopyleft (GPL)\nSee notes 1, 2\n", 1},
+                                        {"\n1\n" + shared + "\n2\n2\nFor many.\n2\n", 1},
+                                        {"\nDev only\nNotes\nplain\n", 1}}) {
+        EXPECT_EQ(countOf(words, wanted), count) << wanted << words;
+    }
+}
+
+TEST(PDFReport, CountsOneAsOneAndSaysWhatIsLeftOut) {
+    const Dependency one{.name = "one", .isDev = true, .license = "GPL", .flags = {Flag::strongCopyleft}};
+    Dependency other = one;
+    other.name = "other";
+    const ReportOptions all{.includeDev = true};
+    for (const auto& [dependencies, options, wanted] :
+         {std::tuple{std::vector{one}, all, "\n1\ndependency\n1\nneeds review\n"},
+          {std::vector{one}, all, "By ecosystem: 1 Swift package  ("},
+          {std::vector{one, other}, all, "\n2\ndependencies\n2\nneed review\n"},
+          {std::vector{one, other}, all, "By ecosystem: 2 Swift packages  ("},
+          {std::vector{one}, ReportOptions{}, "\nNo dependencies found. 1 dev-only package is left out.\n"},
+          {std::vector{one, other}, ReportOptions{}, "found. 2 dev-only packages are left out.\n"},
+          {std::vector<Dependency>{}, ReportOptions{}, "\nNo dependencies found.\n"}}) {
+        EXPECT_EQ(countOf(wordsOf(laidOut(resultOf(dependencies), options)), wanted), 1U) << wanted;
+    }
+}
+
+TEST(PDFText, TellsWhereAPackageComesFrom) {
+    for (const auto& [source, name, shown] :
+         {std::tuple{"https://example.com/acme/kit.git", "kit", "example.com/acme"},
+          {"https://registry.example.com/@Acme/Kit/-/kit-1.0.tgz", "@acme/kit", "registry.example.com"},
+          {"https://example.com/kit-1.0.tgz", "kit", "example.com"},
+          {"https://example.com/kitchen/sink", "kit", "example.com/kitchen/sink"},
+          {"ssh://git@example.com/other", "kit", "git@example.com/other"},
+          {"../kit", "kit", ".."},
+          {"kit", "kit", "kit"},
+          {"/kit", "kit", "/kit"},
+          {"local", "", "local"}}) {
+        EXPECT_EQ(shownSource(source, name), shown) << source;
+    }
+}
+
+TEST(PDFText, KeepsThePunctuationOfANameOnItsSide) {
+    for (const auto& [text, kept] :
+         {std::pair{"a “שלום!” b “plain” c “עם", "a “\u200E\u200Fשלום!\u200F” b “plain” c “עם"},
+          {"“(مرحبا)”", "“\u200E\u200F(مرحبا)\u200F”"},
+          {"שלום", "שלום"},
+          {"”“", "”“"}}) {
+        EXPECT_EQ(keepingQuotedDirection(text), kept);
+    }
+    EXPECT_EQ(keepingDirection("1. שלום!"), "\u200E\u200F1. שלום!\u200F");
+    EXPECT_EQ(keepingDirection("Kit שלום!"), "Kit שלום!");
+}
+
 TEST(PDFText, ShowsWhatCannotBeDrawnAsBlanks) {
     const std::pair<std::string, std::string> cases[] = {
         {"a\tb\r\nc", "a b  c"},        {std::string("a\0b", 3), "a b"},
