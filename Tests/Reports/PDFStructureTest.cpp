@@ -10,6 +10,7 @@
 namespace ScanKit {
 namespace {
 
+using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 /// Names that a page's content must not take for its own beginnings and ends, wherever its lines break.
@@ -53,6 +54,38 @@ QPDFObjectHandle partOf(QPDFObjectHandle part, const std::string& role) {
         }
     }
     return QPDFObjectHandle::newNull();
+}
+
+/// Adds the text that each part gives in place of what is drawn.
+void addSpoken(QPDFObjectHandle part, std::vector<std::string>& spoken) {
+    if (part.isDictionary() && part.hasKey("/S")) {
+        if (part.hasKey("/ActualText")) {
+            spoken.push_back(part.getKey("/ActualText").getUTF8Value());
+        }
+        QPDFObjectHandle kids = part.getKey("/K");
+        for (QPDFObjectHandle kid :
+             kids.isArray() ? kids.getArrayAsVector() : std::vector<QPDFObjectHandle>{kids}) {
+            addSpoken(kid, spoken);
+        }
+    }
+}
+
+TEST(PDFStructure, GivesTheLettersOfWhatIsNotDrawnInTheirOrder) {
+    std::string longName;
+    while (longName.size() < 20'000) {
+        longName += "latin letters over more than one page, ";
+    }
+    longName += "שלום!";
+    const std::string drawn =
+        PDFReport::document(resultOf({{.name = "שלום!", .source = "https://example.com", .license = "кит"},
+                                      {.name = longName},
+                                      {.name = "𐎀 ไทย"}}),
+                            {});
+    QPDF pdf;
+    pdf.processMemoryFile("document", drawn.data(), drawn.size());
+    std::vector<std::string> spoken;
+    addSpoken(document(pdf), spoken);
+    EXPECT_THAT(spoken, ElementsAre("שלום!", longName, "𐎀 ไทย"));
 }
 
 TEST(PDFStructure, IsLookedAtByACheckThatFindsFaults) {

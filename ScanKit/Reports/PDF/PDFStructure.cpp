@@ -8,6 +8,7 @@
 #include <array>
 #include <charconv>
 #include <exception>
+#include <map>
 #include <mutex>
 #include <string_view>
 #include <utility>
@@ -193,6 +194,7 @@ public:
         for (std::size_t i = 1; i < elements_.size(); ++i) {
             append(kids_[elements_[i].parent], "{} 0 R", first_ + i);
         }
+        addSpokenTexts(pages.pages);
     }
 
     /// `place` goes on from link to link.
@@ -224,6 +226,9 @@ public:
             if (pages_[i] != 0) {
                 append(object, "/Pg {} 0 R", pages_[i]);
             }
+            if (const auto spoken = spoken_.find(i); spoken != spoken_.end()) {
+                append(object, "/ActualText {}", inHexadecimal(spoken->second));
+            }
             if (!kids_[i].empty()) {
                 append(object, "/K[{}]", kids_[i]);
             }
@@ -244,6 +249,38 @@ private:
             list += ' ';
         }
         fmt::format_to(std::back_inserter(list), format, std::forward<Values>(values)...);
+    }
+
+    /// What is drawn from the right, in letters that join, or as boxes, is no text in the order of its letters: such
+    /// parts have their text beside what is drawn.
+    void addSpokenTexts(const std::vector<PDFPages::Page>& pages) {
+        // A letter of Hebrew and of whatever stands behind it begins with a byte that no letter of Latin, Greek or
+        // Cyrillic has, and that is not the one of dashes, quotes and symbols.
+        const auto isOther = [](char c) {
+            const auto byte = static_cast<unsigned char>(c);
+            return byte >= 0xD6 && byte != 0xE2;
+        };
+        forEachPart(pages, [&](std::size_t element, const std::string& text) {
+            if (std::ranges::any_of(text, isOther)) {
+                spoken_[element];
+            }
+        });
+        forEachPart(pages, [&](std::size_t element, const std::string& text) {
+            if (const auto part = spoken_.find(element); part != spoken_.end()) {
+                part->second += text;
+            }
+        });
+    }
+
+    static void forEachPart(const std::vector<PDFPages::Page>& pages, const auto& body) {
+        for (const PDFPages::Page& page : pages) {
+            for (const PDFPages::Op& op : page) {
+                const auto* text = std::get_if<PDFPages::Text>(&op);
+                if (text != nullptr && text->element) {
+                    body(*text->element, text->string.text);
+                }
+            }
+        }
     }
 
     /// The page that a part begins on is said once; a piece on another one says so itself.
@@ -280,6 +317,7 @@ private:
     std::size_t first_;               ///< the object number of the first element, which the others follow
     std::vector<std::string> kids_;   ///< of each element, in the format's words
     std::vector<std::size_t> pages_;  ///< likewise; 0 for one without content of its own
+    std::map<std::size_t, std::string> spoken_;  ///< the texts of the elements that need them
     std::string pageOwners_, linkOwners_;
     std::size_t linkCount_ = 0;
 };
