@@ -9,6 +9,8 @@
 
 namespace ScanKit {
 
+class PDFTextLayouts;
+
 /// Measures text and draws pages with the system's fonts. Making one loads the list of fonts; nothing does so
 /// before. For one thread at a time; several may be in use on several threads. Letters that no installed font has are
 /// drawn in the built-in family, and as boxes when that has none for them either.
@@ -23,14 +25,13 @@ public:
     double width(const PDFPages::AttributedString& string) override;
 
     /// The characters of the text, each once, that no font has a picture of.
-    std::u32string undrawable(const std::string& text);
+    std::u32string undrawable(const std::string& text) const;
 
     /// The document as bytes. The same pages give the same bytes wherever the same fonts are.
     std::string draw(const PDFPages& document);
 
 private:
-    struct Fonts;
-    std::unique_ptr<Fonts> fonts_;
+    std::unique_ptr<PDFTextLayouts> layouts_;
 };
 
 }  // namespace ScanKit
