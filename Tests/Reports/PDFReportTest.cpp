@@ -356,8 +356,8 @@ TEST(PDFReport, SaysEachNoteOnceAndWhoseItIs) {
                                         {"For many.", 1},
                                         {twice, 2},
                                         {"\nsecond\nDev only\n", 1},
-                                        {"\nCopyleft (GPL)\nSee note 1\n" + own, 1},
-                                        {"\nCopyleft (GPL)\nSee notes 1, 2\n", 1},
+                                        {"\nCopyleft (GPL)\n1\n" + own, 1},
+                                        {"\nCopyleft (GPL)\n1, 2\n", 1},
                                         {"\n1\n" + shared + "\n2\n2\nFor many.\n2\n", 1},
                                         {"\nDev only\nNotes\nplain\n", 1}}) {
         EXPECT_EQ(countOf(words, wanted), count) << wanted << words;

@@ -57,16 +57,6 @@ Cell severityCell(const Dependency& dependency) {
     return {};
 }
 
-Cell flagsCell(const Dependency& dependency, const PDFSharedNotes& notes) {
-    Cell cell = cellOf(boldCellStyle, dependency.flagLabels("; "));
-    if (const std::string numbers = notes.numbersOf(dependency); !numbers.empty()) {
-        const bool isOne = numbers.find(',') == std::string::npos;
-        const std::string words = fmt::format("See {} {}", isOne ? "note" : "notes", numbers);
-        cell.push_back({.string = quietCellStyle(words), .gapAbove = 1});
-    }
-    return cell;
-}
-
 std::vector<PDFParagraph> particularNotes(const Dependency& dependency, const PDFSharedNotes& notes) {
     std::vector<PDFParagraph> paragraphs;
     for (const std::string_view note : notes.particularOf(dependency)) {
@@ -87,7 +77,7 @@ std::vector<Cell> cellsOf(const Dependency& dependency, const PDFContents& conte
     }
     std::vector<Cell> cells{nameCell(cellStyle, dependency), cellOf(cellStyle, dependency.version),
                             licenseCell(dependency), cellOf(quietCellStyle, shortLabel(dependency.basis)),
-                            cellOf(quietCellStyle, from)};
+                            cellOf(remarkStyle, from)};
     if (contents.options.includeDev) {
         cells.push_back(cellOf(quietCellStyle, dependency.isDev ? "yes" : ""));
     }
@@ -99,16 +89,16 @@ std::vector<Cell> cellsOf(const Dependency& dependency, const PDFContents& conte
 
 /// A column that nothing can stand in costs room, so it is left out, and the names get what it would take.
 std::vector<Column> columnsOf(const PDFContents& contents) {
-    std::vector<Column> columns{{.title = "Package", .width = 0.28, .namesRow = true},
+    std::vector<Column> columns{{.title = "Package", .width = 0.26, .namesRow = true},
                                 {"Version", 0.12},
-                                {"License", 0.21},
-                                {"Found by", 0.14},
-                                {"From", 0.25}};
+                                {"License", 0.20},
+                                {"Found by", 0.135},
+                                {"From", 0.285}};
     const auto addNarrow = [&](std::string_view title, double width) {
         columns.push_back({title, width});
-        columns[0].width -= width / 2;
-        columns[2].width -= width / 4;
-        columns[4].width -= width / 4;
+        columns[0].width -= 0.4 * width;
+        columns[2].width -= 0.2 * width;
+        columns[4].width -= 0.4 * width;
     };
     if (contents.options.includeDev) {
         addNarrow("Dev only", 0.09);
@@ -148,13 +138,17 @@ void addAttention(PDFLayout& layout, const PDFContents& contents) {
         layout.text(bodyStyle(
             "Nothing needs attention: every dependency has a recognized license that doesn't require sharing your code."));
     }
-    PDFTable table(layout, title,
-                   {{"Severity", 0.14},
-                    {.title = "Package", .width = 0.23, .namesRow = true},
-                    {"Version", 0.11},
-                    {"License", 0.20},
-                    {"Flags and notes", 0.32}},
-                   1);
+    const bool hasShared = !contents.notes.notes().empty();
+    std::vector<Column> columns{{"Severity", 0.14},
+                                {.title = "Package", .width = 0.23, .namesRow = true},
+                                {"Version", 0.11},
+                                {"License", 0.20},
+                                {"Flags", hasShared ? 0.25 : 0.32}};
+    if (hasShared) {
+        columns.push_back({"Notes", 0.07});
+    }
+    constexpr std::size_t packageColumn = 1;
+    PDFTable table(layout, title, std::move(columns), packageColumn);
     for (const Dependency* dependency : contents.dependencies) {
         // In the order of the result, like every list: a reader looks packages up by name.
         if (dependency->needsReview()) {
@@ -162,9 +156,13 @@ void addAttention(PDFLayout& layout, const PDFContents& contents) {
             if (dependency->isDev) {
                 name.push_back({.string = quietCellStyle("Dev only"), .gapAbove = 1});
             }
-            table.addRow({severityCell(*dependency), std::move(name), cellOf(cellStyle, dependency->version),
-                          licenseCell(*dependency), flagsCell(*dependency, contents.notes)},
-                         particularNotes(*dependency, contents.notes));
+            std::vector<Cell> cells{severityCell(*dependency), std::move(name),
+                                    cellOf(cellStyle, dependency->version), licenseCell(*dependency),
+                                    cellOf(boldCellStyle, dependency->flagLabels("; "))};
+            if (hasShared) {
+                cells.push_back(cellOf(quietCellStyle, contents.notes.numbersOf(*dependency)));
+            }
+            table.addRow(std::move(cells), particularNotes(*dependency, contents.notes));
         }
     }
     table.place();
