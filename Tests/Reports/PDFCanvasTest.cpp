@@ -39,6 +39,8 @@ public:
     std::string outline() const {
         return seenBy(QUORVANE_QPDF " --json --json-key=outlines", " | tr -d ' \\n'");
     }
+    /// What a listener gets: the texts of the document's parts, each in quotes.
+    std::string readAloud() const { return seenBy(QUORVANE_PDFINFO " -struct-text"); }
     std::string faults() const { return seenBy(QUORVANE_QPDF " --check"); }
     /// The first page's beginning with two pixels to a point, in grey.
     std::string picture() const {
@@ -218,6 +220,17 @@ TEST(PDFDocument, IsSoundWithoutALinkAndWithAnyText) {
         const Document document(PDFReport::document(result, {.projectName = std::string(10'000, 'P')}));
         EXPECT_THAT(document.faults(), HasSubstr(sound));
     }
+}
+
+TEST(PDFDocument, IsReadAloudInWholeSentences) {
+    std::string note;  // with lines that break, and letters that join
+    for (int i = 0; i < 30; ++i) {
+        note += "The office files of a flat raffle waffle; ";
+    }
+    note += "the end.";
+    const Document document(
+        PDFReport::document(resultOf({{.license = "MIT", .flags = {Flag::mismatch}, .notes = {note}}}), {}));
+    EXPECT_THAT(document.readAloud(), HasSubstr("\"" + note + "\""));
 }
 
 TEST(PDFDocument, IsTheSameByteForByteOnAnyThread) {

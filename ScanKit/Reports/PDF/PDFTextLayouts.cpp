@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include <hb.h>
 #include <pango/pangocairo.h>
 
 namespace ScanKit {
@@ -43,6 +44,24 @@ FontDescriptionPointer describe(const PDFPages::Font& font) {
     pango_font_description_set_weight(description.get(), font.bold ? PANGO_WEIGHT_BOLD : PANGO_WEIGHT_NORMAL);
     pango_font_description_set_absolute_size(description.get(), font.size * PANGO_SCALE);
     return description;
+}
+
+/// The blank at which a line was broken is drawn without a width: readers that go by letters alone would take the words
+/// around the break for one.
+void drawFinalBlanks(PangoLayout* layout) {
+    for (GSList* line = pango_layout_get_lines(layout); line != nullptr; line = line->next) {
+        const GSList* const last = g_slist_last(static_cast<PangoLayoutLine*>(line->data)->runs);
+        if (last == nullptr || line->next == nullptr) {
+            continue;
+        }
+        const auto* run = static_cast<PangoGlyphItem*>(last->data);
+        PangoGlyphInfo& glyph = run->glyphs->glyphs[run->glyphs->num_glyphs - 1];
+        hb_codepoint_t blank = 0;
+        if (glyph.glyph == PANGO_GLYPH_EMPTY &&
+            hb_font_get_nominal_glyph(pango_font_get_hb_font(run->item->analysis.font), ' ', &blank) != 0) {
+            glyph.glyph = blank;
+        }
+    }
 }
 
 void appendLines(std::vector<PDFTextMeasure::TextLine>& lines, PangoLayout* layout, std::size_t begin) {
@@ -104,6 +123,8 @@ PDFTextLayouts::Layout PDFTextLayouts::layoutOf(const PDFPages::AttributedString
     PangoAttrList* attributes = pango_attr_list_new();
     pango_attr_list_insert(attributes, pango_attr_insert_hyphens_new(FALSE));
     pango_attr_list_insert(attributes, pango_attr_line_height_new(leading));
+    // Letters that join into one glyph are two for whoever searches, copies or listens.
+    pango_attr_list_insert(attributes, pango_attr_font_features_new("liga=0, clig=0"));
     if (string.letterSpacing > 0) {
         pango_attr_list_insert(attributes, pango_attr_letter_spacing_new(inPangoUnits(string.letterSpacing)));
     }
@@ -143,6 +164,7 @@ const PDFTextLayouts::LaidOut& PDFTextLayouts::laidOut(const PDFPages::Attribute
     if (string.letterSpacing > 0) {
         joinLetters(made.layout.get());
     }
+    drawFinalBlanks(made.layout.get());
     PangoRectangle ink{}, logical{};
     pango_layout_get_extents(made.layout.get(), &ink, &logical);
     const int lean = inPangoUnits(overhang);
