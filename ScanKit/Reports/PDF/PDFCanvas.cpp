@@ -3,6 +3,7 @@
 #include "ScanKit/Reports/PDF/PDFStructure.h"
 #include "ScanKit/Reports/PDF/PDFTextLayouts.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <cairo-pdf.h>
@@ -49,6 +50,7 @@ public:
                 std::visit(*this, op);
             }
         }
+        strokeLines();
         cairo_tag_end(context_, artifactTag);
     }
     /// The places of all texts that were drawn and lead somewhere.
@@ -73,6 +75,9 @@ public:
         setColour(text.string.colour);
         cairo_move_to(context_, place.x, place.y);
         pango_cairo_show_layout(context_, laidOut.layout.get());
+        if (text.string.link) {
+            underline(text, laidOut.layout);
+        }
         if (text.string.link && text.element) {
             links_.push_back(PDFTextLayouts::extentOf(laidOut.layout, place));
         }
@@ -93,17 +98,45 @@ public:
                         stroke.rectangle.width - 2 * inset, stroke.rectangle.height - 2 * inset);
         cairo_stroke(context_);
     }
-    void operator()(const PDFPages::Line& line) {
-        setColour(line.colour);
-        cairo_move_to(context_, line.from.x, line.from.y);
-        cairo_line_to(context_, line.to.x, line.to.y);
-        cairo_stroke(context_);
-    }
+    void operator()(const PDFPages::Line& line) { addLine(line, PDFPages::lineWidth); }
 
 private:
     static bool isPart(const PDFPages::Op& op) {
         const auto* text = std::get_if<PDFPages::Text>(&op);
         return text != nullptr && text->element;
+    }
+
+    /// Colour alone is lost on paper, and on many readers.
+    void underline(const PDFPages::Text& text, const PDFTextLayouts::Layout& layout) {
+        const double gap = 0.13 * text.string.font.size, width = 0.06 * text.string.font.size;
+        for (const PDFTextLayouts::Baseline& line : PDFTextLayouts::baselinesOf(layout, text.rectangle)) {
+            const double y = line.y + gap;
+            addLine({{line.x, y}, {line.x + line.width, y}, text.string.colour}, width);
+        }
+    }
+    void addLine(const PDFPages::Line& line, double width) {
+        const auto isAlike = [&](const Lines& lines) {
+            return lines.colour == line.colour && lines.width == width;
+        };
+        auto alike = std::ranges::find_if(lines_, isAlike);
+        if (alike == lines_.end()) {
+            alike = lines_.insert(lines_.end(), {.colour = line.colour, .width = width});
+        }
+        alike->lines.push_back(line);
+    }
+    /// All lines of one look at once: a page has one for each row and each link.
+    void strokeLines() {
+        for (const Lines& alike : lines_) {
+            setColour(alike.colour);
+            cairo_set_line_width(context_, alike.width);
+            for (const PDFPages::Line& line : alike.lines) {
+                cairo_move_to(context_, line.from.x, line.from.y);
+                cairo_line_to(context_, line.to.x, line.to.y);
+            }
+            cairo_stroke(context_);
+        }
+        lines_.clear();
+        cairo_set_line_width(context_, PDFPages::lineWidth);
     }
 
     void setColour(const PDFPages::Colour& colour) {
@@ -112,6 +145,12 @@ private:
 
     cairo_t* context_;
     PDFTextLayouts& layouts_;
+    struct Lines {
+        PDFPages::Colour colour;
+        double width = 0;
+        std::vector<PDFPages::Line> lines;
+    };
+    std::vector<Lines> lines_;  ///< of the page, yet to be drawn
     std::vector<PDFPages::Rectangle> links_;
 };
 

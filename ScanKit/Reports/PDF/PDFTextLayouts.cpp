@@ -128,10 +128,6 @@ PDFTextLayouts::Layout PDFTextLayouts::layoutOf(const PDFPages::AttributedString
     if (string.letterSpacing > 0) {
         pango_attr_list_insert(attributes, pango_attr_letter_spacing_new(inPangoUnits(string.letterSpacing)));
     }
-    if (string.link) {
-        // Colour alone is lost on paper, and on many readers.
-        pango_attr_list_insert(attributes, pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
-    }
     pango_layout_set_attributes(layout.get(), attributes);
     pango_attr_list_unref(attributes);
 
@@ -152,8 +148,7 @@ const PDFTextLayouts::LaidOut& PDFTextLayouts::laidOut(const PDFPages::Attribute
             .font = string.font,
             .letterSpacing = string.letterSpacing,
             .width = width,
-            .right = right,
-            .leads = string.link.has_value()};
+            .right = right};
     if (const auto found = kept_.find(key); found != kept_.end()) {
         return found->second;
     }
@@ -277,6 +272,21 @@ PDFPages::Rectangle PDFTextLayouts::extentOf(const Layout& layout, const PDFPage
     pango_layout_get_extents(layout.get(), nullptr, &logical);
     return {place.x + inPoints(logical.x), place.y + inPoints(logical.y), inPoints(logical.width),
             inPoints(logical.height)};
+}
+
+std::vector<PDFTextLayouts::Baseline> PDFTextLayouts::baselinesOf(const Layout& layout,
+                                                                  const PDFPages::Rectangle& place) {
+    std::vector<Baseline> baselines;
+    PangoLayoutIter* iterator = pango_layout_get_iter(layout.get());
+    do {
+        PangoRectangle logical{};
+        pango_layout_iter_get_line_extents(iterator, nullptr, &logical);
+        baselines.push_back({.x = place.x + inPoints(logical.x),
+                             .y = place.y + inPoints(pango_layout_iter_get_baseline(iterator)),
+                             .width = inPoints(logical.width)});
+    } while (pango_layout_iter_next_line(iterator));
+    pango_layout_iter_free(iterator);
+    return baselines;
 }
 
 }  // namespace ScanKit

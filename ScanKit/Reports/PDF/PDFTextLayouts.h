@@ -33,6 +33,10 @@ public:
         Layout layout;
         bool inkRunsOut = false;  ///< some glyph reaches far beyond the lines and the width
     };
+    /// A line of a text on its page: what it stands on.
+    struct Baseline {
+        double x = 0, y = 0, width = 0;
+    };
     /// How far in points a glyph may lean out of its text, as many letters do a little.
     static constexpr double overhang = 1.5;
 
@@ -45,6 +49,8 @@ public:
     const LaidOut& laidOut(const PDFPages::AttributedString& string, double width, bool right);
     /// What a layout takes of the place that it is drawn at.
     static PDFPages::Rectangle extentOf(const Layout& layout, const PDFPages::Rectangle& place);
+    /// The lines of what is drawn there.
+    static std::vector<Baseline> baselinesOf(const Layout& layout, const PDFPages::Rectangle& place);
 
     std::vector<TextLine> lines(const PDFPages::AttributedString& string, double width) override;
     double width(const PDFPages::AttributedString& string) override;
@@ -61,7 +67,7 @@ private:
         std::string text;
         PDFPages::Font font;
         double letterSpacing = 0, width = 0;
-        bool right = false, leads = false;
+        bool right = false;
         bool operator==(const Key&) const = default;
     };
     struct KeyHash {
