@@ -18,7 +18,7 @@ constexpr std::string_view seeHelp = "Run quorvane --help for the options.\n";
 
 /// The arguments as they stand on the command line, before their names are looked up.
 struct RawOptions {
-    std::string folder, output, color;
+    std::string folder, output, color, paper;
     std::vector<std::string> formats, ecosystems, checkouts, pythonEnvironments, failOn;
     bool noDerivedData = false;
 };
@@ -63,6 +63,7 @@ void bind(CLI::App& app, RawOptions& raw, CommandOptions& options) {
     binder.one("project-name", options.projectName);
     binder.one("prepared-for", options.preparedFor);
     binder.one("prepared-by", options.preparedBy);
+    binder.one("paper", raw.paper);
     binder.several("ecosystem", raw.ecosystems);
     binder.several("checkouts", raw.checkouts);
     binder.several("python-env", raw.pythonEnvironments);
@@ -107,6 +108,12 @@ std::optional<std::string> lookUpNames(const RawOptions& raw, CommandOptions& op
             return unknownName("formats", "and", name);
         }
         options.formats = options.formats | row->bit;
+    }
+    if (!raw.paper.empty()) {
+        options.paper = ScanKit::paperFromRawValue(raw.paper);
+        if (!options.paper) {
+            return unknownName("paper", "or", raw.paper);
+        }
     }
     for (const std::string& name : raw.ecosystems) {
         const auto ecosystem = ScanKit::ecosystemFromRawValue(name);

@@ -24,6 +24,7 @@ struct CommandOptions {
     std::string projectName;  ///< the folder's name when empty
     std::string preparedFor;
     std::string preparedBy;
+    std::optional<ScanKit::Paper> paper;      ///< of the PDF; the locale's when absent
     std::set<ScanKit::Ecosystem> ecosystems;  ///< those that the folder holds when empty
     std::vector<std::filesystem::path> checkouts;
     std::vector<std::filesystem::path> pythonEnvironments;

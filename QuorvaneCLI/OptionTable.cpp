@@ -4,6 +4,7 @@
 #include "ScanKit/Model/Ecosystem.h"
 #include "ScanKit/Model/Flag.h"
 #include "ScanKit/Model/LicenseCategory.h"
+#include "ScanKit/Reports/Paper.h"
 #include "ScanKit/Reports/ReportFormats.h"
 #include "ScanKit/Support/Text.h"
 
@@ -31,6 +32,7 @@ constexpr auto rows = std::to_array<OptionRow>({
      "The name that the reports print; that of the folder when left out"},
     {reports, "", "prepared-for", "TEXT", text, false, "The client that the reports name"},
     {reports, "", "prepared-by", "TEXT", text, false, "Who prepared the reports"},
+    {reports, "", "paper", "SIZE", paperSize, false, "The PDF's paper: {}; that of the locale when left out"},
     {read, "", "ecosystem", "NAME", ecosystem, false,
      "Read only the packages of {}; repeatable. Those that the folder holds when left out"},
     {read, "", "checkouts", "DIR", folder, false, "A folder of checked-out Swift packages; repeatable"},
@@ -113,6 +115,8 @@ std::vector<std::string> choicesFor(OptionValue value) {
             return {"auto", "always", "never"};
         case format:
             return formatNames();
+        case paperSize:
+            return {std::string(rawValue(ScanKit::Paper::a4)), std::string(rawValue(ScanKit::Paper::letter))};
         case ecosystem:
             return rawValuesOf(ScanKit::allEcosystems);
         case failOnName:

@@ -7,7 +7,16 @@
 #include <vector>
 
 /// What an option takes.
-enum class OptionValue : std::uint8_t { none, text, folder, colorChoice, format, ecosystem, failOnName };
+enum class OptionValue : std::uint8_t {
+    none,
+    text,
+    folder,
+    colorChoice,
+    format,
+    paperSize,
+    ecosystem,
+    failOnName
+};
 
 /// All that is said of an option in one place: the reader of the command line, the help, the manual page and the
 /// completions of the shells are made of this table.

@@ -75,7 +75,8 @@ ScanKit::ReportOptions reportOptions(const CommandOptions& options) {
     return {.projectName = ScanKit::reportedProjectName(options.projectName, options.folder),
             .preparedFor = options.preparedFor,
             .preparedBy = options.preparedBy,
-            .includeDev = options.includeDev};
+            .includeDev = options.includeDev,
+            .paper = options.paper.value_or(ScanKit::paperOfEnvironment())};
 }
 
 /// Saves the reports; what cannot be saved, and why, when one cannot.
@@ -87,6 +88,9 @@ std::optional<std::string> saveInto(const std::filesystem::path& folder, const S
         return folder.string() + ": " + error.message();
     }
     const ScanKit::SavedReports saved = ScanKit::saveReports(result, report, formats, folder);
+    for (const std::string& warning : saved.warnings) {
+        print(stderr, "Warning: " + Terminal::safe(warning) + "\n");
+    }
     if (saved.failure) {
         return saved.failedFile.string() + ": " + *saved.failure;
     }

@@ -51,6 +51,7 @@ ScanKit::ReportOptions AppModel::reportOptions() const {
         .preparedFor = Texts::toUtf8(preparedFor_),
         .preparedBy = Texts::toUtf8(preparedBy_),
         .includeDev = includeDev_,
+        .paper = ScanKit::paperOfEnvironment(),
     };
 }
 

@@ -14,5 +14,10 @@ QString exportMessageFor(const ScanKit::SavedReports& saved) {
     for (const std::filesystem::path& file : saved.files) {
         names.push_back(Texts::shownName(file));
     }
-    return QCoreApplication::translate("ExportMessage", "Saved %1.").arg(names.join(QStringLiteral(", ")));
+    QStringList sentences{
+        QCoreApplication::translate("ExportMessage", "Saved %1.").arg(names.join(QStringLiteral(", ")))};
+    for (const std::string& warning : saved.warnings) {
+        sentences.push_back(Texts::fromUtf8(warning));
+    }
+    return sentences.join(QLatin1Char(' '));
 }

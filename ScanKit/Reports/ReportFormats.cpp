@@ -14,7 +14,7 @@ namespace {
 
 constexpr auto rows = std::to_array<ReportFormat>({
     {ReportFormats::pdf, "pdf", "PDF license report (summary, flags, every dependency)",
-     " License Report.pdf", PDFReport::document},
+     " License Report.pdf", PDFReport::document, PDFReport::warning},
     {ReportFormats::notice, "notice", "NOTICE.txt (every package with its license text)", "NOTICE.txt",
      Exports::notice},
     {ReportFormats::csv, "csv", "CSV (one row per package)", " Dependencies.csv", Exports::csv},

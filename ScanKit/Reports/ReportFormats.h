@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -26,6 +27,8 @@ struct ReportFormat {
     std::string_view title;     ///< what people read: "NOTICE.txt (every package with its license text)"
     std::string_view fileName;  ///< begins with a blank when the project's name stands before it
     std::string (&bytes)(const ScanResult&, const ReportOptions&);  ///< the finished file
+    /// What the file cannot show of the result, as a sentence for whoever saves it; no function for one that shows all.
+    std::optional<std::string> (*warning)(const ScanResult&, const ReportOptions&) = nullptr;
     bool isUsual = true;                                            ///< written when nobody chooses
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ScanKit/Reports/Paper.h"
+
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -14,6 +16,7 @@ struct ReportOptions {
     std::string preparedFor;            ///< the client; empty when none was given
     std::string preparedBy;             ///< the person or studio; empty when none was given
     bool includeDev = false;            ///< dev-only packages are reported too
+    Paper paper = Paper::letter;        ///< of the PDF
     std::string appName = productName;  ///< named as the generator
 
     bool operator==(const ReportOptions&) const = default;

@@ -18,6 +18,10 @@ SavedReports saveReports(const ScanResult& result, const ReportOptions& options,
             return saved;
         }
         saved.files.push_back(file);
+        if (std::optional<std::string> warning =
+                format.warning ? format.warning(result, options) : std::nullopt) {
+            saved.warnings.push_back(std::move(*warning));
+        }
     }
     return saved;
 }

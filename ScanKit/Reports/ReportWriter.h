@@ -17,6 +17,7 @@ struct SavedReports {
     std::optional<std::string>
         failure;                       ///< the system's reason when saving stopped; absent when all went well
     std::filesystem::path failedFile;  ///< the file that saving stopped at; empty when all went well
+    std::vector<std::string> warnings;  ///< what the files written cannot show, a sentence each
     bool operator==(const SavedReports&) const = default;
 };
 

@@ -10,6 +10,7 @@
 #include <unicode/locid.h>
 #include <unicode/stringpiece.h>
 #include <unicode/uchar.h>
+#include <unicode/uscript.h>
 #include <unicode/unistr.h>
 #include <unicode/utext.h>
 #include <unicode/utf8.h>
@@ -209,6 +210,29 @@ std::string_view trimmedOf(std::string_view text, std::string_view characters) {
 
 bool isBlank(std::string_view text) {
     return trimmed(text).empty();
+}
+
+std::string_view scriptName(char32_t scalar) {
+    const auto character = static_cast<UChar32>(scalar);
+    if (u_hasBinaryProperty(character, UCHAR_EXTENDED_PICTOGRAPHIC)) {
+        return "Emoji";
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    const UScriptCode script = uscript_getScript(character, &status);
+    return U_SUCCESS(status) ? uscript_getName(script) : "Unknown";
+}
+
+bool isRightToLeft(std::string_view text) {
+    for (std::size_t i = 0; i < text.size();) {
+        const UCharDirection direction = u_charDirection(static_cast<UChar32>(nextScalar(text, i)));
+        if (direction == U_LEFT_TO_RIGHT) {
+            return false;
+        }
+        if (direction == U_RIGHT_TO_LEFT || direction == U_RIGHT_TO_LEFT_ARABIC) {
+            return true;
+        }
+    }
+    return false;
 }
 
 char32_t nextScalar(std::string_view text, std::size_t& offset) {

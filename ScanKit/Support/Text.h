@@ -59,6 +59,13 @@ std::string plainLines(std::string text);
 /// without such a mark; U+FFFD for each invalid part.
 std::optional<std::string> fromUTF16(std::string_view bytes);
 
+/// The script that the scalar is written in, by its English name: "Arabic", "Han"; "Emoji" for a picture, "Common" or
+/// "Inherited" for what several scripts share.
+std::string_view scriptName(char32_t scalar);
+
+/// Whether the first of its letters that has a direction is written from right to left.
+bool isRightToLeft(std::string_view text);
+
 /// The columns that a scalar takes in a terminal: two when it is wide, none when it combines or is invisible.
 std::size_t columnWidth(char32_t scalar);
 

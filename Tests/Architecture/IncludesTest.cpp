@@ -27,8 +27,10 @@ const std::map<std::string, std::string> homes{
     {"oneapi/", "ScanKit/Support/"},
     {"tbb/", "ScanKit/Support/"},
     {"minizip/", "ScanKit/Support/ZipArchive."},
-    {"pango/", "ScanKit/Reports/PDF/PDFCanvas."},
-    {"cairo", "ScanKit/Reports/PDF/PDFCanvas."},
+    {"pango/", "ScanKit/Reports/PDF/"},
+    {"fontconfig/", "ScanKit/Reports/PDF/PDFFontMap"},
+    {"cairo", "ScanKit/Reports/PDF/"},
+    {"qpdf/", "ScanKit/Reports/PDF/PDFStructure."},
     {"CLI/", "QuorvaneCLI/CommandOptions."},
 };
 

@@ -146,8 +146,8 @@ TEST(Command, SavesTheReportsWithTheNamesGiven) {
     const TemporaryFolder project = smallProject(), output;
     const std::filesystem::path folder = output / "made/here";
     const std::string names = "--project-name 'My: app' --prepared-for Client --prepared-by Studio ";
-    const Outcome outcome =
-        quorvane("--json --include-dev " + names + "-o " + quoted(folder) + " " + quoted(project.path()));
+    const Outcome outcome = quorvane(
+        "--json --include-dev " + names + "-o " + quoted(folder) + " " + quoted(project.path()), "LC_ALL=C");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.error, IsEmpty());
     EXPECT_THAT(outcome.output, HasSubstr("\"name\" : \"linter\""));
@@ -155,6 +155,12 @@ TEST(Command, SavesTheReportsWithTheNamesGiven) {
     EXPECT_THAT(contentOf(folder / "NOTICE.txt"), HasSubstr("NOTICES\nMy: app\n"));
     const std::string text = QUORVANE_PDFTOTEXT " " + quoted(folder / "My- app License Report.pdf");
     EXPECT_EQ(std::system((text + " - | grep -q 'Prepared for Client *· *Prepared by Studio'").c_str()), 0);
+    const auto widthIs = [&](const std::string& points) {
+        return std::system((text + " -bbox - | grep -q 'page width=\"" + points + "'").c_str()) == 0;
+    };
+    EXPECT_TRUE(widthIs("612"));
+    quorvane("--formats pdf --paper a4 " + names + "-o " + quoted(folder) + " " + quoted(project.path()));
+    EXPECT_TRUE(widthIs("595"));
     quorvane("--formats csv -o " + quoted(output / "other") + " " + quoted(project.path()));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output / "other"), {}), 1);
 }
@@ -192,6 +198,7 @@ TEST(Command, RefusesWrongUsageInOneLineWithStatusTwo) {
         {"--nonsense " + folder, "--nonsense"},
         {"--formats json " + folder, "--output"},
         {"-o /tmp --formats doc " + folder, "--formats takes pdf, notice, csv, json and html, not \"doc\"\n"},
+        {"--paper a5 " + folder, "--paper takes a4 or letter, not \"a5\"\n"},
         {"--ecosystem cargo " + folder, "--ecosystem takes swiftpm, npm or python, not \"cargo\"\n"},
         {"--color red " + folder, "--color takes auto, always or never, not \"red\"\n"},
         {"--fail-on nothing " + folder, "--fail-on takes categories, flags and review, not \"nothing\"\n"},

@@ -74,6 +74,18 @@ private Q_SLOTS:
         QCOMPARE(std::distance(begin(entries), end(entries)), 2);
     }
 
+    void whatAReportCannotShowIsTold() {
+        ModelFixture fixture(
+            alwaysFinding(findings({package("pad")})), [](const auto&, const auto&, auto, const auto&) {
+                return ScanKit::SavedReports{.files = {"/x/report.pdf"}, .warnings = {"It shows boxes."}};
+            });
+        QVERIFY(fixture.open());
+        fixture.chooser.answer = fixture.project.folder("Out");
+        fixture.model.exportReports(ReportFormats::pdf);
+        QTRY_COMPARE(fixture.model.exportMessage().value_or(QString()),
+                     u"Saved report.pdf. It shows boxes."_s);
+    }
+
     void aFailureIsToldAndNothingIsShown() {
         ModelFixture fixture(alwaysFinding(findings({package("pad")})));
         AppModel& model = fixture.model;

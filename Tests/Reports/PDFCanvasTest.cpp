@@ -1,10 +1,12 @@
 #include "ScanKit/Reports/PDF/PDFCanvas.h"
 
+#include "ScanKit/Reports/PDF/PDFMissingScripts.h"
 #include "ScanKit/Reports/PDF/PDFReport.h"
 #include "Tests/Builders/TemporaryFolder.h"
 #include "Tests/Reports/SampleResult.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <future>
 #include <sstream>
@@ -15,6 +17,7 @@
 namespace ScanKit {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ContainsRegex;
 using ::testing::HasSubstr;
 using String = PDFReport::AttributedString;
@@ -36,6 +39,8 @@ public:
     std::string outline() const {
         return seenBy(QUORVANE_QPDF " --json --json-key=outlines", " | tr -d ' \\n'");
     }
+    /// What a listener gets: the texts of the document's parts, each in quotes.
+    std::string readAloud() const { return seenBy(QUORVANE_PDFINFO " -struct-text"); }
     std::string faults() const { return seenBy(QUORVANE_QPDF " --check"); }
     /// The first page's beginning with two pixels to a point, in grey.
     std::string picture() const {
@@ -119,6 +124,27 @@ TEST(PDFCanvas, DrawsTextInsideItsRectangle) {
     }
 }
 
+TEST(PDFCanvas, HasTheFullStopOfHebrewOnItsLeft) {
+    PDFCanvas canvas;
+    const double width = canvas.width({"אאאא."});
+    // All but the first letter's room is covered.
+    for (const auto& [text, isDot] : {std::pair{"אאאא.", true}, {".אאאא", false}, {"K אאאא.", false}}) {
+        const Ink ink = inkOf({PDFReport::Text{{text}, {100, 200, 300, 12}},
+                               PDFReport::Fill{{102.2, 190, 2 * width, 40}, {1, 1, 1}}},
+                              canvas);
+        EXPECT_EQ(ink.bottom - ink.top < 2, isDot)
+            << text << " begins with ink " << ink.bottom - ink.top << " high";
+    }
+}
+
+TEST(PDFCanvas, UnderlinesWhatLeadsSomewhere) {
+    PDFCanvas canvas;
+    const auto bottomOf = [&](const std::optional<std::string>& link) {
+        return inkOf({PDFReport::Text{{.text = "xxx", .link = link}, {100, 200, 300, 12}}}, canvas).bottom;
+    };
+    EXPECT_GE(bottomOf("https://example.com"), bottomOf(std::nullopt) + 0.5);
+}
+
 TEST(PDFCanvas, GoesOnBehindATextThatItClipped) {
     PDFCanvas canvas;
     const String marks{"x\u0301\u0301\u0301\u0301\u0301\u0301\u0301\u0301\u0301"};
@@ -196,24 +222,73 @@ TEST(PDFDocument, IsSoundWithoutALinkAndWithAnyText) {
     }
 }
 
+TEST(PDFDocument, IsReadAloudInWholeSentences) {
+    std::string note;  // with lines that break, and letters that join
+    for (int i = 0; i < 30; ++i) {
+        note += "The office files of a flat raffle waffle; ";
+    }
+    note += "the end.";
+    const Document document(
+        PDFReport::document(resultOf({{.license = "MIT", .flags = {Flag::mismatch}, .notes = {note}}}), {}));
+    EXPECT_THAT(document.readAloud(), HasSubstr("\"" + note + "\""));
+}
+
 TEST(PDFDocument, IsTheSameByteForByteOnAnyThread) {
     const auto document = [] { return PDFReport::document(sampleResult(), sampleOptions()); };
     std::future<std::string> first = std::async(std::launch::async, document);
     EXPECT_TRUE(document() == first.get());
 }
 
-bool isSoundWithoutFonts() {
-    const TemporaryFolder folder{{"fonts.conf", "<?xml version=\"1.0\"?><fontconfig></fontconfig>"}};
+/// What is wrong with a report that is made on a machine with the fonts of this configuration alone.
+std::string faultWithFonts(const std::string& directories) {
+    const TemporaryFolder folder{
+        {"fonts.conf", "<?xml version=\"1.0\"?><fontconfig>" + directories + "</fontconfig>"}};
     const EnvironmentVariable fonts("FONTCONFIG_FILE", (folder / "fonts.conf").string());
-    const Document document(PDFReport::document(sampleResult(), sampleOptions()));
-    return document.faults().find(sound) != std::string::npos &&
-           document.text().find("LICENSE") == std::string::npos;
+    ScanResult result = sampleResult();
+    result.dependencies.push_back({.name = "ภาษาไทย हिन्दी 한국어 😀 Ünïté Ελλάδα"});
+    const Document document(PDFReport::document(result, sampleOptions()));
+    for (const std::string shown : {"LICENSE REPORT", "@acme/übersicht", "-кит", "Ünïté Ελλάδα"}) {
+        if (document.text().find(shown) == std::string::npos) {
+            return "not drawn: " + shown;
+        }
+    }
+    const std::string picture = document.picture();
+    const auto dark =
+        std::ranges::count_if(picture, [](char grey) { return static_cast<unsigned char>(grey) < 128; });
+    if (dark < 1'000) {
+        return "as good as empty";
+    }
+    const std::string expected =
+        "The PDF report shows empty boxes for letters that no installed font has: Chinese, Devanagari, Korean and Thai."
+        " Install a font for them (on Debian: fonts-noto-cjk and fonts-noto-core) and save the report again.";
+    const std::string warning = PDFReport::warning(result, sampleOptions()).value_or("none");
+    return warning == expected ? document.fontsNotEmbedded() : warning;
 }
 
-TEST(PDFDocument, IsSoundWithoutFonts) {
+TEST(PDFDocument, IsDrawnWithoutAnyFontOnTheMachine) {
     // In a program of its own: the list of fonts is read once.
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(std::exit(isSoundWithoutFonts() ? 0 : 1), ::testing::ExitedWithCode(0), "");
+    const auto check = [] {
+        const std::string fault = faultWithFonts("");
+        std::fputs(fault.c_str(), stderr);
+        std::exit(fault.empty() ? 0 : 1);
+    };
+    EXPECT_EXIT(check(), ::testing::ExitedWithCode(0), "");
+}
+
+TEST(PDFMissingScripts, AreNamedWithThePackagesThatHaveThem) {
+    using Characters = std::u32string;
+    for (const auto& [characters, named, packages] :
+         {std::tuple{Characters(U"ไ"), "has: Thai.", "(on Debian: fonts-noto-core)"},
+          {Characters(U"名かハ한ไ"), "has: Chinese, Japanese, Korean and Thai.",
+           "fonts-noto-cjk and fonts-noto-core)"},
+          {Characters(U"😀"), "has: emoji.", "(on Debian: fonts-noto-color-emoji)"},
+          {Characters(U"\U0001D7D8"), "has: symbols.", "(on Debian: fonts-noto-core)"},
+          {Characters(U"\uE000"), "has: characters of no script.", "of no script."}}) {
+        EXPECT_THAT(missingScriptsSentence(characters).value_or(""),
+                    AllOf(HasSubstr(named), HasSubstr(packages)));
+    }
+    EXPECT_EQ(missingScriptsSentence({}), std::nullopt);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "ScanKit/Reports/PDF/PDFReport.h"
 
 #include "ScanKit/Reports/PDF/PDFCanvas.h"
-#include "ScanKit/Reports/PDF/PDFText.h"
 #include "Tests/Builders/TemporaryFolder.h"
 #include "Tests/Reports/SampleResult.h"
 
@@ -16,6 +15,7 @@ namespace ScanKit {
 namespace {
 
 using Texts = std::vector<PDFReport::Text>;
+constexpr PDFReport::Sheet sheet;
 
 PDFReport laidOut(const ScanResult& result, const ReportOptions& options = sampleOptions()) {
     PDFCanvas canvas;
@@ -26,7 +26,7 @@ Texts textsOf(const PDFReport::Page& page, bool inFooter = false) {
     Texts texts;
     for (const PDFReport::Op& op : page) {
         const auto* text = std::get_if<PDFReport::Text>(&op);
-        if (text != nullptr && (text->rectangle.y >= PDFReport::footerRule) == inFooter) {
+        if (text != nullptr && (text->rectangle.y >= sheet.footerRule()) == inFooter) {
             texts.push_back(*text);
         }
     }
@@ -39,6 +39,10 @@ bool isHeading(const PDFReport::Text& text) {
 
 bool isColumnTitle(const PDFReport::Text& text) {
     return text.string.font == PDFReport::Font{.size = 7.5, .bold = true};
+}
+
+bool isRepeatedName(const PDFReport::Text& text) {
+    return text.string.text.ends_with(", continued");
 }
 
 /// Writes down a report, one line for each operation, and leaves out what depends on the fonts of the machine:
@@ -60,7 +64,7 @@ public:
 
     void operator()(const PDFReport::Text& text) {
         const auto& [string, font, colour, letterSpacing, link] = text.string;
-        repeatsTitles_ = repeatsTitles_ && isColumnTitle(text);
+        repeatsTitles_ = repeatsTitles_ && (isColumnTitle(text) || isRepeatedName(text));
         std::ostringstream what;
         what << (text.right ? "right " : "") << font.size << (font.bold ? " bold" : "")
              << (letterSpacing > 0 ? " spaced " : " ") << (string.starts_with("Page ") ? "Page" : string)
@@ -83,7 +87,7 @@ public:
 private:
     void add(const PDFReport::Rectangle& place, const PDFReport::Colour& colour, const std::string& what) {
         const auto percent = [](double part) { return std::lround(part * 100); };
-        if (place.y >= PDFReport::footerRule ? isLast_ : !repeatsTitles_) {
+        if (place.y >= sheet.footerRule() ? isLast_ : !repeatsTitles_) {
             lines_ << place.x << "+" << place.width << " " << percent(colour.red) << "/"
                    << percent(colour.green) << "/" << percent(colour.blue) << " " << what << "\n";
         }
@@ -143,7 +147,7 @@ void expectApartInsideTheMargins(const Texts& texts, const PDFReport::Page& page
         SCOPED_TRACE(texts[i].string.text);
         const PDFReport::Rectangle& a = texts[i].rectangle;
         EXPECT_TRUE(a.x >= 50 && a.x + a.width <= 562.001 && a.y >= 50 &&
-                    a.y + a.height <= PDFReport::contentEnd + 0.02)
+                    a.y + a.height <= sheet.contentEnd() + 0.02)
             << "outside the margins";
         double height = 0;
         const std::vector<PDFCanvas::TextLine> lines = canvas.lines(texts[i].string, a.width);
@@ -160,11 +164,13 @@ void expectApartInsideTheMargins(const Texts& texts, const PDFReport::Page& page
         for (const double rule : rules) {
             EXPECT_TRUE(rule <= a.y - 3.99 || rule >= a.y + a.height + 3.99) << "comes too near to a line";
         }
-        const PDFReport::Text& before = texts[i == 0 ? 0 : i - 1];
+        const PDFReport::Text &before = texts[i == 0 ? 0 : i - 1], &first = texts[i < 2 ? 0 : i - 2];
+        const bool isAfterOneLine = i < 2 || first.rectangle.x != before.rectangle.x;
         const double above = before.rectangle.y + before.rectangle.height,
                      baseline = a.y + lines.front().baseline;
         EXPECT_TRUE(!isHeading(texts[i]) || i == 0 || a.y >= above + 18) << "is too near to what is above";
-        if (a.x > before.rectangle.x && texts[i].string.font.size == before.string.font.size && a.y < above) {
+        if (a.x > before.rectangle.x && isAfterOneLine &&
+            texts[i].string.font.size == before.string.font.size && a.y < above) {
             EXPECT_NEAR(baseline, baselineBefore, 0.01) << "stands on another line than the cell before";
         }
         baselineBefore = baseline;
@@ -188,14 +194,54 @@ void expectWellParted(const PDFReport& report, bool hasOtherRows) {
         }
         EXPECT_FALSE(isColumnTitle(texts.back())) << "ends with titles";
         if (i > 0 && !hasOtherRows && !isHeading(texts.front())) {
-            EXPECT_TRUE(isColumnTitle(texts.front())) << "goes on untitled";
-            const std::string first = std::ranges::find_if_not(texts, isColumnTitle)->string.text;
+            EXPECT_TRUE(isRepeatedName(texts.front()) && isColumnTitle(texts[1])) << "goes on untitled";
+            const std::string first =
+                std::find_if_not(texts.begin() + 1, texts.end(), isColumnTitle)->string.text;
             EXPECT_TRUE(first.starts_with("package-") || first.starts_with("License-") || first == "Medium")
                 << "begins inside a row: " << first;
         }
     }
     EXPECT_EQ(report.outline, headings);
     EXPECT_EQ(headings.size(), 4U);
+}
+
+/// Of each table, how many rows stand on each of its pages. The last entry is "About this scan", without rows.
+std::vector<std::vector<std::size_t>> rowsOfTables(const PDFReport& report) {
+    std::vector<std::vector<std::size_t>> tables;
+    for (const PDFReport::Page& page : report.pages) {
+        for (const PDFReport::Text& text : textsOf(page)) {
+            const std::string& words = text.string.text;
+            if (isHeading(text)) {
+                tables.push_back({0});
+            } else if (isRepeatedName(text)) {
+                tables.back().push_back(0);
+            } else if (!tables.empty() && (words == "Medium" || (text.rectangle.x == PDFReport::margin &&
+                                                                 (words.starts_with("package-") ||
+                                                                  words.starts_with("License-"))))) {
+                ++tables.back().back();
+            }
+        }
+    }
+    return tables;
+}
+
+TEST(PDFReport, LeavesNoRowAndNoClosingWordsAlone) {
+    PDFCanvas canvas;
+    for (const Paper paper : {Paper::letter, Paper::a4}) {
+        for (std::size_t count = 2; count < 90; ++count) {
+            SCOPED_TRACE(std::to_string(count) + " packages");
+            const PDFReport report =
+                PDFReport::laidOut(longResult(count), {.includeDev = true, .paper = paper}, canvas);
+            for (const std::vector<std::size_t>& table : rowsOfTables(report)) {
+                for (const std::size_t rows : table) {
+                    EXPECT_TRUE(table.size() == 1 || rows > 1) << "a row alone on a page";
+                }
+            }
+            const Texts last = textsOf(report.pages.back());
+            EXPECT_FALSE(isHeading(last.front()) && last.front().string.text == "About this scan")
+                << "the last page has closing words alone";
+        }
+    }
 }
 
 TEST(PDFReport, IsSetWellAtEveryLength) {
@@ -246,7 +292,7 @@ TEST(PDFReport, FillsThePageBeforeALongTextGoesOnOnTheNext) {
     result.sources.assign(2'000, {Ecosystem::npm, "some/folder/package-lock.json", "npm lockfile"});
     const PDFReport report = laidOut(result);
     const Texts texts = textsOf(report.pages.front());
-    EXPECT_GT(texts.back().rectangle.y + texts.back().rectangle.height, PDFReport::contentEnd - 20);
+    EXPECT_GT(texts.back().rectangle.y + texts.back().rectangle.height, sheet.contentEnd() - 20);
 }
 
 TEST(PDFReport, ShortensALongNameInTheFooterAlone) {
@@ -271,26 +317,66 @@ TEST(PDFReport, ShortensALongNameInTheFooterAlone) {
     }
 }
 
-TEST(PDFText, ShowsWhatCannotBeDrawnAsBlanks) {
-    const std::pair<std::string, std::string> cases[] = {
-        {"a\tb\r\nc", "a b  c"},        {std::string("a\0b", 3), "a b"},
-        {"\xFFx", "\uFFFDx"},           {"\x01\x7F\u0080\u009F\u00A0\u2028\u2029", "    \u00A0  "},
-        {"שלום 名前 😀", "שלום 名前 😀"}, {"evil\u202Agpj\u202E.exe\u2066\u2069", "evilgpj.exe"}};
-    for (const auto& [text, shown] : cases) {
-        EXPECT_EQ(displayText(text), shown);
+/// All texts of the body, a line each.
+std::string wordsOf(const PDFReport& report) {
+    std::string words = "\n";
+    for (const PDFReport::Page& page : report.pages) {
+        for (const PDFReport::Text& text : textsOf(page)) {
+            words += text.string.text + "\n";
+        }
+    }
+    return words;
+}
+
+std::size_t countOf(const std::string& words, const std::string& wanted) {
+    std::size_t count = 0;
+    for (std::size_t at = words.find(wanted); at != std::string::npos; at = words.find(wanted, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+TEST(PDFReport, SaysEachNoteOnceAndWhoseItIs) {
+    const std::vector<Flag> copyleft{Flag::strongCopyleft};
+    const std::string own = "For one alone.", shared = "For two.", choice = "A choice.",
+                      twice = "Said twice by one.";
+    const PDFReport report = laidOut(
+        resultOf(
+            {{.name = "plain", .license = "MIT", .notes = {choice}},
+             {.name = "first", .license = "MIT", .flags = {Flag::noLicenseFile}, .notes = {"For many."}},
+             {.name = "second", .isDev = true, .license = "GPL", .flags = copyleft, .notes = {own, shared}},
+             {.name = "third", .license = "GPL", .flags = copyleft, .notes = {"For many.", shared}},
+             {.name = "fourth", .license = "MIT", .notes = {twice, twice}}}),
+        {.includeDev = true});
+    const std::string words = wordsOf(report);
+    for (const auto& [wanted, count] : {std::pair<std::string, std::size_t>{own, 1},
+                                        {shared, 1},
+                                        {choice, 1},
+                                        {"For many.", 1},
+                                        {twice, 2},
+                                        {"\nsecond\nDev only\n", 1},
+                                        {"\nCopyleft (GPL)\n1\n" + own, 1},
+                                        {"\nCopyleft (GPL)\n1, 2\n", 1},
+                                        {"\n1\n" + shared + "\n2\n2\nFor many.\n2\n", 1},
+                                        {"\nDev only\nNotes\nplain\n", 1}}) {
+        EXPECT_EQ(countOf(words, wanted), count) << wanted << words;
     }
 }
 
-TEST(PDFText, LeadsOnlyToAddressesOfTheWeb) {
-    for (const auto& [source, link] :
-         {std::pair{"https://e.com/a?b=c#~", "https://e.com/a?b=c#~"},
-          {"HTTP://example.com/ä b", "HTTP://example.com/%C3%A4%20b"},
-          {"https://e.com/'\\(x)<\"y\">\n\x7F", "https://e.com/%27%5C%28x%29%3C%22y%22%3E%0A%7F"}}) {
-        EXPECT_EQ(linkAddress(source), link);
-    }
-    for (const char* source : {"javascript:alert(1)", "file:///etc/passwd", "git+https://example.com/a.git",
-                               "https:example.com", "http", ""}) {
-        EXPECT_EQ(linkAddress(source), std::nullopt) << source;
+TEST(PDFReport, CountsOneAsOneAndSaysWhatIsLeftOut) {
+    const Dependency one{.name = "one", .isDev = true, .license = "GPL", .flags = {Flag::strongCopyleft}};
+    Dependency other = one;
+    other.name = "other";
+    const ReportOptions all{.includeDev = true};
+    for (const auto& [dependencies, options, wanted] :
+         {std::tuple{std::vector{one}, all, "\n1\ndependency\n1\nneeds review\n"},
+          {std::vector{one}, all, "By ecosystem: 1 Swift package  ("},
+          {std::vector{one, other}, all, "\n2\ndependencies\n2\nneed review\n"},
+          {std::vector{one, other}, all, "By ecosystem: 2 Swift packages  ("},
+          {std::vector{one}, ReportOptions{}, "\nNo dependencies found. 1 dev-only package is left out.\n"},
+          {std::vector{one, other}, ReportOptions{}, "found. 2 dev-only packages are left out.\n"},
+          {std::vector<Dependency>{}, ReportOptions{}, "\nNo dependencies found.\n"}}) {
+        EXPECT_EQ(countOf(wordsOf(laidOut(resultOf(dependencies), options)), wanted), 1U) << wanted;
     }
 }
 

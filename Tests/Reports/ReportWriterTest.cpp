@@ -38,6 +38,19 @@ TEST(ReportWriter, WritesTheChosenReportsInTheirOrder) {
     EXPECT_EQ(saveReports(result, options, none, folder.path()), SavedReports{});
 }
 
+TEST(ReportWriter, SaysWhatAReportCannotShow) {
+    const TemporaryFolder folder;
+    using enum ReportFormats;
+    const std::string unknown = "\U0010FFFD";  // of no script, and in no font
+    for (const auto& [formats, preparedFor, warnings] :
+         {std::tuple{pdf, unknown, 1U}, {notice | csv | json, unknown, 0U}, {pdf, std::string("кит"), 0U}}) {
+        EXPECT_EQ(
+            saveReports(resultOf({}), {.preparedFor = preparedFor}, formats, folder.path()).warnings.size(),
+            warnings)
+            << preparedFor;
+    }
+}
+
 TEST(ReportWriter, FirstFailureStopsAndKeepsWhatWasWritten) {
     const TemporaryFolder folder;
     folder.makeFolder("p Dependencies.csv");

@@ -4,15 +4,15 @@
 build_packages_debian=(
   g++ cmake ninja-build pkg-config ca-certificates
   libicu-dev libsimdjson-dev libtbb-dev libfmt-dev libcli11-dev libfyaml-dev libtomlplusplus-dev libminizip-dev
-  libpango1.0-dev libcairo2-dev fonts-urw-base35
+  libpango1.0-dev libcairo2-dev libqpdf-dev fonts-urw-base35
   qt6-base-dev libgl-dev qt6-qpa-plugins
 )
 test_packages_debian=(libgtest-dev libgmock-dev libbenchmark-dev libvalijson-dev nlohmann-json3-dev libzip-dev poppler-utils qpdf xvfb dbus)
 package_packages_debian=(dpkg-dev file fakeroot gzip)
 check_packages_debian=(clang-16 libclang-rt-16-dev clang-format)
 
-build_packages_macos=(cmake ninja pkg-config icu4c simdjson tbb fmt cli11 libfyaml tomlplusplus minizip pango cairo qt@6)
-test_packages_macos=(googletest google-benchmark valijson nlohmann-json libzip poppler qpdf)
+build_packages_macos=(cmake ninja pkg-config icu4c simdjson tbb fmt cli11 libfyaml tomlplusplus minizip pango cairo qpdf qt@6)
+test_packages_macos=(googletest google-benchmark valijson nlohmann-json libzip poppler)
 package_packages_macos=()
 check_packages_macos=(llvm clang-format)
 

@@ -9,9 +9,11 @@
 
 namespace ScanKit {
 
+class PDFTextLayouts;
+
 /// Measures text and draws pages with the system's fonts. Making one loads the list of fonts; nothing does so
-/// before. For one thread at a time; several may be in use on several threads. On a machine without any font
-/// texts take room but are not drawn, and the document is still valid.
+/// before. For one thread at a time; several may be in use on several threads. Letters that no installed font has are
+/// drawn in the built-in family, and as boxes when that has none for them either.
 class PDFCanvas : public PDFTextMeasure {
 public:
     PDFCanvas();
@@ -22,12 +24,14 @@ public:
     std::vector<TextLine> lines(const PDFPages::AttributedString& string, double width) override;
     double width(const PDFPages::AttributedString& string) override;
 
+    /// The characters of the text, each once, that no font has a picture of.
+    std::u32string undrawable(const std::string& text) const;
+
     /// The document as bytes. The same pages give the same bytes wherever the same fonts are.
     std::string draw(const PDFPages& document);
 
 private:
-    struct Fonts;
-    std::unique_ptr<Fonts> fonts_;
+    std::unique_ptr<PDFTextLayouts> layouts_;
 };
 
 }  // namespace ScanKit

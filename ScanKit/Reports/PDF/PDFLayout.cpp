@@ -8,11 +8,8 @@ namespace {
 
 constexpr PDFStyle headingStyle{.font = {.size = 14, .bold = true}, .colour = PDFColours::ink};
 constexpr double gapBelowHeading = 8;
-/// A line of the heading's font and the gap below it, with room to spare for the fallback fonts of other
-/// scripts.
-constexpr double headingHeight = 30;
-/// Text up to this height is not parted by the end of a page.
-constexpr double heldTogether = PDFLayout::pageRoom / 4;
+/// The least that a long text begins with on a page, or ends with on one, so that none has closing words alone.
+constexpr double leastOnAPage = 120;
 
 }  // namespace
 
@@ -30,34 +27,63 @@ void PDFLayout::makeRoom(double height) {
     placeHeading();
 }
 
+std::size_t PDFLayout::addElement(PDFPages::Role role, std::size_t parent) {
+    structure_.push_back({.role = role, .parent = parent});
+    return structure_.size() - 1;
+}
+
+void PDFLayout::fillElement(std::size_t element, PDFParagraph& paragraph) {
+    paragraph.element = paragraph.string.link ? addElement(PDFPages::Role::link, element) : element;
+}
+
+void PDFLayout::addElements(std::vector<PDFParagraph>& paragraphs, std::size_t parent) {
+    using enum PDFPages::Role;
+    std::size_t inList = 0;  // 0 while no list is open
+    for (PDFParagraph& paragraph : paragraphs) {
+        if (paragraph.string.text.empty()) {
+            continue;  // A part must hold something.
+        }
+        const bool isItem = paragraph.role == listItem;
+        inList = !isItem ? 0 : inList != 0 ? inList : addElement(list, parent);
+        fillElement(
+            isItem ? addElement(listBody, addElement(listItem, inList)) : addElement(paragraph.role, parent),
+            paragraph);
+    }
+}
+
 void PDFLayout::heading(std::string title) {
-    waitingHeading_ = std::move(title);
+    // Its part is made here: what is added before it is placed stands below it all the same.
+    waitingHeading_ = {.string = headingStyle(title), .role = PDFPages::Role::heading2};
+    waitingHeading_->element = addElement(waitingHeading_->role);
 }
 
 void PDFLayout::placeHeading() {
     if (!waitingHeading_) {
         return;
     }
-    outline_.push_back({.title = *waitingHeading_, .page = pages_.size() - 1, .y = y_});
-    PDFTextBlock block({{.string = headingStyle(*waitingHeading_)}}, PDFPages::contentWidth, measure_);
+    outline_.push_back({.title = waitingHeading_->string.text, .page = pages_.size() - 1, .y = y_});
+    PDFTextBlock block({*waitingHeading_}, sheet_.contentWidth(), measure_);
     y_ += block.place(page(), {PDFPages::margin, y_}, room()) + gapBelowHeading;
     waitingHeading_.reset();
 }
 
 void PDFLayout::text(std::vector<PDFParagraph> paragraphs) {
-    PDFTextBlock block(std::move(paragraphs), PDFPages::contentWidth, measure_);
-    makeRoom(std::min(block.height(), heldTogether));
+    addElements(paragraphs);
+    PDFTextBlock block(std::move(paragraphs), sheet_.contentWidth(), measure_);
+    makeRoom(block.height() <= mostHeldTogether() ? block.height() : leastOnAPage);
     while (!block.isPlaced()) {
-        y_ += block.place(page(), {PDFPages::margin, y_}, room());
+        const bool goesOn = block.height() > room();
+        const double most = goesOn ? std::min(room(), block.height() - leastOnAPage) : room();
+        y_ += block.place(page(), {PDFPages::margin, y_}, most);
         if (!block.isPlaced()) {
             newPage();
         }
     }
 }
 
-void PDFLayout::text(PDFPages::AttributedString string) {
+void PDFLayout::text(PDFPages::AttributedString string, PDFPages::Role role) {
     std::vector<PDFParagraph> paragraphs;
-    paragraphs.push_back({.string = std::move(string)});
+    paragraphs.push_back({.string = std::move(string), .role = role});
     text(std::move(paragraphs));
 }
 

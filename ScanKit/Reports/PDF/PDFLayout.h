@@ -13,16 +13,22 @@ namespace ScanKit {
 /// not fit any more.
 class PDFLayout {
 public:
-    explicit PDFLayout(PDFTextMeasure& measure) : measure_(measure), pages_(1) {}
+    PDFLayout(PDFTextMeasure& measure, const PDFPages::Sheet& sheet)
+        : measure_(measure), sheet_(sheet), pages_(1) {}
 
-    PDFTextMeasure& measure() { return measure_; }
+    const PDFPages::Sheet& sheet() const { return sheet_; }
+
+    PDFTextMeasure& measure() const { return measure_; }
     PDFPages::Page& page() { return pages_.back(); }
     /// Where the next block begins, from the top of the page.
     double y() const { return y_; }
     /// The height that is left on this page.
-    double room() const { return PDFPages::contentEnd - y_; }
-    /// The height that an empty page has for blocks.
-    static constexpr double pageRoom = PDFPages::contentEnd - PDFPages::margin;
+    double room() const { return sheet_.contentEnd() - y_; }
+
+    /// A line of a heading's font and the gap below it, with room to spare for the fallback fonts of other scripts.
+    static constexpr double headingHeight = 30;
+    /// Text up to this height is not parted by the end of a page.
+    double mostHeldTogether() const { return sheet_.contentHeight() / 2; }
 
     void skip(double height) { y_ += height; }
     void newPage();
@@ -30,23 +36,33 @@ public:
     /// on a new page if need be. A heading that waits is placed before it, on the same page.
     void makeRoom(double height);
 
+    /// Makes a new last part of another one, which may be the document itself. Returns its place in the structure.
+    std::size_t addElement(PDFPages::Role role, std::size_t parent = 0);
+    /// Makes each paragraph a part of this one, in which a link is a part of its own.
+    void addElements(std::vector<PDFParagraph>& paragraphs, std::size_t parent = 0);
+    /// Makes the paragraph's text all that this part consists of.
+    void fillElement(std::size_t element, PDFParagraph& paragraph);
+
     /// A heading, also for the outline. It waits for the block that follows, so that it never ends a page.
     void heading(std::string title);
     /// Paragraphs over the whole width, over several pages when they are longer than a good part of one.
     void text(std::vector<PDFParagraph> paragraphs);
     /// One such paragraph.
-    void text(PDFPages::AttributedString string);
+    void text(PDFPages::AttributedString string, PDFPages::Role role = PDFPages::Role::paragraph);
 
     std::vector<PDFPages::Page> takePages() { return std::move(pages_); }
     std::vector<PDFPages::Bookmark> takeOutline() { return std::move(outline_); }
+    std::vector<PDFPages::Element> takeStructure() { return std::move(structure_); }
 
 private:
     void placeHeading();
 
     PDFTextMeasure& measure_;
+    PDFPages::Sheet sheet_;
     std::vector<PDFPages::Page> pages_;
     std::vector<PDFPages::Bookmark> outline_;
-    std::optional<std::string> waitingHeading_;
+    std::vector<PDFPages::Element> structure_{{}};
+    std::optional<PDFParagraph> waitingHeading_;
     double y_ = PDFPages::margin;
 };
 

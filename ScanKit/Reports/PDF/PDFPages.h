@@ -12,7 +12,7 @@
 namespace ScanKit {
 
 /// A document's pages before they are drawn: operations with their places, as plain values that can be looked at.
-/// The layout makes them, the canvas draws them, and neither knows the other. US Letter; lengths are points; a place
+/// The layout makes them, the canvas draws them, and neither knows the other. Lengths are points; a place
 /// is measured from the top left corner of its page.
 struct PDFPages {
     struct Point {
@@ -44,11 +44,38 @@ struct PDFPages {
         bool operator==(const AttributedString&) const = default;
     };
 
+    /// What a part of the document is, for whoever listens to it or has it turned into another form.
+    enum class Role {
+        document,
+        heading1,
+        heading2,
+        heading3,
+        paragraph,
+        list,
+        listItem,
+        listBody,
+        table,
+        row,
+        columnHeader,
+        rowHeader,
+        cell,
+        link,
+    };
+    /// A part of the document, inside another one.
+    struct Element {
+        Role role = Role::document;
+        std::size_t parent = 0;  ///< a place in `structure`, before its own; the document is its own
+        bool operator==(const Element&) const = default;
+    };
+
     /// Breaks into lines at the rectangle's width, inside a word when it must.
     struct Text {
         AttributedString string;
         Rectangle rectangle;
         bool right = false;  ///< aligned to the right
+        /// The part of the document that it belongs to, a place in `structure`; absent when it only repeats what is
+        /// said elsewhere, as page numbers do.
+        std::optional<std::size_t> element;
         bool operator==(const Text&) const = default;
     };
     struct Fill {
@@ -73,8 +100,9 @@ struct PDFPages {
     /// One column of a table.
     struct Column {
         std::string_view title;
-        double width = 0;    ///< as a fraction of the content width
-        bool right = false;  ///< aligned to the right
+        double width = 0;       ///< as a fraction of the content width
+        bool right = false;     ///< aligned to the right
+        bool namesRow = false;  ///< its cells say what their rows are about
     };
     /// An entry of the document's outline.
     struct Bookmark {
@@ -90,14 +118,24 @@ struct PDFPages {
         bool operator==(const Properties&) const = default;
     };
 
-    static constexpr double pageWidth = 612, pageHeight = 792;
-    static constexpr double margin = 50;  ///< left, right and above
-    static constexpr double contentWidth = pageWidth - 2 * margin;
-    static constexpr double footerRule = pageHeight - 66;
-    static constexpr double contentEnd = footerRule - 12;  ///< no text of the body reaches below
-    static constexpr double lineWidth = 0.75;              ///< of lines and strokes
+    static constexpr double margin = 50;       ///< left, right and above
+    static constexpr double lineWidth = 0.75;  ///< of lines and strokes
+    /// A sheet of paper, US Letter unless said otherwise, and what of it is for what.
+    struct Sheet {
+        double width = 612, height = 792;
 
+        constexpr double contentWidth() const { return width - 2 * margin; }
+        constexpr double footerRule() const { return height - 66; }
+        /// No text of the body reaches below.
+        constexpr double contentEnd() const { return footerRule() - 12; }
+        /// The height that an empty page has for the body.
+        constexpr double contentHeight() const { return contentEnd() - margin; }
+        bool operator==(const Sheet&) const = default;
+    };
+
+    Sheet sheet;
     std::vector<Page> pages;
+    std::vector<Element> structure{{}};  ///< the document first, then in the order of reading
     std::vector<Bookmark> outline;
     Properties properties;
 };

@@ -2,14 +2,13 @@
 
 #include "ScanKit/Reports/PDF/PDFCanvas.h"
 #include "ScanKit/Reports/PDF/PDFLayout.h"
-#include "ScanKit/Reports/PDF/PDFTable.h"
-#include "ScanKit/Reports/ReportSummary.h"
-#include "ScanKit/Support/Paths.h"
+#include "ScanKit/Reports/PDF/PDFMissingScripts.h"
+#include "ScanKit/Reports/PDF/PDFSections.h"
 #include "ScanKit/Support/Text.h"
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
+#include <set>
 #include <utility>
 
 #include <fmt/format.h>
@@ -17,52 +16,39 @@
 namespace ScanKit {
 namespace {
 
-using Column = PDFPages::Column;
-using Cell = PDFTable::Cell;
-
 constexpr PDFStyle kindStyle{.font = {.size = 9}, .colour = PDFColours::quiet, .letterSpacing = 1.2};
 constexpr PDFStyle titleStyle{.font = {.size = 24, .bold = true}, .colour = PDFColours::ink};
 constexpr PDFStyle metaStyle{.font = {.size = 10}, .colour = PDFColours::quiet};
 constexpr PDFStyle figureStyle{.font = {.size = 20, .bold = true}, .colour = PDFColours::ink};
 constexpr PDFStyle captionStyle{.font = {.size = 8.5}, .colour = PDFColours::quiet};
 constexpr PDFStyle bodyStyle{.font = {.size = 9}, .colour = PDFColours::ink};
-constexpr PDFStyle labelStyle{.font = {.size = 9, .bold = true}, .colour = PDFColours::ink};
-constexpr PDFStyle cellStyle{.font = {.size = 8.5}, .colour = PDFColours::ink};
-constexpr PDFStyle boldCellStyle{.font = {.size = 8.5, .bold = true}, .colour = PDFColours::ink};
-constexpr PDFStyle quietCellStyle{.font = {.size = 8.5}, .colour = PDFColours::quiet};
-constexpr PDFStyle disclaimerStyle{.font = {.size = 8.5}, .colour = PDFColours::quiet};
 constexpr PDFStyle furnitureStyle{.font = {.size = 7.5}, .colour = PDFColours::quiet};
 
-constexpr double sectionGap = 18;
 /// Between things that stand on one line.
 constexpr std::string_view dot = "  ·  ";
 
-void append(std::string& list, std::string_view separator, std::string_view item) {
-    list += list.empty() ? "" : separator;
-    list += item;
+PDFPages::Sheet sheetOf(Paper paper) {
+    switch (paper) {
+        case Paper::letter:
+            return {.width = 612, .height = 792};
+        case Paper::a4:
+            return {.width = 595.28, .height = 841.89};
+    }
+    return {};
 }
 
-/// What all sections of one report are made from.
-struct Contents {
-    const ScanResult& result;
-    const ReportOptions& options;
-    std::vector<const Dependency*> dependencies;
-    ReportSummary summary;
-    std::string date;
-};
-
-void addTitle(PDFLayout& layout, const Contents& contents) {
+void addTitle(PDFLayout& layout, const PDFContents& contents) {
     const ReportOptions& options = contents.options;
     layout.text(kindStyle("THIRD-PARTY LICENSE REPORT"));
     layout.skip(4);
-    layout.text(titleStyle(options.projectName));
+    layout.text(titleStyle(options.projectName), PDFPages::Role::heading1);
     layout.skip(4);
     std::string meta;
     if (!options.preparedFor.empty()) {
-        append(meta, dot, fmt::format("Prepared for {}", options.preparedFor));
+        append(meta, dot, fmt::format("Prepared for {}", keepingDirection(options.preparedFor)));
     }
     if (!options.preparedBy.empty()) {
-        append(meta, dot, fmt::format("Prepared by {}", options.preparedBy));
+        append(meta, dot, fmt::format("Prepared by {}", keepingDirection(options.preparedBy)));
     }
     append(meta, dot, contents.date);
     layout.text(metaStyle(meta));
@@ -74,21 +60,23 @@ void addFigure(PDFLayout& layout, const PDFPages::Rectangle& box, std::size_t nu
                std::string_view caption) {
     constexpr double inset = 12;
     layout.page().emplace_back(PDFPages::Stroke{box, PDFColours::rule});
-    PDFTextBlock text(
-        {{.string = figureStyle(std::to_string(number))}, {.string = captionStyle(caption), .gapAbove = 1}},
-        box.width - 2 * inset, layout.measure());
+    // One paragraph for a listener: "6 dependencies".
+    const std::size_t element = layout.addElement(PDFPages::Role::paragraph);
+    PDFTextBlock text({{.string = figureStyle(std::to_string(number)), .element = element},
+                       {.string = captionStyle(caption), .gapAbove = 1, .element = element}},
+                      box.width - 2 * inset, layout.measure());
     text.place(layout.page(), {box.x + inset, box.y + (box.height - text.height()) / 2}, box.height);
 }
 
 void addFigures(PDFLayout& layout, const ReportSummary& summary) {
     constexpr double height = 58, gap = 12;
     const std::array<std::pair<std::size_t, std::string_view>, 4> figures{{
-        {summary.total, "dependencies"},
-        {summary.needsReview, "need review"},
+        {summary.total, summary.total == 1 ? "dependency" : "dependencies"},
+        {summary.needsReview, summary.needsReview == 1 ? "needs review" : "need review"},
         {summary.copyleft, "copyleft"},
         {summary.unknownOrMissing, "unknown or missing"},
     }};
-    constexpr double width = (PDFPages::contentWidth - 3 * gap) / 4;
+    const double width = (layout.sheet().contentWidth() - 3 * gap) / 4;
     layout.skip(16);
     layout.makeRoom(height);
     double x = PDFPages::margin;
@@ -99,10 +87,20 @@ void addFigures(PDFLayout& layout, const ReportSummary& summary) {
     layout.skip(height + 10);
 }
 
-void addEcosystems(PDFLayout& layout, const Contents& contents) {
+/// An empty list must not look as if there were nothing to list.
+std::string nothingFound(const PDFContents& contents) {
+    const std::size_t leftOut = contents.result.dependencies.size();
+    const std::string found = "No dependencies found.";
+    return leftOut == 0   ? found
+           : leftOut == 1 ? found + " 1 dev-only package is left out."
+                          : fmt::format("{} {} dev-only packages are left out.", found, leftOut);
+}
+
+void addEcosystems(PDFLayout& layout, const PDFContents& contents) {
     std::string entries;
     for (const auto& [ecosystem, count] : contents.summary.byEcosystem) {
-        append(entries, dot, fmt::format("{} {}", count, label(ecosystem)));
+        const bool isOneOfMany = count == 1 && ecosystem == Ecosystem::swiftpm;
+        append(entries, dot, fmt::format("{} {}", count, isOneOfMany ? "Swift package" : label(ecosystem)));
     }
     layout.text(bodyStyle(fmt::format(
         "By ecosystem: {}  ({})", entries,
@@ -110,180 +108,34 @@ void addEcosystems(PDFLayout& layout, const Contents& contents) {
     layout.skip(sectionGap);
 }
 
-Cell cellOf(const PDFStyle& style, std::string_view text) {
-    return {{.string = style(text)}};
+/// The height that a last section needs to stand on a page whole; 0 for one that goes on over pages.
+double heightOf(const std::vector<PDFParagraph>& section, const PDFLayout& layout) {
+    const double height = PDFTextBlock(section, layout.sheet().contentWidth(), layout.measure()).height() +
+                          PDFLayout::headingHeight;
+    return height > layout.mostHeldTogether() ? 0 : sectionGap + height;
 }
 
-/// The package's name, leading to where it comes from.
-Cell nameCell(PDFStyle style, const Dependency& dependency) {
-    const std::optional<std::string> link =
-        dependency.source ? linkAddress(*dependency.source) : std::nullopt;
-    if (link) {
-        style.colour = PDFColours::link;
-    }
-    Cell cell = cellOf(style, dependency.name);
-    cell.front().string.link = link;
-    return cell;
-}
-
-void addLicenses(PDFLayout& layout, const ReportSummary& summary) {
-    layout.heading("Licenses");
-    PDFTable table(layout, {{"License", 0.52}, {"Type", 0.33}, {"Packages", 0.15, true}});
-    for (const ReportSummary::License& license : summary.licenses) {
-        table.addRow({cellOf(cellStyle, license.name), cellOf(quietCellStyle, label(license.category)),
-                      cellOf(cellStyle, std::to_string(license.count))});
-    }
-    layout.skip(sectionGap);
-}
-
-Cell severityCell(const Dependency& dependency) {
-    // Flags are in order: the most serious stands first.
-    switch (const Flag::Severity worst = severity(dependency.flags.front())) {
-        case Flag::Severity::high:
-            return {{.string = boldCellStyle("High"), .meter = worst}};
-        case Flag::Severity::medium:
-            return {{.string = cellStyle("Medium"), .meter = worst}};
-        case Flag::Severity::low:
-            return {{.string = quietCellStyle("Low"), .meter = worst}};
-    }
-    return {};
-}
-
-Cell flagsAndNotesCell(const Dependency& dependency) {
-    Cell cell;
-    for (const Flag flag : dependency.flags) {
-        cell.push_back({.string = boldCellStyle(label(flag)), .gapAbove = cell.empty() ? 0.0 : 1.0});
-    }
-    for (const std::string& note : dependency.notes) {
-        cell.push_back({.string = quietCellStyle(note), .gapAbove = 2});
-    }
-    return cell;
-}
-
-void addAttention(PDFLayout& layout, const Contents& contents) {
-    layout.heading("Needs attention");
-    if (contents.summary.needsReview == 0) {
-        layout.text(bodyStyle(
-            "Nothing needs attention: every dependency has a recognized license that doesn't require sharing your code."));
-    }
-    PDFTable table(layout, {{"Severity", 0.125},
-                            {"Package", 0.195},
-                            {"Version", 0.12},
-                            {"License", 0.16},
-                            {"Flags and notes", 0.40}});
-    for (const Dependency* dependency : contents.dependencies) {
-        // In the order of the result, like every list: a reader looks packages up by name.
-        if (dependency->needsReview()) {
-            table.addRow({severityCell(*dependency), nameCell(boldCellStyle, *dependency),
-                          cellOf(cellStyle, dependency->version),
-                          cellOf(cellStyle, dependency->licenseDisplay()), flagsAndNotesCell(*dependency)});
-        }
-    }
-    layout.skip(sectionGap);
-}
-
-void addDependencies(PDFLayout& layout, const Contents& contents) {
-    layout.heading(fmt::format("All dependencies ({})", contents.dependencies.size()));
-    const bool withDev = contents.options.includeDev;
-    std::vector<Column> columns{
-        {"Package", 0.30}, {"Version", 0.14}, {"Ecosystem", 0.15}, {"License", 0.24}, {"Found by", 0.17}};
-    // The column costs room, so it is there only when there can be something in it.
-    if (withDev) {
-        columns = {{"Package", 0.27}, {"Version", 0.14},  {"Ecosystem", 0.14},
-                   {"License", 0.20}, {"Found by", 0.15}, {"Dev only", 0.10}};
-    }
-    PDFTable table(layout, std::move(columns));
-    for (const Dependency* dependency : contents.dependencies) {
-        std::vector<Cell> cells{nameCell(cellStyle, *dependency), cellOf(cellStyle, dependency->version),
-                                cellOf(quietCellStyle, label(dependency->ecosystem)),
-                                cellOf(cellStyle, dependency->licenseDisplay()),
-                                cellOf(quietCellStyle, shortLabel(dependency->basis))};
-        if (withDev) {
-            cells.push_back(cellOf(quietCellStyle, dependency->isDev ? "yes" : ""));
-        }
-        table.addRow(std::move(cells));
-    }
-    layout.skip(sectionGap);
-}
-
-/// The files read, one paragraph for each ecosystem.
-std::vector<PDFParagraph> filesRead(const std::vector<ScanSource>& sources) {
-    std::vector<PDFParagraph> files;
-    for (const Ecosystem ecosystem : allEcosystems) {
-        std::string paths;
-        for (const ScanSource& source : sources) {
-            if (source.ecosystem == ecosystem) {
-                append(paths, ", ",
-                       source.path + (source.entries ? " (" + inWords(*source.entries) + ")" : ""));
-            }
-        }
-        if (!paths.empty()) {
-            files.push_back(
-                {.string = bodyStyle(fmt::format("{}: {}", shortLabel(ecosystem), paths)), .gapAbove = 2});
-        }
-    }
-    return files;
-}
-
-/// The name of the user's account is nothing for a client.
-std::string withHomeAsTilde(const std::filesystem::path& folder) {
-    return displayPath(folder, folder / "below");
-}
-
-/// The warnings of the scan, under their heading; nothing without one.
-std::vector<PDFParagraph> unreadParts(const std::vector<ScanWarning>& warnings) {
-    std::vector<PDFParagraph> parts;
-    for (const ScanWarning& warning : warnings) {
-        if (parts.empty()) {
-            parts.push_back({.string = labelStyle("What this scan could not read")});
-        }
-        parts.push_back({.string = bodyStyle(warning.sentence), .gapAbove = 2});
-    }
-    return parts;
-}
-
-PDFParagraph disclaimer(const std::string& date) {
-    return {
-        .string = disclaimerStyle(fmt::format(
-            "This report lists the open-source licenses found in the project's dependency files and the packages' own license files on {}. Packages sometimes misstate their licenses, and what a license requires depends on how you use and ship the package. Have anything marked below reviewed before you rely on it.",
-            date)),
-        .gapAbove = sectionGap};
-}
-
-/// The disclaimer is part of the section, so that it never stands on a page by itself.
-void addAbout(PDFLayout& layout, const Contents& contents) {
-    // First what the reader of the list must know: which packages may be missing in it.
-    std::vector<PDFParagraph> paragraphs = unreadParts(contents.result.warnings);
-    paragraphs.push_back({.string = labelStyle("Found in"), .gapAbove = paragraphs.empty() ? 0.0 : 8.0});
-    paragraphs.push_back({.string = bodyStyle(withHomeAsTilde(contents.result.rootPath)), .gapAbove = 2});
-    std::vector<PDFParagraph> files = filesRead(contents.result.sources);
-    if (!files.empty()) {
-        paragraphs.push_back({.string = labelStyle("Files read"), .gapAbove = 8});
-        std::ranges::move(files, std::back_inserter(paragraphs));
-    }
-    paragraphs.push_back(disclaimer(contents.date));
-    layout.heading("About this scan");
-    layout.text(std::move(paragraphs));
-}
-
-void addBody(PDFLayout& layout, const Contents& contents) {
+void addBody(PDFLayout& layout, const PDFContents& contents) {
+    std::vector<PDFParagraph> about = aboutThisScan(contents);
     addTitle(layout, contents);
     addFigures(layout, contents.summary);
     if (contents.dependencies.empty()) {
-        layout.text(bodyStyle("No dependencies found."));
+        layout.text(bodyStyle(nothingFound(contents)));
         layout.skip(sectionGap);
     } else {
         addEcosystems(layout, contents);
-        addLicenses(layout, contents.summary);
+        addLicenses(layout, contents);
         addAttention(layout, contents);
-        addDependencies(layout, contents);
+        addSharedNotes(layout, contents);
+        addDependencies(layout, contents, heightOf(about, layout));
     }
-    addAbout(layout, contents);
+    layout.heading("About this scan");
+    layout.text(std::move(about));
 }
 
 /// The footer's text, the project's name shortened until all of it fits into the width.
-PDFPages::AttributedString footerText(const Contents& contents, double width, PDFTextMeasure& measure) {
-    const std::string name = displayText(contents.options.projectName);
+PDFPages::AttributedString footerText(const PDFContents& contents, double width, PDFTextMeasure& measure) {
+    const std::string name = keepingDirection(displayText(contents.options.projectName));
     const std::string rest =
         fmt::format(" · Third-party license report · {} · Not legal advice", contents.date);
     // No line of the footer has room for more letters than these.
@@ -304,50 +156,90 @@ PDFPages::AttributedString footerText(const Contents& contents, double width, PD
 }
 
 /// What every page has below its rule. It needs the number of pages, so it comes last.
-void addFurniture(std::vector<PDFPages::Page>& pages, const Contents& contents, PDFTextMeasure& measure) {
-    constexpr double left = PDFPages::margin, right = PDFPages::margin + PDFPages::contentWidth;
-    constexpr double top = PDFPages::footerRule + 8, pageNumberWidth = 90;
-    constexpr double textWidth = PDFPages::contentWidth - pageNumberWidth;
+void addFurniture(PDFReport& report, const PDFContents& contents, PDFTextMeasure& measure) {
+    std::vector<PDFPages::Page>& pages = report.pages;
+    const PDFPages::Sheet& sheet = report.sheet;
+    constexpr double left = PDFPages::margin, pageNumberWidth = 90;
+    const double right = left + sheet.contentWidth(), top = sheet.footerRule() + 8;
+    const double textWidth = sheet.contentWidth() - pageNumberWidth;
     const PDFPages::Line rule{
-        {left, PDFPages::footerRule}, {right, PDFPages::footerRule}, PDFColours::strongRule};
+        {left, sheet.footerRule()}, {right, sheet.footerRule()}, PDFColours::strongRule};
     const PDFPages::AttributedString text = footerText(contents, textWidth, measure);
     const PDFPages::AttributedString product = furnitureStyle(contents.options.appName);
     for (std::size_t i = 0; i < pages.size(); ++i) {
         const auto number = furnitureStyle(fmt::format("Page {} of {}", i + 1, pages.size()));
         pages[i].emplace_back(rule);
         PDFTextBlock({{.string = text}, {.string = product, .gapAbove = 2}}, textWidth, measure)
-            .place(pages[i], {left, top}, PDFPages::pageHeight - top);
+            .place(pages[i], {left, top}, sheet.height - top);
         PDFTextBlock({{.string = number, .right = true}}, pageNumberWidth, measure)
-            .place(pages[i], {right - pageNumberWidth, top}, PDFPages::pageHeight - top);
+            .place(pages[i], {right - pageNumberWidth, top}, sheet.height - top);
     }
 }
+
+/// Measures nothing, and keeps each character that plain text does not have.
+class CharacterCollector : public PDFTextMeasure {
+public:
+    std::vector<TextLine> lines(const PDFPages::AttributedString& string, double /*width*/) override {
+        for (std::size_t end = 0; end < string.text.size();) {
+            const std::size_t begin = end;
+            if (Text::nextScalar(string.text, end) > '~') {
+                characters_.insert(string.text.substr(begin, end - begin));
+            }
+        }
+        return {{.end = string.text.size(), .height = 1}};
+    }
+    double width(const PDFPages::AttributedString& string) override {
+        return lines(string, 0).front().baseline;
+    }
+    /// Apart from each other, so that none combines with another.
+    std::string characters() const {
+        std::string all;
+        for (const std::string& character : characters_) {
+            append(all, " ", character);
+        }
+        return all;
+    }
+
+private:
+    std::set<std::string> characters_;
+};
 
 }  // namespace
 
 PDFReport PDFReport::laidOut(const ScanResult& result, const ReportOptions& options,
                              PDFTextMeasure& measure) {
     const std::vector<const Dependency*> dependencies = reportedDependencies(result, options);
-    const Contents contents{.result = result,
-                            .options = options,
-                            .dependencies = dependencies,
-                            .summary = ReportSummary(dependencies),
-                            .date = Dates::longDate(result.scannedAt)};
-    PDFLayout layout(measure);
+    const PDFContents contents{.result = result,
+                               .options = options,
+                               .dependencies = dependencies,
+                               .summary = ReportSummary(dependencies),
+                               .notes = PDFSharedNotes(dependencies),
+                               .date = Dates::longDate(result.scannedAt)};
+    PDFLayout layout(measure, sheetOf(options.paper));
     addBody(layout, contents);
     PDFReport report;
+    report.sheet = layout.sheet();
     report.pages = layout.takePages();
     report.outline = layout.takeOutline();
+    report.structure = layout.takeStructure();
     report.properties = {.title = displayText(options.projectName + " License Report"),
                          .author = displayText(options.preparedBy),
                          .creator = displayText(options.appName),
                          .created = result.scannedAt};
-    addFurniture(report.pages, contents, measure);
+    addFurniture(report, contents, measure);
     return report;
 }
 
 std::string PDFReport::document(const ScanResult& result, const ReportOptions& options) {
     PDFCanvas canvas;
     return canvas.draw(laidOut(result, options, canvas));
+}
+
+std::optional<std::string> PDFReport::warning(const ScanResult& result, const ReportOptions& options) {
+    CharacterCollector collector;
+    laidOut(result, options, collector);
+    PDFCanvas canvas;
+    return missingScriptsSentence(canvas.undrawable(collector.characters()));
 }
 
 }  // namespace ScanKit

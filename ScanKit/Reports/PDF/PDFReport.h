@@ -4,6 +4,7 @@
 #include "ScanKit/Reports/PDF/PDFPages.h"
 #include "ScanKit/Reports/ReportOptions.h"
 
+#include <optional>
 #include <string>
 
 namespace ScanKit {
@@ -17,6 +18,8 @@ struct PDFReport : PDFPages {
     static PDFReport laidOut(const ScanResult& result, const ReportOptions& options, PDFTextMeasure& measure);
     /// The finished document.
     static std::string document(const ScanResult& result, const ReportOptions& options);
+    /// Which scripts no font on this machine has, and where to get one: a sentence, or nothing when all can be drawn.
+    static std::optional<std::string> warning(const ScanResult& result, const ReportOptions& options);
 };
 
 }  // namespace ScanKit

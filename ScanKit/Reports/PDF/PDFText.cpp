@@ -64,6 +64,40 @@ std::string displayText(std::string_view text) {
     return shown;
 }
 
+std::string keepingDirection(std::string_view name) {
+    // The mark before the others keeps the sentence itself from being taken for one that is read from the right.
+    return Text::isRightToLeft(name) ? fmt::format("\u200E\u200F{}\u200F", name) : std::string(name);
+}
+
+std::string keepingQuotedDirection(std::string_view sentence) {
+    static constexpr std::string_view open = "“", close = "”";
+    std::string kept;
+    std::size_t done = 0;
+    for (std::size_t at = sentence.find(open); at != std::string_view::npos; at = sentence.find(open, done)) {
+        const std::size_t begin = at + open.size(), end = sentence.find(close, begin);
+        if (end == std::string_view::npos) {
+            break;
+        }
+        kept += sentence.substr(done, begin - done);
+        kept += keepingDirection(sentence.substr(begin, end - begin));
+        done = end;
+    }
+    return kept.append(sentence.substr(done));
+}
+
+std::string shownSource(std::string_view source, std::string_view packageName) {
+    const std::size_t scheme = source.find("://");
+    const std::string_view address = scheme == std::string_view::npos ? source : source.substr(scheme + 3);
+    const std::size_t name = Text::lowercased(address).find("/" + Text::lowercased(packageName));
+    const std::size_t end = name + 1 + packageName.size();
+    const bool isWhole =
+        end == address.size() ||
+        (end < address.size() && std::string_view("/.?#-").find(address[end]) != std::string_view::npos);
+    return std::string(name != std::string_view::npos && name > 0 && !packageName.empty() && isWhole
+                           ? address.substr(0, name)
+                           : address);
+}
+
 std::optional<std::string> linkAddress(std::string_view address) {
     const std::string scheme = Text::lowercased(address.substr(0, address.find(':')));
     // Whatever else a package calls its source, a report must not offer it for a click.
@@ -113,6 +147,9 @@ std::size_t PDFTextBlock::endOfFitting(double room) const {
             break;
         }
     }
+    while (end > next_ + 1 && end < lines_.size() && paragraphs_[lines_[end - 1].paragraph].staysWithNext) {
+        --end;
+    }
     return end;
 }
 
@@ -145,7 +182,8 @@ double PDFTextBlock::placeParagraph(PDFPages::Page& page, PDFPages::Point corner
     if (!string.text.empty()) {
         page.emplace_back(PDFPages::Text{.string = std::move(string),
                                          .rectangle = {corner.x + inset, corner.y, width_ - inset, height},
-                                         .right = paragraph.right});
+                                         .right = paragraph.right,
+                                         .element = paragraph.element});
     }
     return height;
 }

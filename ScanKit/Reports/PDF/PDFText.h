@@ -33,6 +33,13 @@ inline constexpr PDFPages::Colour strongRule{0.45, 0.45, 0.47};
 /// The text as a page shows it: valid UTF-8, line breaks and control characters as blanks, without the
 /// characters that turn the direction of what follows them.
 std::string displayText(std::string_view text);
+/// A name for the middle of a sentence: one that is read from right to left keeps its punctuation on its own side.
+std::string keepingDirection(std::string_view name);
+/// The same for what a sentence has between “ and ”.
+std::string keepingQuotedDirection(std::string_view sentence);
+/// Where a package comes from, for a reader on paper: the address without its scheme, and without what begins with the
+/// package's name, which stands beside it: "github.com/acme", "registry.example.com".
+std::string shownSource(std::string_view source, std::string_view packageName);
 /// The address with every byte escaped that does not belong into one; absent unless it is http or https.
 std::optional<std::string> linkAddress(std::string_view address);
 
@@ -42,6 +49,9 @@ struct PDFParagraph {
     double gapAbove = 0;
     bool right = false;
     std::optional<Flag::Severity> meter;  ///< drawn before the first line
+    PDFPages::Role role = PDFPages::Role::paragraph;
+    bool staysWithNext = false;          ///< on one page with the beginning of the next paragraph
+    std::optional<std::size_t> element;  ///< what its text belongs to; absent for what only repeats
 };
 
 /// Paragraphs set below each other in a width. Their lines are handed out to one page after the other.
@@ -54,6 +64,8 @@ public:
     /// How far below the block's top its next line stands; 0 when all are placed.
     double baseline() const { return isPlaced() ? 0 : lines_[next_].gapAbove + lines_[next_].baseline; }
     bool isPlaced() const { return next_ == lines_.size(); }
+    /// The height of the next line, with the gap above it; 0 when all are placed.
+    double nextHeight() const { return isPlaced() ? 0 : lines_[next_].gapAbove + lines_[next_].height; }
     /// Places as many lines as fit into `room`, but at least one, with the top left corner at this point.
     /// Returns the height that they take.
     double place(PDFPages::Page& page, PDFPages::Point corner, double room);
