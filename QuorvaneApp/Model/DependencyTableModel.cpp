@@ -4,9 +4,8 @@
 #include "QuorvaneApp/Model/Texts.h"
 #include "ScanKit/Model/EnumerationTable.h"
 
+#include <algorithm>
 #include <array>
-
-#include <QStringList>
 
 namespace {
 
@@ -17,12 +16,12 @@ struct ColumnRow {
     const char* title;
 };
 constexpr auto columnRows = std::to_array<ColumnRow>({
-    {DependencyColumn::package, QT_TRANSLATE_NOOP("DependencyTableModel", "Package")},
-    {DependencyColumn::version, QT_TRANSLATE_NOOP("DependencyTableModel", "Version")},
-    {DependencyColumn::ecosystem, QT_TRANSLATE_NOOP("DependencyTableModel", "Ecosystem")},
-    {DependencyColumn::license, QT_TRANSLATE_NOOP("DependencyTableModel", "License")},
-    {DependencyColumn::foundBy, QT_TRANSLATE_NOOP("DependencyTableModel", "Found by")},
-    {DependencyColumn::flag, QT_TRANSLATE_NOOP("DependencyTableModel", "Flag")},
+    {DependencyColumn::package, "Package"},
+    {DependencyColumn::version, "Version"},
+    {DependencyColumn::ecosystem, "Ecosystem"},
+    {DependencyColumn::license, "License"},
+    {DependencyColumn::foundBy, "Found by"},
+    {DependencyColumn::flag, "Flag"},
 });
 static_assert(ScanKit::hasRowForEachEnumerator(columnRows), "each enumerator needs its row here");
 
@@ -45,9 +44,39 @@ QString cellText(const Dependency& dependency, DependencyColumn column) {
     return {};
 }
 
+/// At least the characters of the cell's text, told without making one: there are tens of thousands.
+qsizetype lengthOf(const Dependency& dependency, DependencyColumn column) {
+    switch (column) {
+        case DependencyColumn::package:
+            return static_cast<qsizetype>(dependency.name.size());
+        case DependencyColumn::version:
+            return static_cast<qsizetype>(dependency.version.size());
+        case DependencyColumn::license:
+            if (dependency.license) {
+                return static_cast<qsizetype>(dependency.license->size());
+            }
+            break;
+        case DependencyColumn::ecosystem:
+        case DependencyColumn::foundBy:
+        case DependencyColumn::flag:
+            break;
+    }
+    return cellText(dependency, column).size();
+}
+
 /// All of them: the cell has room for the first.
 QString flagList(const Dependency& dependency) {
     return Texts::fromUtf8(dependency.flagLabels(", "));
+}
+
+/// The cell in words, with what it shows by other means.
+QString fullText(const Dependency& dependency, DependencyColumn column) {
+    if (column == DependencyColumn::flag) {
+        return flagList(dependency);
+    }
+    return column == DependencyColumn::package && dependency.isDev
+               ? QStringLiteral("%1, dev-only").arg(cellText(dependency, column))
+               : cellText(dependency, column);
 }
 
 }  // namespace
@@ -76,16 +105,12 @@ QVariant DependencyTableModel::data(const QModelIndex& index, int role) const {
         case Qt::DisplayRole:
             return cellText(dependency, column);
         case Qt::ToolTipRole:
-            return Texts::toolTip(column == DependencyColumn::flag ? flagList(dependency)
-                                                                   : cellText(dependency, column));
+            return Texts::toolTip(fullText(dependency, column));
         case Qt::AccessibleTextRole:
             // The cell draws a shape and a number, which say nothing to a screen reader.
-            if (column == DependencyColumn::flag) {
-                return dependency.flags.empty() ? tr("no flag") : flagList(dependency);
-            }
-            return column == DependencyColumn::package && dependency.isDev
-                       ? tr("%1, dev-only").arg(cellText(dependency, column))
-                       : cellText(dependency, column);
+            return column == DependencyColumn::flag && dependency.flags.empty()
+                       ? QStringLiteral("no flag")
+                       : fullText(dependency, column);
         case flagRole:
             return dependency.flags.empty() ? QVariant()
                                             : static_cast<int>(dependency.flags.front().position());
@@ -102,7 +127,7 @@ QVariant DependencyTableModel::headerData(int section, Qt::Orientation orientati
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= columnCount()) {
         return {};
     }
-    return tr(columnRows[static_cast<std::size_t>(section)].title);
+    return QString::fromUtf8(columnRows[static_cast<std::size_t>(section)].title);
 }
 
 void DependencyTableModel::sort(int column, Qt::SortOrder order) {
@@ -123,10 +148,32 @@ std::optional<int> DependencyTableModel::tableRow(int resultRow) const {
     return tableRows_[position];
 }
 
+QStringList DependencyTableModel::longestTexts(DependencyColumn column) const {
+    constexpr qsizetype most = 12;
+    QStringList longest;
+    if (!project_) {
+        return longest;
+    }
+    const auto isLonger = [](const QString& a, const QString& b) { return a.size() > b.size(); };
+    for (const Dependency& dependency : project_->dependencies()) {
+        const bool mayBeLonger =
+            longest.size() < most || lengthOf(dependency, column) > longest.back().size();
+        const QString text = mayBeLonger ? cellText(dependency, column) : QString();
+        if (!mayBeLonger || longest.contains(text)) {
+            continue;
+        }
+        longest.insert(std::ranges::upper_bound(longest, text, isLonger), text);
+        longest.resize(std::min(longest.size(), most));
+    }
+    return longest;
+}
+
 QString DependencyTableModel::rowText(int tableRow) const {
+    const Dependency& dependency = project_->dependencies()[static_cast<std::size_t>(resultRow(tableRow))];
     QStringList cells;
-    for (int column = 0; column < columnCount(); ++column) {
-        cells.push_back(index(tableRow, column).data().toString());
+    for (const ColumnRow& column : columnRows) {
+        cells.push_back(column.value == DependencyColumn::flag ? flagList(dependency)
+                                                               : cellText(dependency, column.value));
     }
     return cells.join(QLatin1Char('\t'));
 }

@@ -2,17 +2,15 @@
 
 #include "QuorvaneApp/Model/Texts.h"
 
-#include <QCoreApplication>
 #include <QStringList>
 
 QString exportMessageFor(const ScanKit::SavedReports& saved) {
     if (saved.failure) {
-        return QCoreApplication::translate("ExportMessage", "Couldn't save: %1")
-            .arg(Texts::fromUtf8(*saved.failure));
+        return QStringLiteral("Couldn't save: %1").arg(Texts::fromUtf8(*saved.failure));
     }
     QStringList names;
     for (const std::filesystem::path& file : saved.files) {
         names.push_back(Texts::shownName(file));
     }
-    return QCoreApplication::translate("ExportMessage", "Saved %1.").arg(names.join(QStringLiteral(", ")));
+    return QStringLiteral("Saved %1.").arg(names.join(QStringLiteral(", ")));
 }

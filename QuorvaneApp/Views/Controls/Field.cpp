@@ -2,7 +2,9 @@
 
 #include "QuorvaneApp/Views/Controls/Appearance.h"
 
+#include <QDragEnterEvent>
 #include <QEvent>
+#include <QMimeData>
 
 namespace {
 
@@ -20,6 +22,15 @@ void Field::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange && !isMending_) {
         mendPlaceholder();
     }
+}
+
+/// A folder that is dropped is meant for the window, not for its path to be written here.
+void Field::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls()) {
+        event->ignore();
+        return;
+    }
+    QLineEdit::dragEnterEvent(event);
 }
 
 void Field::mendPlaceholder() {

@@ -11,6 +11,7 @@ public:
 
 protected:
     void changeEvent(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
 
 private:
     void mendPlaceholder();

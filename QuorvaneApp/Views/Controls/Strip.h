@@ -14,6 +14,7 @@ class Strip : public QWidget {
 public:
     explicit Strip(ScanKit::Flag::Severity severity, QWidget* parent = nullptr);
 
+    void setSeverity(ScanKit::Flag::Severity severity);
     void setSentence(const QString& sentence);
     /// The strip owns the button from now on.
     void addButton(QWidget& button);

@@ -16,21 +16,21 @@ ExportSheet::ExportSheet(AppModel& model, QWidget* parent)
     : QDialog(parent, Qt::Sheet),
       model_(&model),
       count_(new Label(Label::Role::caption)),
-      export_(new Button(tr("Export…"))) {
+      export_(new Button(QStringLiteral("Export…"))) {
     setObjectName(QStringLiteral("exportSheet"));
-    setWindowTitle(tr("Export Report"));
+    setWindowTitle(QStringLiteral("Export Report"));
     count_->setWrapping(true);
     export_->setObjectName(QStringLiteral("exportButton"));
     auto* const buttons = new QDialogButtonBox;
     buttons->addButton(export_, QDialogButtonBox::AcceptRole);
-    buttons->addButton(new Button(tr("Cancel")), QDialogButtonBox::RejectRole);
+    buttons->addButton(new Button(QStringLiteral("Cancel")), QDialogButtonBox::RejectRole);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(22, 20, 22, 18);
     layout->setSpacing(6);
-    layout->addWidget(new Label(Label::Role::heading, tr("Export Report")));
+    layout->addWidget(new Label(Label::Role::heading, QStringLiteral("Export Report")));
     layout->addWidget(count_);
     layout->addSpacing(10);
     layout->addWidget(makeFields());
@@ -86,19 +86,20 @@ QWidget* ExportSheet::makeFields() {
         field->setPlaceholderText(placeholder);
         form->addRow(title, field);
     };
-    add(QStringLiteral("reportName"), tr("Project name"), {}, &AppModel::reportName,
+    add(QStringLiteral("reportName"), QStringLiteral("Project name"), {}, &AppModel::reportName,
         &AppModel::setReportName);
-    add(QStringLiteral("preparedFor"), tr("Prepared for"), tr("Client (optional)"), &AppModel::preparedFor,
-        &AppModel::setPreparedFor);
-    add(QStringLiteral("preparedBy"), tr("Prepared by"), tr("You or your studio (optional)"),
-        &AppModel::preparedBy, &AppModel::setPreparedBy);
+    add(QStringLiteral("preparedFor"), QStringLiteral("Prepared for"), QStringLiteral("Client (optional)"),
+        &AppModel::preparedFor, &AppModel::setPreparedFor);
+    add(QStringLiteral("preparedBy"), QStringLiteral("Prepared by"),
+        QStringLiteral("You or your studio (optional)"), &AppModel::preparedBy, &AppModel::setPreparedBy);
     return fields;
 }
 
 void ExportSheet::showCount() {
     // The sentence has this one form, for a single package as well.
-    count_->setText(tr("%1 packages. Not legal advice: have anything flagged reviewed before you ship.")
-                        .arg(model_->reportRows().size()));
+    count_->setText(
+        QStringLiteral("%1 packages. Not legal advice: have anything flagged reviewed before you ship.")
+            .arg(model_->reportRows().size()));
 }
 
 void ExportSheet::showWhetherReady() {

@@ -1,8 +1,10 @@
 #include "QuorvaneApp/Views/Welcome/WelcomeView.h"
 
+#include "QuorvaneApp/Model/AppModel.h"
 #include "QuorvaneApp/Views/Controls/Appearance.h"
 #include "QuorvaneApp/Views/Controls/Button.h"
 #include "QuorvaneApp/Views/Controls/Label.h"
+#include "QuorvaneApp/Views/Welcome/RecentList.h"
 
 #include <QAction>
 #include <QPainter>
@@ -24,33 +26,42 @@ Label* centered(Label::Role role, const QString& text) {
 
 }  // namespace
 
-WelcomeView::WelcomeView(QAction& openFolder, QWidget* parent) : QWidget(parent) {
+WelcomeView::WelcomeView(AppModel& model, QAction& openFolder, QWidget* parent)
+    : QWidget(parent), model_(&model) {
     setObjectName(QStringLiteral("welcome"));
     auto* const icon = new QLabel;
     icon->setPixmap(Appearance::applicationIcon().pixmap({iconSize, iconSize}, devicePixelRatioF()));
     icon->setAlignment(Qt::AlignHCenter);
 
-    auto* const choose = new Button(tr("Choose Folder…"));
+    auto* const choose = new Button(QStringLiteral("Choose Folder…"));
     choose->setObjectName(QStringLiteral("chooseFolderButton"));
     choose->setDefault(true);
     connect(choose, &QPushButton::clicked, &openFolder, &QAction::trigger);
 
     auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(margin * 2, margin * 2, margin * 2, margin * 2);
+    layout->setContentsMargins(margin * 2, margin + 8, margin * 2, margin + 8);
     layout->setSpacing(10);
     layout->addStretch(3);
     layout->addWidget(icon);
     layout->addSpacing(6);
-    layout->addWidget(centered(Label::Role::title, tr("Drop a project folder here")));
-    layout->addWidget(centered(Label::Role::caption,
-                               tr("Quorvane lists the licenses of its Swift, npm and Python packages.")));
+    layout->addWidget(centered(Label::Role::title, QStringLiteral("Drop a project folder here")));
+    layout->addWidget(
+        centered(Label::Role::caption,
+                 QStringLiteral("Quorvane lists the licenses of its Swift, npm and Python packages.")));
     layout->addSpacing(10);
     layout->addWidget(choose, 0, Qt::AlignHCenter);
     layout->addSpacing(10);
-    layout->addWidget(
-        centered(Label::Role::caption,
-                 tr("Quorvane only reads the folder. Nothing in it is changed or sent anywhere.")));
+    layout->addWidget(centered(
+        Label::Role::caption,
+        QStringLiteral("Quorvane only reads the folder. Nothing in it is changed or sent anywhere.")));
+    layout->addSpacing(14);
+    layout->addWidget(new RecentList(model), 0, Qt::AlignHCenter);
     layout->addStretch(4);
+}
+
+void WelcomeView::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    model_->lookUpRecentProjects();
 }
 
 void WelcomeView::paintEvent(QPaintEvent*) {
