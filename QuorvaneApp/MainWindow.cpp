@@ -81,10 +81,11 @@ MainWindow::MainWindow(AppModel& model, AppCommands& commands, UpdaterController
 /// As it was left; else with room for filters, table and details beside each other, as far as the screen has it,
 /// with its frame and the desktop's bars.
 void MainWindow::placeAtFirst() {
-    const QSize room = screen()->availableSize();
+    const QSize screenSize = screen()->availableSize();
+    const QSize room(screenSize.width() * 19 / 20, screenSize.height() * 9 / 10);
     setMinimumSize(leastSize.boundedTo(room));
     if (!restoreGeometry(memory_.remembered(WindowMemory::Part::geometry))) {
-        resize(firstSize.boundedTo({room.width() * 19 / 20, room.height() * 9 / 10}));
+        resize(firstSize.boundedTo(room));
     }
 }
 

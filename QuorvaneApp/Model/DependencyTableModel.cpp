@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
+#include <unordered_set>
 
 namespace {
 
@@ -44,24 +46,26 @@ QString cellText(const Dependency& dependency, DependencyColumn column) {
     return {};
 }
 
-/// At least the characters of the cell's text, told without making one: there are tens of thousands.
-qsizetype lengthOf(const Dependency& dependency, DependencyColumn column) {
+/// What the cell's text is made of, without making one: there are tens of thousands.
+std::string_view sourceOf(const Dependency& dependency, DependencyColumn column) {
     switch (column) {
         case DependencyColumn::package:
-            return static_cast<qsizetype>(dependency.name.size());
+            return dependency.name;
         case DependencyColumn::version:
-            return static_cast<qsizetype>(dependency.version.size());
+            return dependency.version;
+        case DependencyColumn::ecosystem:
+            return ScanKit::label(dependency.ecosystem);
         case DependencyColumn::license:
             if (dependency.license) {
-                return static_cast<qsizetype>(dependency.license->size());
+                return *dependency.license;
             }
-            break;
-        case DependencyColumn::ecosystem:
+            return dependency.declared ? std::string_view(*dependency.declared) : std::string_view();
         case DependencyColumn::foundBy:
+            return ScanKit::shortLabel(dependency.basis);
         case DependencyColumn::flag:
-            break;
+            return dependency.flags.empty() ? std::string_view() : ScanKit::label(dependency.flags.front());
     }
-    return cellText(dependency, column).size();
+    return {};
 }
 
 /// All of them: the cell has room for the first.
@@ -149,23 +153,27 @@ std::optional<int> DependencyTableModel::tableRow(int resultRow) const {
 }
 
 QStringList DependencyTableModel::longestTexts(DependencyColumn column) const {
-    constexpr qsizetype most = 12;
-    QStringList longest;
+    constexpr std::size_t most = 12;
     if (!project_) {
-        return longest;
+        return {};
     }
-    const auto isLonger = [](const QString& a, const QString& b) { return a.size() > b.size(); };
+    std::unordered_set<std::string_view> seen;
+    std::vector<const Dependency*> longest;  ///< by their sources' lengths
+    const auto isLonger = [column](const Dependency* a, const Dependency* b) {
+        return sourceOf(*a, column).size() > sourceOf(*b, column).size();
+    };
     for (const Dependency& dependency : project_->dependencies()) {
-        const bool mayBeLonger =
-            longest.size() < most || lengthOf(dependency, column) > longest.back().size();
-        const QString text = mayBeLonger ? cellText(dependency, column) : QString();
-        if (!mayBeLonger || longest.contains(text)) {
-            continue;
+        const bool belongs = longest.size() < most || isLonger(&dependency, longest.back());
+        if (belongs && seen.insert(sourceOf(dependency, column)).second) {
+            longest.insert(std::ranges::upper_bound(longest, &dependency, isLonger), &dependency);
+            longest.resize(std::min(longest.size(), most));
         }
-        longest.insert(std::ranges::upper_bound(longest, text, isLonger), text);
-        longest.resize(std::min(longest.size(), most));
     }
-    return longest;
+    QStringList texts;
+    for (const Dependency* const dependency : longest) {
+        texts.push_back(cellText(*dependency, column));
+    }
+    return texts;
 }
 
 QString DependencyTableModel::rowText(int tableRow) const {

@@ -220,10 +220,10 @@ private Q_SLOTS:
             }
             return list.join(u'|');
         };
-        QCOMPARE(titles(), u"Details|License text|What was read"_s);
+        QCOMPARE(titles(), u"Details|License text|Project"_s);
         tabs->setCurrentIndex(1);
         fixture.table.selectOnly(1);
-        QCOMPARE(titles(), u"Details|What was read"_s);
+        QCOMPARE(titles(), u"Details|Project"_s);
         QCOMPARE(tabs->tabText(tabs->currentIndex()), u"Details"_s);
         QVERIFY(textOf(details).contains(u"GNU General Public License"_s));
         QVERIFY(fixture.find<QAbstractButton>("sourceLink") == nullptr);

@@ -143,7 +143,7 @@ private Q_SLOTS:
         int narrow = 0;
         for (const int width : {1590, 800, 1920, 820, 1590, 800, 2400}) {
             fixture.resizeTo(width, 900);
-            QVERIFY2(whole(), qPrintable(QString::number(width)));
+            QTRY_VERIFY2(whole(), qPrintable(QString::number(width)));
             // As tall as is needed and no taller: no strip is left empty where lines became longer.
             narrow = width == 800 ? warnings.height() : narrow;
             QVERIFY2(width < 1590 || narrow == 0 || warnings.height() < narrow,
@@ -156,7 +156,7 @@ private Q_SLOTS:
         QTRY_VERIFY(textOf(warnings).contains(u"Four."_s));
         QTest::qWait(20);
         QCOMPARE(toggle->visibleRegion().boundingRect().size(), toggle->size());
-        QVERIFY(whole());
+        QTRY_VERIFY(whole());
     }
 
     void warningsCanBePutAwayAndBroughtBack() {

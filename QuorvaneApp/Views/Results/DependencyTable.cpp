@@ -40,7 +40,7 @@ struct ColumnRow {
 };
 constexpr auto columnRows = std::to_array<ColumnRow>({
     {DependencyColumn::package, 7, 12},
-    {DependencyColumn::version, 2, 6},
+    {DependencyColumn::version, 3, 7},
     {DependencyColumn::ecosystem, 3, 4},
     {DependencyColumn::license, 4, 7},
     {DependencyColumn::foundBy, 3, 4},

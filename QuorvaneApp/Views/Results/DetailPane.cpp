@@ -27,6 +27,8 @@ DetailPane::DetailPane(AppModel& model, LinkOpener openLink, QWidget* parent)
       noticeText_(makePackageTextEdit(QStringLiteral("noticeText"), QStringLiteral("Notice text"))),
       sources_(new SourcesView(model, this)),
       wanted_(facts_) {
+    showTabs(false, false, false);
+    header_->hide();
     setObjectName(QStringLiteral("detailPane"));
     setAccessibleName(QStringLiteral("Details"));
     noticeText_->setParent(this);
@@ -56,7 +58,6 @@ DetailPane::DetailPane(AppModel& model, LinkOpener openLink, QWidget* parent)
     whole->addWidget(tabs_, 1);
     connect(model_, &AppModel::selectionChanged, this, &DetailPane::showSelection);
     connect(model_, &AppModel::rowsChanged, this, &DetailPane::showSelection);
-    showSelection();
 }
 
 /// Little: below the table it must not take the room that the rows need.
@@ -78,6 +79,12 @@ void DetailPane::showSources() {
 
 void DetailPane::showSelection() {
     const ScanKit::Dependency* const dependency = model_->shownDependency();
+    // With each key in the search: what is shown already is not laid out anew.
+    if (dependency == shown_ && model_->project() == project_) {
+        return;
+    }
+    shown_ = dependency;
+    project_ = model_->project();
     header_->setVisible(dependency != nullptr);
     if (dependency == nullptr) {
         showTabs(false, false, false);
@@ -104,7 +111,7 @@ void DetailPane::showTabs(bool hasPackage, bool hasLicense, bool hasNotice) {
     isArranging_ = true;
     int place = 0;
     for (const Tab& tab : {Tab{facts_, "Details", hasPackage}, Tab{licenseText_, "License text", hasLicense},
-                           Tab{noticeText_, "Notice", hasNotice}, Tab{sources_, "What was read", true}}) {
+                           Tab{noticeText_, "Notice", hasNotice}, Tab{sources_, "Project", true}}) {
         const int present = tabs_->indexOf(tab.view);
         if (!tab.isShown) {
             tabs_->removeTab(present);

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "ScanKit/Model/Dependency.h"
+
 #include <functional>
+#include <memory>
 
 #include <QWidget>
 
@@ -10,6 +13,7 @@ class Label;
 class LicenseTextView;
 class QPlainTextEdit;
 class QTabWidget;
+class ScannedProject;
 class SourcesView;
 
 /// Everything known of the selected dependency, and of the project: the facts with flags and notes, the license and
@@ -43,6 +47,8 @@ private:
     LicenseTextView* licenseText_;
     QPlainTextEdit* noticeText_;
     SourcesView* sources_;
+    std::shared_ptr<const ScannedProject> project_;  ///< that `shown_` is of
+    const ScanKit::Dependency* shown_ = nullptr;
     QWidget* wanted_ = nullptr;  ///< the tab that the user chose last
     bool isArranging_ = false;
 };

@@ -60,9 +60,7 @@ void SourcesView::addRead(QVBoxLayout& column) {
     if (result == nullptr || result->sources.empty()) {
         return;
     }
-    if (model_->extraCheckouts().size() + model_->pythonEnvironments().size() > 0) {
-        column.addWidget(new Label(Label::Role::strong, QStringLiteral("What was read")));
-    }
+    column.addWidget(new Label(Label::Role::strong, QStringLiteral("What was read")));
     for (const ScanKit::ScanSource& source : result->sources) {
         const std::string entries = source.entries ? "; " + inWords(*source.entries) : std::string();
         column.addLayout(
