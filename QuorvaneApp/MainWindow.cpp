@@ -22,13 +22,13 @@
 #include "QuorvaneApp/Views/Results/RowCount.h"
 #include "QuorvaneApp/Views/Results/SavingStrip.h"
 #include "QuorvaneApp/Views/Results/Sidebar.h"
+#include "QuorvaneApp/Views/Results/SortCommands.h"
 #include "QuorvaneApp/Views/Results/StatusBar.h"
 #include "QuorvaneApp/Views/Results/WarningStrip.h"
 #include "QuorvaneApp/Views/Welcome/DropOverlay.h"
 #include "QuorvaneApp/Views/Welcome/DroppedFolder.h"
 #include "QuorvaneApp/Views/Welcome/WelcomeView.h"
 
-#include <array>
 #include <utility>
 
 #include <QAction>
@@ -159,7 +159,6 @@ void MainWindow::connectCommands() {
         connect(commands_->action(command), &QAction::triggered, this, operation);
     };
     on(Command::find, [this] { header_->startSearch(); });
-    on(Command::sortByResultOrder, [this] { results_->table().sortByResultOrder(); });
     on(Command::findInText, [this] {
         commands_->action(Command::toggleDetails)->setChecked(true);
         results_->detailPane().findInText();
@@ -175,7 +174,7 @@ void MainWindow::connectCommands() {
         }
     });
     on(Command::fitColumns, [this] { results_->table().fitColumns(); });
-    connectSorting();
+    connectSorting(*commands_, results_->table());
     on(Command::settings, [this] { showSettings(); });
     on(Command::about, [this] { showAbout(); });
     on(Command::minimize, [this] { showMinimized(); });
@@ -187,40 +186,6 @@ void MainWindow::connectCommands() {
         connect(commands_->action(command), &QAction::toggled, part, &QWidget::setVisible);
     }
     connect(header_, &HeaderBar::searchLeft, results_, &ResultsView::goToRows);
-}
-
-/// The menu sorts by a column and marks the one that the table is sorted by.
-void MainWindow::connectSorting() {
-    struct SortRow {
-        Command command;
-        DependencyColumn column;
-    };
-    const auto rows = std::to_array<SortRow>({
-        {Command::sortByPackage, DependencyColumn::package},
-        {Command::sortByVersion, DependencyColumn::version},
-        {Command::sortByEcosystem, DependencyColumn::ecosystem},
-        {Command::sortByLicense, DependencyColumn::license},
-        {Command::sortByFoundBy, DependencyColumn::foundBy},
-        {Command::sortByFlag, DependencyColumn::flag},
-    });
-    const QHeaderView* const header = results_->table().horizontalHeader();
-    QAction* const original = commands_->action(Command::sortByResultOrder);
-    original->setCheckable(true);
-    original->setChecked(true);
-    const auto follow = [header](QAction* action, int section) {
-        action->setChecked(header->sortIndicatorSection() == section);
-    };
-    connect(header, &QHeaderView::sortIndicatorChanged, original, [=] { follow(original, -1); });
-    connect(original, &QAction::triggered, original, [=] { follow(original, -1); });
-    for (const SortRow& row : rows) {
-        QAction* const sort = commands_->action(row.command);
-        const int section = static_cast<int>(row.column);
-        sort->setCheckable(true);
-        connect(sort, &QAction::triggered, this,
-                [this, column = row.column] { results_->table().sortBy(column); });
-        connect(header, &QHeaderView::sortIndicatorChanged, sort, [=] { follow(sort, section); });
-        connect(sort, &QAction::triggered, sort, [=] { follow(sort, section); });
-    }
 }
 
 void MainWindow::connectModel() {

@@ -52,7 +52,6 @@ private:
     Strip* makeMessageStrip(const QString& objectName, bool isProblem);
     void makeMenu();
     void connectCommands();
-    void connectSorting();
     void connectModel();
     void guardClosing();
     void showPage();

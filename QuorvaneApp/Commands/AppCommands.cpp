@@ -38,7 +38,7 @@ constexpr auto commandRows = std::to_array<CommandRow>({
     {Command::showNeedsReview, "showNeedsReview", "Needs Review", "Ctrl+2"},
     {Command::showCopyleft, "showCopyleft", "Copyleft", "Ctrl+3"},
     {Command::showUnknown, "showUnknown", "Unknown", "Ctrl+4"},
-    {Command::showDevOnly, "showDevOnly", "Dev-only", "Ctrl+5"},
+    {Command::showDevOnly, "showDevOnly", "Dev-only Packages", "Ctrl+5"},
     {Command::sortByResultOrder, "sortByResultOrder", "Original Order", "Ctrl+0"},
     {Command::sortByPackage, "sortByPackage", "Package", ""},
     {Command::sortByVersion, "sortByVersion", "Version", ""},

@@ -1,6 +1,7 @@
 #include "ScanKit/Identification/SPDX.h"
 #include "QuorvaneApp/MainWindow.h"
 
+#include "QuorvaneApp/Views/Controls/Strip.h"
 #include "QuorvaneApp/Views/Results/DependencyTable.h"
 #include "QuorvaneApp/Views/Results/Sidebar.h"
 #include "Tests/QuorvaneApp/WindowFixture.h"
@@ -476,6 +477,8 @@ private Q_SLOTS:
                      fails ? "closed without its reports" : "still open");
             if (fails) {
                 QWidget& message = *fixture.find("exportMessage");
+                QVERIFY2(fixture.find<Strip>("exportMessage")->severity() == Flag::Severity::high,
+                         "a failure in a calm colour");
                 QCOMPARE(textOf(message), u"Couldn't save: Disk full (Harbor Dependencies.json)"_s);
                 message.findChild<QAbstractButton*>(u"dismissButton"_s)->click();
                 QVERIFY(!message.isVisible() && !fixture.model.exportMessage());

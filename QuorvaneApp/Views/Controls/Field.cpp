@@ -5,6 +5,7 @@
 #include <QDragEnterEvent>
 #include <QEvent>
 #include <QMimeData>
+#include <QToolButton>
 
 namespace {
 
@@ -15,6 +16,14 @@ constexpr double leastContrast = 3.5;
 
 Field::Field(const QString& text, QWidget* parent) : QLineEdit(text, parent) {
     mendPlaceholder();
+}
+
+void Field::addClearButton() {
+    setClearButtonEnabled(true);
+    // Qt gives the button no name that a screen reader could say.
+    for (QToolButton* const button : findChildren<QToolButton*>()) {
+        button->setAccessibleName(QStringLiteral("Clear"));
+    }
 }
 
 void Field::changeEvent(QEvent* event) {

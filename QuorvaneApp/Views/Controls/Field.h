@@ -9,6 +9,9 @@ class Field : public QLineEdit {
 public:
     explicit Field(const QString& text = {}, QWidget* parent = nullptr);
 
+    /// Adds the button that empties the field.
+    void addClearButton();
+
 protected:
     void changeEvent(QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <numeric>
 
+#include <QByteArrayList>
+
 namespace ColumnWidths {
 namespace {
 
@@ -50,6 +52,24 @@ std::vector<int> shared(const std::vector<Need>& needs, int available) {
     std::vector<int> widths = cutTo(needs, fits);
     widen(widths, needs, std::max(available - sumOf(widths), 0));
     return widths;
+}
+
+QByteArray toBytes(const std::vector<std::optional<int>>& chosen) {
+    QByteArrayList numbers;
+    for (const std::optional<int>& width : chosen) {
+        numbers.push_back(QByteArray::number(width.value_or(0)));
+    }
+    return numbers.join(',');
+}
+
+std::vector<std::optional<int>> chosenFrom(const QByteArray& remembered, std::size_t columns) {
+    std::vector<std::optional<int>> chosen(columns);
+    const QList<QByteArray> numbers = remembered.split(',');
+    for (std::size_t i = 0; i < columns && i < static_cast<std::size_t>(numbers.size()); ++i) {
+        const int width = numbers[static_cast<qsizetype>(i)].toInt();
+        chosen[i] = width > 0 ? std::optional(width) : std::nullopt;
+    }
+    return chosen;
 }
 
 }  // namespace ColumnWidths

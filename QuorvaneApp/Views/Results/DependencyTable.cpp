@@ -48,25 +48,6 @@ constexpr auto columnRows = std::to_array<ColumnRow>({
 });
 static_assert(ScanKit::hasRowForEachEnumerator(columnRows), "each enumerator needs its row here");
 
-/// One number a column, 0 for one that the user never touched.
-std::vector<std::optional<int>> widthsFrom(const QByteArray& remembered) {
-    std::vector<std::optional<int>> widths(columnRows.size());
-    const QList<QByteArray> numbers = remembered.split(',');
-    for (std::size_t i = 0; i < widths.size() && i < static_cast<std::size_t>(numbers.size()); ++i) {
-        const int width = numbers[static_cast<qsizetype>(i)].toInt();
-        widths[i] = width > 0 ? std::optional(width) : std::nullopt;
-    }
-    return widths;
-}
-
-QByteArray toBytes(const std::vector<std::optional<int>>& widths) {
-    QByteArrayList numbers;
-    for (const std::optional<int>& width : widths) {
-        numbers.push_back(QByteArray::number(width.value_or(0)));
-    }
-    return numbers.join(',');
-}
-
 }  // namespace
 
 DependencyTable::DependencyTable(AppModel& model, std::vector<QAction*> commands, QWidget* parent)
@@ -76,7 +57,8 @@ DependencyTable::DependencyTable(AppModel& model, std::vector<QAction*> commands
       header_(new TableHeader(this)),
       commands_(std::move(commands)),
       memory_(model.persist()),
-      chosenWidths_(widthsFrom(memory_.remembered(WindowMemory::Part::columns))) {
+      chosenWidths_(
+          ColumnWidths::chosenFrom(memory_.remembered(WindowMemory::Part::columns), columnRows.size())) {
     setObjectName(QStringLiteral("dependencyTable"));
     setAccessibleName(QStringLiteral("Packages"));
     connect(rows_, &QAbstractItemModel::modelAboutToBeReset, this, &DependencyTable::rememberPlace);
@@ -114,7 +96,7 @@ void DependencyTable::arrangeHeaders() {
 
 void DependencyTable::chooseWidth(int column, int width) {
     chosenWidths_[static_cast<std::size_t>(column)] = width;
-    memory_.save(WindowMemory::Part::columns, toBytes(chosenWidths_));
+    memory_.save(WindowMemory::Part::columns, ColumnWidths::toBytes(chosenWidths_));
 }
 
 void DependencyTable::fitColumns() {

@@ -22,7 +22,7 @@ HeaderBar::HeaderBar(AppModel& model, const AppCommands& commands, QWidget* pare
     search_->setObjectName(QStringLiteral("search"));
     search_->setPlaceholderText(QStringLiteral("Package or license"));
     search_->setAccessibleName(QStringLiteral("Package or license"));
-    search_->setClearButtonEnabled(true);
+    search_->addClearButton();
     search_->setMinimumWidth(fontMetrics().averageCharWidth() * 14);
     search_->setMaximumWidth(fontMetrics().averageCharWidth() * 44);
     search_->installEventFilter(this);

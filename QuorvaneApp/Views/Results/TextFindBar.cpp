@@ -29,7 +29,7 @@ TextFindBar::TextFindBar(QPlainTextEdit& text, QWidget* parent)
     field_->setObjectName(QStringLiteral("findInText"));
     field_->setPlaceholderText(QStringLiteral("Find in text"));
     field_->setAccessibleName(QStringLiteral("Find in text"));
-    field_->setClearButtonEnabled(true);
+    field_->addClearButton();
     field_->installEventFilter(this);
     count_->setObjectName(QStringLiteral("foundInText"));
     auto* const back = makeStep(Qt::UpArrow, QStringLiteral("Previous place"), QStringLiteral("findBack"));
