@@ -22,13 +22,27 @@ void FittedScrollArea::setGreatestHeight(int height) {
 }
 
 int FittedScrollArea::heightForWidth(int width) const {
+    return std::min(neededHeight(width), greatestHeight_);
+}
+
+int FittedScrollArea::neededHeight(int width) const {
     if (widget() == nullptr) {
         return 0;
     }
     const QLayout& layout = *widget()->layout();
-    const int needed =
-        layout.hasHeightForWidth() ? layout.totalHeightForWidth(width) : layout.totalSizeHint().height();
-    return std::min(needed, greatestHeight_);
+    return layout.hasHeightForWidth() ? layout.totalHeightForWidth(width) : layout.totalSizeHint().height();
+}
+
+void FittedScrollArea::resizeEvent(QResizeEvent* event) {
+    QScrollArea::resizeEvent(event);
+    showScrollBarIfNeeded();
+}
+
+/// A scroll bar takes width, so that words wrap for which there was room, so that a scroll bar is needed: where
+/// everything fits without one, there is none.
+void FittedScrollArea::showScrollBarIfNeeded() {
+    setVerticalScrollBarPolicy(neededHeight(width()) <= height() ? Qt::ScrollBarAlwaysOff
+                                                                 : Qt::ScrollBarAsNeeded);
 }
 
 QSize FittedScrollArea::sizeHint() const {
@@ -43,6 +57,7 @@ QSize FittedScrollArea::minimumSizeHint() const {
 bool FittedScrollArea::eventFilter(QObject* watched, QEvent* event) {
     if (watched == widget() && event->type() == QEvent::LayoutRequest) {
         updateGeometry();
+        showScrollBarIfNeeded();
     }
     return QScrollArea::eventFilter(watched, event);
 }

@@ -19,7 +19,11 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    int neededHeight(int width) const;
+    void showScrollBarIfNeeded();
+
     int greatestHeight_ = QWIDGETSIZE_MAX;
 };

@@ -3,6 +3,7 @@
 #include "QuorvaneApp/Model/AppModel.h"
 #include "QuorvaneApp/Model/Texts.h"
 #include "QuorvaneApp/Views/Controls/Button.h"
+#include "QuorvaneApp/Views/Controls/FittedScrollArea.h"
 #include "QuorvaneApp/Views/Controls/Label.h"
 #include "QuorvaneApp/Views/Dialogs/BoundField.h"
 #include "QuorvaneApp/Views/Dialogs/DevPackagesToggle.h"
@@ -10,6 +11,7 @@
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QScreen>
 #include <QVBoxLayout>
 
 ExportSheet::ExportSheet(AppModel& model, QWidget* parent)
@@ -29,18 +31,8 @@ ExportSheet::ExportSheet(AppModel& model, QWidget* parent)
 
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(22, 20, 22, 18);
-    layout->setSpacing(6);
-    layout->addWidget(new Label(Label::Role::heading, QStringLiteral("Export Report")));
-    layout->addWidget(count_);
-    layout->addSpacing(10);
-    layout->addWidget(makeFields());
-    layout->addSpacing(10);
-    layout->addWidget(new DevPackagesToggle(model));
-    layout->addSpacing(10);
-    for (const ScanKit::ReportFormat& format : ScanKit::reportFormats()) {
-        layout->addWidget(addFormat(format));
-    }
-    layout->addSpacing(14);
+    layout->setSpacing(14);
+    layout->addWidget(makeBody());
     layout->addStretch();
     layout->addWidget(buttons);
     export_->setDefault(true);
@@ -50,6 +42,36 @@ ExportSheet::ExportSheet(AppModel& model, QWidget* parent)
     showCount();
     // The longest report title on one line, and explanations that wrap only once or twice.
     setMinimumWidth(fontMetrics().averageCharWidth() * 66);
+}
+
+/// Scrolls where letters are large and the screen is small, so that the buttons below it are always in sight.
+QWidget* ExportSheet::makeBody() {
+    auto* const page = new QWidget;
+    auto* const layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(6);
+    layout->addWidget(new Label(Label::Role::heading, QStringLiteral("Export Report")));
+    layout->addWidget(count_);
+    layout->addSpacing(10);
+    layout->addWidget(makeFields());
+    layout->addSpacing(10);
+    layout->addWidget(new DevPackagesToggle(*model_));
+    layout->addSpacing(10);
+    for (const ScanKit::ReportFormat& format : ScanKit::reportFormats()) {
+        layout->addWidget(addFormat(format));
+    }
+    auto* const area = new FittedScrollArea;
+    area->setAccessibleName(QStringLiteral("Reports to export"));
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setGreatestHeight(screen()->availableSize().height() * 7 / 10);
+    area->setWidget(page);
+    return area;
+}
+
+/// Only now do its controls know their style, and with it their height.
+void ExportSheet::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    resize(width(), layout()->totalHeightForWidth(width()));
 }
 
 ScanKit::ReportFormats ExportSheet::formats() const {

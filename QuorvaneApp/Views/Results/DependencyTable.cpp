@@ -39,11 +39,11 @@ struct ColumnRow {
     int leastCharacters;  ///< below this it says nothing
 };
 constexpr auto columnRows = std::to_array<ColumnRow>({
-    {DependencyColumn::package, 7, 12},
+    {DependencyColumn::package, 9, 12},
     {DependencyColumn::version, 3, 7},
     {DependencyColumn::ecosystem, 3, 4},
     {DependencyColumn::license, 4, 7},
-    {DependencyColumn::foundBy, 3, 4},
+    {DependencyColumn::foundBy, 4, 4},
     {DependencyColumn::flag, 4, 7},
 });
 static_assert(ScanKit::hasRowForEachEnumerator(columnRows), "each enumerator needs its row here");

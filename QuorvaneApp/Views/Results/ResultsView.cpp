@@ -10,6 +10,7 @@
 #include "QuorvaneApp/Views/Results/DetailPane.h"
 #include "QuorvaneApp/Views/Results/Sidebar.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QHBoxLayout>
@@ -151,7 +152,8 @@ void ResultsView::arrange() {
         return;
     }
     const int room = isNarrow ? height() : width();
-    const int details = isNarrow ? height() * 2 / 5 : fontMetrics().averageCharWidth() * 46;
+    const int beside = std::max(width() / 4, fontMetrics().averageCharWidth() * 46);
+    const int details = isNarrow ? height() * 2 / 5 : beside;
     inner_->setSizes({room - details, details});
 }
 

@@ -13,7 +13,8 @@
 
 namespace {
 
-constexpr int margin = 28;
+constexpr int margin = 24;
+constexpr int tightMargin = 8;
 constexpr int cornerRadius = 16;
 constexpr int iconSize = 72;
 
@@ -30,6 +31,7 @@ WelcomeView::WelcomeView(AppModel& model, QAction& openFolder, QWidget* parent)
     : QWidget(parent), model_(&model) {
     setObjectName(QStringLiteral("welcome"));
     auto* const icon = new QLabel;
+    icon_ = icon;
     icon->setPixmap(Appearance::applicationIcon().pixmap({iconSize, iconSize}, devicePixelRatioF()));
     icon->setAlignment(Qt::AlignHCenter);
 
@@ -39,7 +41,7 @@ WelcomeView::WelcomeView(AppModel& model, QAction& openFolder, QWidget* parent)
     connect(choose, &QPushButton::clicked, &openFolder, &QAction::trigger);
 
     auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(margin * 2, margin + 8, margin * 2, margin + 8);
+    layout->setContentsMargins(margin * 2, margin, margin * 2, margin);
     layout->setSpacing(10);
     layout->addStretch(3);
     layout->addWidget(icon);
@@ -55,8 +57,27 @@ WelcomeView::WelcomeView(AppModel& model, QAction& openFolder, QWidget* parent)
         Label::Role::caption,
         QStringLiteral("Quorvane only reads the folder. Nothing in it is changed or sent anywhere.")));
     layout->addSpacing(14);
-    layout->addWidget(new RecentList(model), 0, Qt::AlignHCenter);
+    // Its list hides itself while it is empty, so a page around it is what is hidden for want of room.
+    recent_ = new QWidget;
+    auto* const list = new QVBoxLayout(recent_);
+    list->setContentsMargins(0, 0, 0, 0);
+    list->addWidget(new RecentList(model), 0, Qt::AlignHCenter);
+    layout->addWidget(recent_);
     layout->addStretch(4);
+}
+
+/// On a small screen, or with large letters, what is said goes before what adorns.
+void WelcomeView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const int needed = layout()->totalHeightForWidth(width());
+    // What it would need with all that is left out now.
+    const int spared = iconSize + recent_->sizeHint().height() + 2 * (margin - tightMargin) + 80;
+    isTight_ = needed + (isTight_ ? spared : 0) > height();
+    const int edge = isTight_ ? tightMargin : margin;
+    layout()->setContentsMargins(edge * 2, edge, edge * 2, edge);
+    layout()->setSpacing(isTight_ ? 2 : 10);
+    icon_->setVisible(!isTight_);
+    recent_->setVisible(!isTight_);
 }
 
 void WelcomeView::showEvent(QShowEvent* event) {
@@ -73,6 +94,7 @@ void WelcomeView::paintEvent(QPaintEvent*) {
     QPen pen(Appearance::mixed(Appearance::separator(palette()), accent, 0.25), 2);
     pen.setDashPattern({4, 4});
     painter.setPen(pen);
-    const QRectF frame = QRectF(rect()).adjusted(margin, margin, -margin, -margin);
+    const int edge = isTight_ ? tightMargin : margin;
+    const QRectF frame = QRectF(rect()).adjusted(edge, edge, -edge, -edge);
     painter.drawRoundedRect(frame, cornerRadius, cornerRadius);
 }

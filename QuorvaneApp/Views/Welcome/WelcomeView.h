@@ -14,8 +14,12 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:
     AppModel* model_;
+    QWidget* icon_;
+    QWidget* recent_;
+    bool isTight_ = false;
 };
