@@ -24,12 +24,12 @@ struct EditRow {
 };
 
 constexpr std::array<EditRow, 6> editRows{{
-    {"undo", QT_TRANSLATE_NOOP("EditActions", "Undo"), QKeySequence::Undo, false},
-    {"redo", QT_TRANSLATE_NOOP("EditActions", "Redo"), QKeySequence::Redo, true},
-    {"cut", QT_TRANSLATE_NOOP("EditActions", "Cut"), QKeySequence::Cut, false},
-    {"copy", QT_TRANSLATE_NOOP("EditActions", "Copy"), QKeySequence::Copy, false},
-    {"paste", QT_TRANSLATE_NOOP("EditActions", "Paste"), QKeySequence::Paste, false},
-    {"selectAll", QT_TRANSLATE_NOOP("EditActions", "Select All"), QKeySequence::SelectAll, true},
+    {"undo", "Undo", QKeySequence::Undo, false},
+    {"redo", "Redo", QKeySequence::Redo, true},
+    {"cut", "Cut", QKeySequence::Cut, false},
+    {"copy", "Copy", QKeySequence::Copy, false},
+    {"paste", "Paste", QKeySequence::Paste, false},
+    {"selectAll", "Select All", QKeySequence::SelectAll, true},
 }};
 
 /// By name and not by class, so that a table that can copy its rows takes part.
@@ -47,7 +47,7 @@ bool isReadOnly(const QWidget& widget) {
 
 EditActions::EditActions(QObject* parent) : QObject(parent) {
     for (const EditRow& row : editRows) {
-        auto* const action = new QAction(tr(row.text), this);
+        auto* const action = new QAction(QString::fromUtf8(row.text), this);
         action->setObjectName(QLatin1StringView(row.operation));
         action->setShortcut(row.key);
         connect(action, &QAction::triggered, this, [this, &row] { run(row.operation); });

@@ -1,11 +1,10 @@
 #include "MenuKit/MenuBaseline.h"
 
 #include <QAction>
-#include <QCoreApplication>
 #include <QMenu>
 
 QAction* MenuBaseline::addCloseTo(QMenu& menu) const {
-    QAction* const action = menu.addAction(QCoreApplication::translate("MenuBaseline", "Close Window"));
+    QAction* const action = menu.addAction(QStringLiteral("Close Window"));
     action->setObjectName(QStringLiteral("closeWindow"));
     action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_W));
     action->setShortcutContext(Qt::ApplicationShortcut);
@@ -14,8 +13,7 @@ QAction* MenuBaseline::addCloseTo(QMenu& menu) const {
 }
 
 QAction* MenuBaseline::addHelpTo(QMenu& menu) const {
-    QAction* const action =
-        menu.addAction(QCoreApplication::translate("MenuBaseline", "%1 Help").arg(help.appName));
+    QAction* const action = menu.addAction(QStringLiteral("%1 Help").arg(help.appName));
     action->setObjectName(QStringLiteral("help"));
     action->setShortcut(help.shortcut);
     QObject::connect(action, &QAction::triggered, action, help.action);

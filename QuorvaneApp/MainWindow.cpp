@@ -2,10 +2,14 @@
 
 #include "MenuKit/CloseGuard.h"
 #include "MenuKit/EditActions.h"
+#include "MenuKit/ShortcutPriority.h"
+#include "MenuKit/TabOrder.h"
 #include "QuorvaneApp/Commands/AppCommands.h"
 #include "QuorvaneApp/Commands/MainMenu.h"
 #include "QuorvaneApp/Model/AppModel.h"
 #include "QuorvaneApp/Model/Texts.h"
+#include "QuorvaneApp/Model/WebLink.h"
+#include "QuorvaneApp/Views/Controls/CommandButton.h"
 #include "QuorvaneApp/Views/Controls/Strip.h"
 #include "QuorvaneApp/Views/Dialogs/AlertWindow.h"
 #include "QuorvaneApp/Views/Dialogs/ExportSheet.h"
@@ -14,10 +18,12 @@
 #include "QuorvaneApp/Views/Results/DependencyTable.h"
 #include "QuorvaneApp/Views/Results/DetailPane.h"
 #include "QuorvaneApp/Views/Results/HeaderBar.h"
-#include "QuorvaneApp/Views/Results/ProgressStrip.h"
 #include "QuorvaneApp/Views/Results/ResultsView.h"
+#include "QuorvaneApp/Views/Results/RowCount.h"
+#include "QuorvaneApp/Views/Results/SavingStrip.h"
 #include "QuorvaneApp/Views/Results/Sidebar.h"
-#include "QuorvaneApp/Views/Results/SummaryStrip.h"
+#include "QuorvaneApp/Views/Results/SortCommands.h"
+#include "QuorvaneApp/Views/Results/StatusBar.h"
 #include "QuorvaneApp/Views/Results/WarningStrip.h"
 #include "QuorvaneApp/Views/Welcome/DropOverlay.h"
 #include "QuorvaneApp/Views/Welcome/DroppedFolder.h"
@@ -29,8 +35,10 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDragEnterEvent>
+#include <QHeaderView>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -43,18 +51,23 @@ void bringToFront(Window& window) {
     window.activateWindow();
 }
 
+constexpr QSize firstSize{1280, 800};
+constexpr QSize leastSize{800, 500};
+
 }  // namespace
 
 MainWindow::MainWindow(AppModel& model, AppCommands& commands, UpdaterController& updater,
                        LinkOpener openLink, QWidget* parent)
     : QMainWindow(parent),
       model_(&model),
+      memory_(model.persist()),
+      openLink_(std::move(openLink)),
       commands_(&commands),
       updater_(&updater),
       edit_(new EditActions(this)) {
     setObjectName(QStringLiteral("mainWindow"));
     setAcceptDrops(true);
-    setCentralWidget(makeContent(std::move(openLink)));
+    setCentralWidget(makeContent());
     dropOverlay_ = new DropOverlay(centralWidget());
     makeMenu();
     connectCommands();
@@ -62,16 +75,35 @@ MainWindow::MainWindow(AppModel& model, AppCommands& commands, UpdaterController
     guardClosing();
     showPage();
     showMessages();
-    // Room for filters, table and details beside each other.
-    resize(1280, 800);
+    placeAtFirst();
 }
 
-QWidget* MainWindow::makeContent(LinkOpener openLink) {
+/// As it was left; else with room for filters, table and details beside each other, as far as the screen has it,
+/// with its frame and the desktop's bars.
+void MainWindow::placeAtFirst() {
+    const QSize screenSize = screen()->availableSize();
+    const QSize room(screenSize.width() * 19 / 20, screenSize.height() * 9 / 10);
+    setMinimumSize(leastSize.boundedTo(room));
+    if (!restoreGeometry(memory_.remembered(WindowMemory::Part::geometry))) {
+        resize(firstSize.boundedTo(room));
+    }
+}
+
+QWidget* MainWindow::makeContent() {
     header_ = new HeaderBar(*model_, *commands_);
     problem_ = makeMessageStrip(QStringLiteral("problem"), true);
+    problem_->addDismissButton();
     exportMessage_ = makeMessageStrip(QStringLiteral("exportMessage"), false);
-    welcome_ = new WelcomeView(*commands_->action(Command::openFolder));
-    results_ = new ResultsView(*model_, *commands_, std::move(openLink));
+    showReports_ = new CommandButton(*commands_->action(Command::showReports));
+    exportMessage_->addButton(*showReports_);
+    exportMessage_->addDismissButton();
+    warnings_ = new WarningStrip(*model_, *commands_);
+    saving_ = new SavingStrip(*model_);
+    welcome_ = new WelcomeView(*model_, *commands_->action(Command::openFolder));
+    results_ = new ResultsView(*model_, *commands_, openLink_);
+    statusBar_ = new StatusBar(*model_, *commands_);
+    connect(&results_->table(), &DependencyTable::selectedCountChanged, this,
+            [this] { statusBar_->rowCount().setSelectedCount(results_->table().selectedCount()); });
     pages_ = new QStackedWidget;
     pages_->addWidget(welcome_);
     pages_->addWidget(results_);
@@ -81,21 +113,27 @@ QWidget* MainWindow::makeContent(LinkOpener openLink) {
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     for (QWidget* const strip : {static_cast<QWidget*>(header_), static_cast<QWidget*>(problem_),
-                                 static_cast<QWidget*>(exportMessage_)}) {
+                                 static_cast<QWidget*>(exportMessage_), static_cast<QWidget*>(warnings_)}) {
         layout->addWidget(strip);
     }
-    layout->addWidget(new ProgressStrip(*model_, *commands_->action(Command::cancelScan)));
-    layout->addWidget(new WarningStrip(*model_, *commands_));
     layout->addWidget(pages_, 1);
-    layout->addWidget(new SummaryStrip(*model_));
+    // What comes and goes does so here: the rows stay where they are.
+    layout->addWidget(saving_);
+    layout->addWidget(statusBar_);
     return content;
+}
+
+/// As the parts stand in the window, with the headings before the rows that they head.
+void MainWindow::leadTabs() {
+    TabOrder::lead({header_, problem_, exportMessage_, warnings_, welcome_, &results_->sidebar(),
+                    results_->table().horizontalHeader(), &results_->table(), &results_->detailPane(),
+                    saving_, statusBar_});
 }
 
 Strip* MainWindow::makeMessageStrip(const QString& objectName, bool isProblem) {
     using Severity = ScanKit::Flag::Severity;
     auto* const strip = new Strip(isProblem ? Severity::high : Severity::low);
     strip->setObjectName(objectName);
-    strip->addDismissButton();
     connect(strip, &Strip::dismissed, model_,
             [this, isProblem] { isProblem ? model_->setProblem({}) : model_->setExportMessage({}); });
     return strip;
@@ -108,7 +146,12 @@ void MainWindow::makeMenu() {
                  .action = [this] { showHelp(); }},
         .helpItems = {commands_->action(Command::checkForUpdates)},
     };
-    fillMainMenu(*menuBar(), *commands_, *edit_, baseline);
+    fillMainMenu(*menuBar(), *model_, *commands_, *edit_, baseline);
+    QList<QAction*> shortcuts = commands_->findChildren<QAction*>();
+    for (const char* const name : {"closeWindow", "help"}) {
+        shortcuts += menuBar()->findChildren<QAction*>(QLatin1StringView(name));
+    }
+    new ShortcutPriority(*this, {shortcuts.begin(), shortcuts.end()});
 }
 
 void MainWindow::connectCommands() {
@@ -116,15 +159,32 @@ void MainWindow::connectCommands() {
         connect(commands_->action(command), &QAction::triggered, this, operation);
     };
     on(Command::find, [this] { header_->startSearch(); });
-    on(Command::sortByResultOrder, [this] { results_->table().sortByResultOrder(); });
+    on(Command::findInText, [this] {
+        commands_->action(Command::toggleDetails)->setChecked(true);
+        results_->detailPane().findInText();
+    });
+    on(Command::showSources, [this] {
+        commands_->action(Command::toggleDetails)->setChecked(true);
+        results_->detailPane().showSources();
+    });
+    on(Command::openSource, [this] {
+        const ScanKit::Dependency* const shown = model_->shownDependency();
+        if (const auto address = shown == nullptr ? std::nullopt : webLink(shown->source)) {
+            openLink_(*address);
+        }
+    });
+    on(Command::fitColumns, [this] { results_->table().fitColumns(); });
+    connectSorting(*commands_, results_->table());
     on(Command::settings, [this] { showSettings(); });
     on(Command::about, [this] { showAbout(); });
     on(Command::minimize, [this] { showMinimized(); });
     on(Command::toggleFullScreen, [this](bool isOn) { isOn ? showFullScreen() : showNormal(); });
-    on(Command::toggleSidebar, [this](bool isOn) { results_->sidebar().setVisible(isOn); });
-    on(Command::toggleDetails, [this](bool isOn) { results_->detailPane().setVisible(isOn); });
-    commands_->action(Command::toggleSidebar)->setChecked(true);
-    commands_->action(Command::toggleDetails)->setChecked(true);
+    for (const auto& [command, part] :
+         {std::pair{Command::toggleSidebar, static_cast<QWidget*>(&results_->sidebar())},
+          {Command::toggleDetails, static_cast<QWidget*>(&results_->detailPane())}}) {
+        commands_->action(command)->setChecked(true);
+        connect(commands_->action(command), &QAction::toggled, part, &QWidget::setVisible);
+    }
     connect(header_, &HeaderBar::searchLeft, results_, &ResultsView::goToRows);
 }
 
@@ -133,10 +193,17 @@ void MainWindow::connectModel() {
     connect(model_, &AppModel::problemChanged, this, &MainWindow::showMessages);
     connect(model_, &AppModel::exportMessageChanged, this, &MainWindow::showMessages);
     connect(model_, &AppModel::showExportChanged, this, &MainWindow::showExportSheet);
+    // After the views, which fill their parts anew.
+    for (const auto changed : {&AppModel::projectChanged, &AppModel::selectionChanged,
+                               &AppModel::warningsChanged, &AppModel::recentProjectsChanged}) {
+        connect(model_, changed, this, &MainWindow::leadTabs);
+    }
+    leadTabs();
     connect(model_, &AppModel::exportingChanged, this, [this] {
         if (model_->exporting() || !std::exchange(closesWhenSaved_, false)) {
             return;
         }
+        saving_->setClosing(false);
         // Otherwise the window stays, since it alone can say what went wrong.
         if (!model_->exportFailed()) {
             close();
@@ -147,6 +214,7 @@ void MainWindow::connectModel() {
 void MainWindow::guardClosing() {
     new CloseGuard(*this, [this] {
         closesWhenSaved_ = model_->exporting();
+        saving_->setClosing(closesWhenSaved_);
         return !closesWhenSaved_;
     });
 }
@@ -155,12 +223,19 @@ void MainWindow::showPage() {
     const bool hasFolder = model_->folder().has_value();
     pages_->setCurrentWidget(hasFolder ? static_cast<QWidget*>(results_) : welcome_);
     header_->setVisible(hasFolder);
-    setWindowTitle(hasFolder ? tr("%1 — Quorvane").arg(Texts::shownName(*model_->folder())) : tr("Quorvane"));
+    if (hasFolder && model_->result() == nullptr) {
+        results_->awaitRows();
+    }
+    setWindowTitle(hasFolder ? QStringLiteral("%1 — Quorvane").arg(Texts::shownName(*model_->folder()))
+                             : QStringLiteral("Quorvane"));
 }
 
 void MainWindow::showMessages() {
     problem_->setVisible(model_->problem().has_value());
     problem_->setSentence(model_->problem().value_or(QString()));
+    using Severity = ScanKit::Flag::Severity;
+    exportMessage_->setSeverity(model_->exportFailed() ? Severity::high : Severity::low);
+    showReports_->setVisible(!model_->exportFailed());
     exportMessage_->setVisible(model_->exportMessage().has_value());
     exportMessage_->setSentence(model_->exportMessage().value_or(QString()));
 }
@@ -196,17 +271,24 @@ void MainWindow::showHelp() {
 
 void MainWindow::showAbout() {
     auto* const about = new AlertWindow(
-        tr("Quorvane %1").arg(QCoreApplication::applicationVersion()),
-        tr("Lists the open-source licenses of a project’s dependencies. Information, not legal advice."),
+        QStringLiteral("Quorvane %1").arg(QCoreApplication::applicationVersion()),
+        QStringLiteral(
+            "Lists the open-source licenses of a project’s dependencies. Information, not legal advice."),
         this);
     about->setObjectName(QStringLiteral("about"));
     about->setAttribute(Qt::WA_DeleteOnClose);
-    about->setWindowTitle(tr("About Quorvane"));
+    about->setWindowTitle(QStringLiteral("About Quorvane"));
     about->open();
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    warnings_->setWindowHeight(height());
 }
 
 /// The program ends with its window and waits for its threads: a scan that is told so now is soon over.
 void MainWindow::closeEvent(QCloseEvent* event) {
+    memory_.save(WindowMemory::Part::geometry, saveGeometry());
     model_->cancelScan();
     QMainWindow::closeEvent(event);
 }
@@ -230,7 +312,8 @@ void MainWindow::dropEvent(QDropEvent* event) {
     if (const auto path = droppedPath(*event->mimeData())) {
         model_->openIfFolder(*path);
     } else {
-        model_->setProblem(tr("Only one folder at a time can be scanned. Drop one project folder."));
+        model_->setProblem(
+            QStringLiteral("Only one folder at a time can be scanned. Drop one project folder."));
     }
     event->setDropAction(Qt::CopyAction);
     event->accept();

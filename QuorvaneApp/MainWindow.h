@@ -1,6 +1,7 @@
 #pragma once
 
 #include "MenuKit/MenuBaseline.h"
+#include "QuorvaneApp/Model/WindowMemory.h"
 
 #include <functional>
 
@@ -9,16 +10,20 @@
 
 class AppCommands;
 class AppModel;
+class CommandButton;
 class DropOverlay;
 class EditActions;
 class ExportSheet;
 class HeaderBar;
 class HelpWindow;
 class ResultsView;
+class SavingStrip;
 class SettingsDialog;
 class QStackedWidget;
+class StatusBar;
 class Strip;
 class UpdaterController;
+class WarningStrip;
 class WelcomeView;
 
 /// Joins the model, the commands and the views into the program's one window; takes folders that are
@@ -34,13 +39,16 @@ public:
                QWidget* parent = nullptr);
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
 private:
-    QWidget* makeContent(LinkOpener openLink);
+    QWidget* makeContent();
+    void placeAtFirst();
+    void leadTabs();
     Strip* makeMessageStrip(const QString& objectName, bool isProblem);
     void makeMenu();
     void connectCommands();
@@ -54,12 +62,18 @@ private:
     void showAbout();
 
     AppModel* model_;
+    WindowMemory memory_;
+    LinkOpener openLink_;
     AppCommands* commands_;
     UpdaterController* updater_;
     EditActions* edit_;
     HeaderBar* header_;
     Strip* problem_;
     Strip* exportMessage_;
+    CommandButton* showReports_;
+    WarningStrip* warnings_;
+    SavingStrip* saving_;
+    StatusBar* statusBar_;
     QStackedWidget* pages_;
     WelcomeView* welcome_;
     ResultsView* results_;

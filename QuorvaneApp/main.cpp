@@ -10,6 +10,10 @@
 #include "QuorvaneApp/Views/Dialogs/DialogUpdatePresenter.h"
 #include "ScanKit/Support/AtomicFile.h"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
+
 #include <QAction>
 #include <QApplication>
 #include <QCommandLineParser>
@@ -19,25 +23,43 @@
 
 namespace {
 
-void describe(QApplication& application) {
+void describeProgram() {
     QCoreApplication::setOrganizationName(QStringLiteral("Quorvane"));
     QCoreApplication::setApplicationName(QStringLiteral("Quorvane"));
     QCoreApplication::setApplicationVersion(QStringLiteral(QUORVANE_VERSION));
-    QGuiApplication::setDesktopFileName(QStringLiteral("quorvane"));
-    application.setWindowIcon(Appearance::applicationIcon());
 }
 
-/// The folder named on the command line; empty without one. Ends the program for --help, --version and
-/// faults.
-QString readArguments(const QApplication& application) {
-    QCommandLineParser parser;
+void describe(QCommandLineParser& parser) {
     parser.setApplicationDescription(
-        QCoreApplication::translate("main", "Lists the open-source licenses of a project's dependencies."));
+        QStringLiteral("Lists the open-source licenses of a project's dependencies."));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("folder"),
-                                 QCoreApplication::translate("main", "The project folder to open."),
+    parser.addPositionalArgument(QStringLiteral("folder"), QStringLiteral("The project folder to open."),
                                  QStringLiteral("[FOLDER]"));
+}
+
+/// Whether the arguments ask for words alone. These are answered where there is no screen, too, and a program
+/// with windows could not even begin there.
+bool asksForWords(int argc, char** argv) {
+    constexpr std::array<std::string_view, 5> words{"-v", "--version", "-h", "--help", "--help-all"};
+    return std::any_of(argv + 1, argv + argc, [&](const char* argument) {
+        return std::ranges::find(words, argument) != words.end();
+    });
+}
+
+/// Ends the program.
+void answerInWords(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    describeProgram();
+    QCommandLineParser parser;
+    describe(parser);
+    parser.process(application);
+}
+
+/// The folder named on the command line; empty without one. Ends the program for faults.
+QString readArguments(const QApplication& application) {
+    QCommandLineParser parser;
+    describe(parser);
     parser.process(application);
     if (parser.positionalArguments().size() > 1) {
         parser.showHelp(2);
@@ -58,9 +80,14 @@ void openLink(const QString& address) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (asksForWords(argc, argv)) {
+        answerInWords(argc, argv);
+    }
     ScanKit::removeUnfinishedFilesOnSignals();
     QApplication application(argc, argv);
-    describe(application);
+    describeProgram();
+    QGuiApplication::setDesktopFileName(QStringLiteral("quorvane"));
+    QApplication::setWindowIcon(Appearance::applicationIcon());
     const QString folder = readArguments(application);
 
     DialogFolderChooser folderChooser;

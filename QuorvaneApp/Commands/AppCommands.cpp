@@ -1,6 +1,7 @@
 #include "QuorvaneApp/Commands/AppCommands.h"
 
 #include "QuorvaneApp/Model/AppModel.h"
+#include "QuorvaneApp/Model/WebLink.h"
 #include "ScanKit/Model/EnumerationTable.h"
 
 #include <utility>
@@ -22,26 +23,40 @@ struct CommandRow {
 
 // clang-format off
 constexpr auto commandRows = std::to_array<CommandRow>({
-    {Command::openFolder, "openFolder", QT_TRANSLATE_NOOP("AppCommands", "Open Project Folder…"), "Ctrl+O"},
-    {Command::rescan, "rescan", QT_TRANSLATE_NOOP("AppCommands", "Rescan"), "Ctrl+R"},
-    {Command::cancelScan, "cancelScan", QT_TRANSLATE_NOOP("AppCommands", "Cancel Scan"), "Ctrl+."},
-    {Command::addCheckouts, "addCheckouts", QT_TRANSLATE_NOOP("AppCommands", "Add Checkouts Folder…"), ""},
-    {Command::choosePythonEnvironment, "choosePythonEnvironment", QT_TRANSLATE_NOOP("AppCommands", "Choose Python Environment…"), ""},
-    {Command::exportReport, "exportReport", QT_TRANSLATE_NOOP("AppCommands", "Export Report…"), "Ctrl+E"},
-    {Command::find, "find", QT_TRANSLATE_NOOP("AppCommands", "Find"), "Ctrl+F"},
-    {Command::showAll, "showAll", QT_TRANSLATE_NOOP("AppCommands", "All Packages"), "Ctrl+1"},
-    {Command::showNeedsReview, "showNeedsReview", QT_TRANSLATE_NOOP("AppCommands", "Needs Review"), "Ctrl+2"},
-    {Command::showCopyleft, "showCopyleft", QT_TRANSLATE_NOOP("AppCommands", "Copyleft"), "Ctrl+3"},
-    {Command::showUnknown, "showUnknown", QT_TRANSLATE_NOOP("AppCommands", "Unknown"), "Ctrl+4"},
-    {Command::sortByResultOrder, "sortByResultOrder", QT_TRANSLATE_NOOP("AppCommands", "Original Order"), "Ctrl+0"},
-    {Command::toggleSidebar, "toggleSidebar", QT_TRANSLATE_NOOP("AppCommands", "Sidebar"), "F9"},
-    {Command::toggleDetails, "toggleDetails", QT_TRANSLATE_NOOP("AppCommands", "Details"), "Shift+F9"},
-    {Command::toggleFullScreen, "toggleFullScreen", QT_TRANSLATE_NOOP("AppCommands", "Full Screen"), "F11"},
-    {Command::minimize, "minimize", QT_TRANSLATE_NOOP("AppCommands", "Minimize"), "Ctrl+M"},
-    {Command::settings, "settings", QT_TRANSLATE_NOOP("AppCommands", "Settings…"), "Ctrl+,", QAction::PreferencesRole},
-    {Command::checkForUpdates, "checkForUpdates", QT_TRANSLATE_NOOP("AppCommands", "Check for Updates…"), "", QAction::ApplicationSpecificRole},
-    {Command::about, "about", QT_TRANSLATE_NOOP("AppCommands", "About Quorvane"), "", QAction::AboutRole},
-    {Command::quit, "quit", QT_TRANSLATE_NOOP("AppCommands", "Quit"), "Ctrl+Q", QAction::QuitRole},
+    {Command::openFolder, "openFolder", "Open Project Folder…", "Ctrl+O"},
+    {Command::rescan, "rescan", "Rescan", "Ctrl+R"},
+    {Command::cancelScan, "cancelScan", "Cancel Scan", "Ctrl+."},
+    {Command::addCheckouts, "addCheckouts", "Add Checkouts Folder…", ""},
+    {Command::choosePythonEnvironment, "choosePythonEnvironment", "Choose Python Environment…", ""},
+    {Command::exportReport, "exportReport", "Export Report…", "Ctrl+E"},
+    {Command::showReports, "showReports", "Show Reports", ""},
+    {Command::openSource, "openSource", "Open Source Page", ""},
+    {Command::revealPackage, "revealPackage", "Show in File Manager", ""},
+    {Command::find, "find", "Find", "Ctrl+F"},
+    {Command::findInText, "findInText", "Find in License Text", "Ctrl+Shift+F"},
+    {Command::showAll, "showAll", "All Packages", "Ctrl+1"},
+    {Command::showNeedsReview, "showNeedsReview", "Needs Review", "Ctrl+2"},
+    {Command::showCopyleft, "showCopyleft", "Copyleft", "Ctrl+3"},
+    {Command::showUnknown, "showUnknown", "Unknown", "Ctrl+4"},
+    {Command::showDevOnly, "showDevOnly", "Dev-only Packages", "Ctrl+5"},
+    {Command::sortByResultOrder, "sortByResultOrder", "Original Order", "Ctrl+0"},
+    {Command::sortByPackage, "sortByPackage", "Package", ""},
+    {Command::sortByVersion, "sortByVersion", "Version", ""},
+    {Command::sortByEcosystem, "sortByEcosystem", "Ecosystem", ""},
+    {Command::sortByLicense, "sortByLicense", "License", ""},
+    {Command::sortByFoundBy, "sortByFoundBy", "Found by", ""},
+    {Command::sortByFlag, "sortByFlag", "Flag", ""},
+    {Command::fitColumns, "fitColumns", "Fit Columns", ""},
+    {Command::showSources, "showSources", "What Was Read", "Ctrl+I"},
+    {Command::showWarnings, "showWarnings", "Show Warnings", ""},
+    {Command::toggleSidebar, "toggleSidebar", "Sidebar", "F9"},
+    {Command::toggleDetails, "toggleDetails", "Details", "Shift+F9"},
+    {Command::toggleFullScreen, "toggleFullScreen", "Full Screen", "F11"},
+    {Command::minimize, "minimize", "Minimize", "Ctrl+M"},
+    {Command::settings, "settings", "Settings…", "Ctrl+,", QAction::PreferencesRole},
+    {Command::checkForUpdates, "checkForUpdates", "Check for Updates…", "", QAction::ApplicationSpecificRole},
+    {Command::about, "about", "About Quorvane", "", QAction::AboutRole},
+    {Command::quit, "quit", "Quit", "Ctrl+Q", QAction::QuitRole},
 });
 // clang-format on
 static_assert(ScanKit::hasRowForEachEnumerator(commandRows), "each enumerator needs its row here");
@@ -51,12 +66,13 @@ struct FilterRow {
     DependencyFilter filter;
 };
 
-std::array<FilterRow, 4> filterRows() {
+std::array<FilterRow, 5> filterRows() {
     return {{
         {Command::showAll, DependencyFilter::all()},
         {Command::showNeedsReview, DependencyFilter::needsReview()},
         {Command::showCopyleft, DependencyFilter::copyleft()},
         {Command::showUnknown, DependencyFilter::unknown()},
+        {Command::showDevOnly, DependencyFilter::devOnly()},
     }};
 }
 
@@ -65,7 +81,7 @@ std::array<FilterRow, 4> filterRows() {
 AppCommands::AppCommands(AppModel& model, std::function<void()> checkForUpdates, QObject* parent)
     : QObject(parent), model_(&model) {
     for (const CommandRow& row : commandRows) {
-        auto* const made = new QAction(tr(row.text), this);
+        auto* const made = new QAction(QString::fromUtf8(row.text), this);
         made->setObjectName(QLatin1StringView(row.objectName));
         made->setShortcut(QKeySequence::fromString(QLatin1StringView(row.keys)));
         made->setMenuRole(row.role);
@@ -95,11 +111,17 @@ void AppCommands::connectToModel() {
     on(Command::cancelScan, &AppModel::cancelScan);
     on(Command::addCheckouts, &AppModel::addCheckoutsFolder);
     on(Command::choosePythonEnvironment, &AppModel::choosePythonEnvironment);
+    on(Command::showReports, &AppModel::revealSavedReports);
+    on(Command::revealPackage, &AppModel::revealSelectedPackage);
+    on(Command::showWarnings, &AppModel::showPutAwayWarnings);
     connect(action(Command::exportReport), &QAction::triggered, model_,
             [this] { model_->setShowExport(true); });
     connect(model_, &AppModel::projectChanged, this, &AppCommands::refresh);
     connect(model_, &AppModel::scanningChanged, this, &AppCommands::refresh);
     connect(model_, &AppModel::exportingChanged, this, &AppCommands::refresh);
+    connect(model_, &AppModel::selectionChanged, this, &AppCommands::refresh);
+    connect(model_, &AppModel::rowsChanged, this, &AppCommands::refresh);
+    connect(model_, &AppModel::warningsChanged, this, &AppCommands::refresh);
 }
 
 void AppCommands::connectFilters() {
@@ -129,10 +151,19 @@ void AppCommands::refresh() {
                                   Command::toggleSidebar, Command::toggleDetails}) {
         action(command)->setEnabled(hasFolder);
     }
-    for (const Command command : {Command::find, Command::showAll, Command::showNeedsReview,
-                                  Command::showCopyleft, Command::showUnknown, Command::sortByResultOrder}) {
+    for (const Command command :
+         {Command::find, Command::showAll, Command::showNeedsReview, Command::showCopyleft,
+          Command::showUnknown, Command::showDevOnly, Command::sortByResultOrder, Command::sortByPackage,
+          Command::sortByVersion, Command::sortByEcosystem, Command::sortByLicense, Command::sortByFoundBy,
+          Command::sortByFlag, Command::fitColumns, Command::showSources}) {
         action(command)->setEnabled(hasResult);
     }
+    const ScanKit::Dependency* const shown = model_->shownDependency();
+    action(Command::openSource)->setEnabled(shown != nullptr && webLink(shown->source));
+    action(Command::revealPackage)->setEnabled(shown != nullptr && shown->folder);
+    action(Command::findInText)->setEnabled(shown != nullptr && shown->licenseText);
+    action(Command::showReports)->setEnabled(!model_->savedReports().empty());
+    action(Command::showWarnings)->setEnabled(model_->hasPutAwayWarnings());
     action(Command::cancelScan)->setEnabled(model_->scanning());
     action(Command::exportReport)->setEnabled(hasResult && !model_->exporting());
 }

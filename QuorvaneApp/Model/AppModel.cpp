@@ -7,12 +7,14 @@
 #include "QuorvaneApp/Platform/FileRevealer.h"
 #include "ScanKit/Support/Paths.h"
 
+#include <algorithm>
 #include <utility>
 
 AppModel::AppModel(bool persist, Surroundings surroundings, QObject* parent)
     : QObject(parent),
       surroundings_(std::move(surroundings)),
       settings_(persist),
+      recentProjects_(persist),
       includeDev_(settings_.includeDev()),
       preparedBy_(settings_.preparedBy()),
       scanRunner_(surroundings_.scan, background_) {}
@@ -45,6 +47,27 @@ const ScanKit::Dependency* AppModel::selectedDependency() const {
     return selectedRow_ ? &project_->dependencies()[static_cast<std::size_t>(*selectedRow_)] : nullptr;
 }
 
+const ScanKit::Dependency* AppModel::shownDependency() const {
+    const bool isShown = selectedRow_ && std::ranges::binary_search(rows_, *selectedRow_);
+    return isShown ? selectedDependency() : nullptr;
+}
+
+std::vector<const ScanKit::ScanWarning*> AppModel::warnings() const {
+    std::vector<const ScanKit::ScanWarning*> shown;
+    if (project_) {
+        for (const ScanKit::ScanWarning& warning : project_->result().warnings) {
+            if (!putAwayWarnings_.contains(warning.sentence)) {
+                shown.push_back(&warning);
+            }
+        }
+    }
+    return shown;
+}
+
+bool AppModel::hasPutAwayWarnings() const {
+    return project_ && warnings().size() < project_->result().warnings.size();
+}
+
 ScanKit::ReportOptions AppModel::reportOptions() const {
     return {
         .projectName = ScanKit::reportedProjectName(Texts::toUtf8(reportName_), folder_),
@@ -63,6 +86,8 @@ void AppModel::openFolder(const std::filesystem::path& folder) {
     pythonEnvironments_.clear();
     filter_ = DependencyFilter::all();
     search_.clear();
+    savedReports_.clear();
+    putAwayWarnings_.clear();
     reportName_ = Texts::shownName(*folder_);
     preparedFor_.clear();
     selectRow({});
@@ -71,6 +96,7 @@ void AppModel::openFolder(const std::filesystem::path& folder) {
     updateRows();
     Q_EMIT reportFieldsChanged();
     Q_EMIT projectChanged();
+    Q_EMIT warningsChanged();
     scan();
 }
 
@@ -89,25 +115,68 @@ void AppModel::openIfFolder(const std::filesystem::path& path) {
 }
 
 void AppModel::chooseProjectFolder() {
-    surroundings_.folderChooser.choose(FolderQuestions::project(),
-                                       [this](const std::filesystem::path& folder) { openFolder(folder); });
+    FolderQuestion question = FolderQuestions::project();
+    if (!folder_ && !recentProjects().empty()) {
+        question.start = recentProjects().front().folder.parent_path();
+    }
+    ask(std::move(question), [this](const std::filesystem::path& folder) { openFolder(folder); });
+}
+
+void AppModel::ask(FolderQuestion question, std::function<void(const std::filesystem::path&)> chosen) {
+    if (!question.start) {
+        question.start = folder_;
+    }
+    surroundings_.folderChooser.choose(question, std::move(chosen));
 }
 
 /// One more beside those before, while a chosen environment takes the place of the one before.
 void AppModel::addCheckoutsFolder() {
-    surroundings_.folderChooser.choose(FolderQuestions::checkouts(),
-                                       [this](const std::filesystem::path& folder) {
-                                           extraCheckouts_.push_back(folder);
-                                           scan();
-                                       });
+    ask(FolderQuestions::checkouts(), [this](const std::filesystem::path& folder) {
+        extraCheckouts_.push_back(folder);
+        scan();
+    });
 }
 
 void AppModel::choosePythonEnvironment() {
-    surroundings_.folderChooser.choose(FolderQuestions::pythonEnvironment(),
-                                       [this](const std::filesystem::path& folder) {
-                                           pythonEnvironments_ = {folder};
-                                           scan();
-                                       });
+    ask(FolderQuestions::pythonEnvironment(), [this](const std::filesystem::path& folder) {
+        pythonEnvironments_ = {folder};
+        scan();
+    });
+}
+
+void AppModel::removeCheckouts(std::size_t index) {
+    extraCheckouts_.erase(extraCheckouts_.begin() + static_cast<std::ptrdiff_t>(index));
+    scan();
+}
+
+void AppModel::removePythonEnvironments() {
+    pythonEnvironments_.clear();
+    scan();
+}
+
+void AppModel::putAwayWarning(const std::string& sentence) {
+    putAwayWarnings_.insert(sentence);
+    Q_EMIT warningsChanged();
+}
+
+void AppModel::showPutAwayWarnings() {
+    putAwayWarnings_.clear();
+    Q_EMIT warningsChanged();
+}
+
+void AppModel::clearRecentProjects() {
+    recentProjects_.clear();
+    Q_EMIT recentProjectsChanged();
+}
+
+void AppModel::lookUpRecentProjects() {
+    background_.start([this, projects = recentProjects()](const ScanKit::StopToken&) {
+        return [this, looked = lookedUp(projects)] {
+            if (recentProjects_.mark(looked)) {
+                Q_EMIT recentProjectsChanged();
+            }
+        };
+    });
 }
 
 void AppModel::scan() {
@@ -133,16 +202,29 @@ void AppModel::cancelScan() {
 }
 
 void AppModel::finishScan(const ScanOutcome& outcome) {
-    assign(scanning_, false, &AppModel::scanningChanged);
-    if (!outcome.project) {
+    if (outcome.project) {
+        takeProject(outcome.project);
+    } else {
         setProblem(outcome.problem);
-        return;
     }
-    project_ = outcome.project;
+    // Last: whoever looks on hearing it finds what the scan brought.
+    assign(scanning_, false, &AppModel::scanningChanged);
+}
+
+void AppModel::takeProject(std::shared_ptr<const ScannedProject> project) {
+    project_ = std::move(project);
+    // An ecosystem that is gone has no place in the sidebar where its filter could be left.
+    const std::vector<ScanKit::Ecosystem> present = ecosystems();
+    if (filter_.ecosystem() && std::ranges::find(present, *filter_.ecosystem()) == present.end()) {
+        filter_ = DependencyFilter::all();
+    }
     restoreSelection();
     updateRows();
     Q_EMIT projectChanged();
+    Q_EMIT warningsChanged();
     Q_EMIT selectionChanged();
+    recentProjects_.add(*folder_);
+    Q_EMIT recentProjectsChanged();
 }
 
 /// By its id: another scan may find the same package at another row.
@@ -219,9 +301,21 @@ void AppModel::exportReports(ScanKit::ReportFormats formats) {
     if (!project_ || exporting_) {
         return;
     }
-    surroundings_.folderChooser.choose(
-        FolderQuestions::exportDestination(),
-        [this, formats](const std::filesystem::path& folder) { save(formats, folder); });
+    FolderQuestion question = FolderQuestions::exportDestination();
+    if (!savedReports_.empty()) {
+        question.start = savedReports_.front().parent_path();
+    }
+    ask(std::move(question), [this, formats](const std::filesystem::path& folder) { save(formats, folder); });
+}
+
+void AppModel::revealSelectedPackage() {
+    if (selectedDependency() != nullptr && selectedDependency()->folder) {
+        surroundings_.fileRevealer.reveal({*selectedDependency()->folder});
+    }
+}
+
+void AppModel::revealSavedReports() {
+    surroundings_.fileRevealer.reveal(savedReports_);
 }
 
 /// The folder panel stays open as long as the user likes, so what was true when it opened is asked again.
@@ -229,10 +323,17 @@ void AppModel::save(ScanKit::ReportFormats formats, const std::filesystem::path&
     if (!project_ || exporting_) {
         return;
     }
+    setExportMessage({});
+    savingProgress_ = {};
     assign(exporting_, true, &AppModel::exportingChanged);
-    background_.start([this, formats, folder, project = project_, options = reportOptions(),
+    const auto tell = [this](const SavingProgress& progress) {
+        background_.post(
+            [this, progress] { assign(savingProgress_, progress, &AppModel::savingProgressChanged); });
+    };
+    background_.start([this, tell, formats, folder, project = project_, options = reportOptions(),
                        saveReports = surroundings_.save](const ScanKit::StopToken&) {
-        const ScanKit::SavedReports saved = saveReports(project->result(), options, formats, folder);
+        const ScanKit::SavedReports saved =
+            saveOneByOne(saveReports, project->result(), options, formats, folder, tell);
         return [this, saved] { finishExport(saved); };
     });
 }
@@ -240,6 +341,9 @@ void AppModel::save(ScanKit::ReportFormats formats, const std::filesystem::path&
 void AppModel::finishExport(const ScanKit::SavedReports& saved) {
     // The outcome comes before `exportingChanged`: a window that waits for it to close looks whether it may.
     exportFailed_ = saved.failure.has_value();
+    if (!saved.files.empty()) {
+        savedReports_ = saved.files;
+    }
     setExportMessage(exportMessageFor(saved));
     assign(exporting_, false, &AppModel::exportingChanged);
     if (!saved.failure) {

@@ -3,15 +3,17 @@
 #include "QuorvaneApp/Model/Background.h"
 #include "QuorvaneApp/Model/DependencyFilter.h"
 #include "QuorvaneApp/Model/PreservedSettings.h"
+#include "QuorvaneApp/Model/RecentProjects.h"
+#include "QuorvaneApp/Model/ReportSaving.h"
 #include "QuorvaneApp/Model/ScanRunner.h"
 #include "QuorvaneApp/Model/ScannedProject.h"
 #include "ScanKit/Reports/ReportOptions.h"
-#include "ScanKit/Reports/ReportWriter.h"
 
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -20,6 +22,7 @@
 
 class FileRevealer;
 class FolderChooser;
+struct FolderQuestion;
 
 /// The one model behind the main window: the project folder and what its scan found, the filter, search and
 /// selection, the report fields, and the state of scanning and exporting. Lives on the user-interface thread
@@ -29,9 +32,7 @@ class AppModel : public QObject {
     Q_OBJECT
 
 public:
-    using SaveFunction =
-        std::function<ScanKit::SavedReports(const ScanKit::ScanResult&, const ScanKit::ReportOptions&,
-                                            ScanKit::ReportFormats, const std::filesystem::path& folder)>;
+    using SaveFunction = ::SaveFunction;
 
     /// What the model works with; all outlive it.
     struct Surroundings {
@@ -62,11 +63,20 @@ public:
     const std::optional<std::string>& selection() const { return selection_; }
     bool showExport() const { return showExport_; }
     bool exporting() const { return exporting_; }
+    /// Meaningful while `exporting`.
+    const SavingProgress& savingProgress() const { return savingProgress_; }
+    /// The files that exports of this project have saved last; none before the first that went well.
+    const std::vector<std::filesystem::path>& savedReports() const { return savedReports_; }
     /// Whether the last export could not save all of its reports; false before the first.
     bool exportFailed() const { return exportFailed_; }
     const std::optional<QString>& exportMessage() const { return exportMessage_; }
     /// A plain sentence about what could not be done, until it is dismissed or the next attempt.
     const std::optional<QString>& problem() const { return problem_; }
+    /// The warnings of the last scan that were not put away.
+    std::vector<const ScanKit::ScanWarning*> warnings() const;
+    bool hasPutAwayWarnings() const;
+    /// The projects scanned last, the newest first.
+    const std::vector<RecentProject>& recentProjects() const { return recentProjects_.list(); }
     bool includeDev() const { return includeDev_; }
     const QString& preparedBy() const { return preparedBy_; }
     const QString& preparedFor() const { return preparedFor_; }
@@ -81,6 +91,9 @@ public:
     /// Row of the result and dependency of the selection; none when nothing is selected.
     std::optional<int> selectedRow() const { return selectedRow_; }
     const ScanKit::Dependency* selectedDependency() const;
+    /// The selected dependency as long as it is among the rows: what the filter or the search hides stays
+    /// selected, but is not shown.
+    const ScanKit::Dependency* shownDependency() const;
     ScanKit::ReportOptions reportOptions() const;
 
     /// Forgets the project before, with its choices, search and results, and scans this folder.
@@ -91,6 +104,15 @@ public:
     void chooseProjectFolder();
     void addCheckoutsFolder();
     void choosePythonEnvironment();
+    /// Takes back folders that were added, and scans without them. The same folder may be there twice.
+    void removeCheckouts(std::size_t index);
+    void removePythonEnvironments();
+    /// Leaves the warning with this sentence out, also when another scan of the folder raises it again.
+    void putAwayWarning(const std::string& sentence);
+    void showPutAwayWarnings();
+    void clearRecentProjects();
+    /// Looks in the background which recent projects are missing; `recentProjectsChanged` tells of news.
+    void lookUpRecentProjects();
     /// Scans the folder again; nothing without a folder. A scan that still runs is given up.
     void scan();
     /// Ends the running scan; what the last one found stays.
@@ -108,17 +130,24 @@ public:
     void setProblem(std::optional<QString> problem);
     void setExportMessage(std::optional<QString> message);
 
+    /// Shows the selected package's folder in the file manager; nothing when it has none.
+    void revealSelectedPackage();
+    /// Shows the files that were saved last in the file manager.
+    void revealSavedReports();
     /// Asks for a folder and saves these reports there, in the background. Nothing without a result.
     void exportReports(ScanKit::ReportFormats formats);
 
 Q_SIGNALS:
-    void projectChanged();  ///< folder, detection or result
-    void scanningChanged();
+    void projectChanged();   ///< folder, detection or result
+    void scanningChanged();  ///< when a scan ends, after everything that it brought
     void progressChanged();
     void rowsChanged();  ///< also when the filter or the search changes
     void selectionChanged();
     void showExportChanged();
     void exportingChanged();
+    void savingProgressChanged();
+    void warningsChanged();
+    void recentProjectsChanged();
     void exportMessageChanged();
     void problemChanged();
     void reportFieldsChanged();  ///< include dev, prepared by, prepared for, report name
@@ -126,7 +155,10 @@ Q_SIGNALS:
 private:
     template <typename Value, typename Other>
     void assign(Value& field, Other&& value, void (AppModel::*changed)());
+    /// Asks for a folder, beginning in the project unless another start is given.
+    void ask(FolderQuestion question, std::function<void(const std::filesystem::path&)> chosen);
     void updateRows();
+    void takeProject(std::shared_ptr<const ScannedProject> project);
     void finishScan(const ScanOutcome& outcome);
     void restoreSelection();
     void save(ScanKit::ReportFormats formats, const std::filesystem::path& folder);
@@ -148,6 +180,10 @@ private:
     bool showExport_ = false;
     bool exporting_ = false;
     bool exportFailed_ = false;
+    SavingProgress savingProgress_;
+    std::vector<std::filesystem::path> savedReports_;
+    RecentProjects recentProjects_;
+    std::set<std::string> putAwayWarnings_;  ///< by their sentences
     std::optional<QString> exportMessage_;
     std::optional<QString> problem_;
     bool includeDev_;

@@ -12,6 +12,8 @@ bool DependencyFilter::passes(const ScanKit::Dependency& dependency) const {
             return ScanKit::isCopyleft(dependency.category);
         case Kind::unknown:
             return dependency.isUnknownOrMissing();
+        case Kind::devOnly:
+            return dependency.isDev;
     }
     return false;
 }

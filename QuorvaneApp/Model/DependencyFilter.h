@@ -8,7 +8,7 @@
 /// Which dependencies the table shows.
 class DependencyFilter {
 public:
-    enum class Kind { ecosystem, all, needsReview, copyleft, unknown };
+    enum class Kind { ecosystem, all, needsReview, copyleft, unknown, devOnly };
 
     static DependencyFilter ecosystem(ScanKit::Ecosystem ecosystem) { return {Kind::ecosystem, ecosystem}; }
     static DependencyFilter all() { return {Kind::all, {}}; }
@@ -16,6 +16,9 @@ public:
     static DependencyFilter copyleft() { return {Kind::copyleft, {}}; }
     /// Without a license, or flagged as unknown or missing.
     static DependencyFilter unknown() { return {Kind::unknown, {}}; }
+
+    /// Only needed for development.
+    static DependencyFilter devOnly() { return {Kind::devOnly, {}}; }
 
     Kind kind() const { return kind_; }
     /// The ecosystem of an ecosystem filter; absent for the others.

@@ -4,9 +4,10 @@
 #include "QuorvaneApp/Model/Texts.h"
 #include "ScanKit/Model/EnumerationTable.h"
 
+#include <algorithm>
 #include <array>
-
-#include <QStringList>
+#include <string_view>
+#include <unordered_set>
 
 namespace {
 
@@ -17,12 +18,12 @@ struct ColumnRow {
     const char* title;
 };
 constexpr auto columnRows = std::to_array<ColumnRow>({
-    {DependencyColumn::package, QT_TRANSLATE_NOOP("DependencyTableModel", "Package")},
-    {DependencyColumn::version, QT_TRANSLATE_NOOP("DependencyTableModel", "Version")},
-    {DependencyColumn::ecosystem, QT_TRANSLATE_NOOP("DependencyTableModel", "Ecosystem")},
-    {DependencyColumn::license, QT_TRANSLATE_NOOP("DependencyTableModel", "License")},
-    {DependencyColumn::foundBy, QT_TRANSLATE_NOOP("DependencyTableModel", "Found by")},
-    {DependencyColumn::flag, QT_TRANSLATE_NOOP("DependencyTableModel", "Flag")},
+    {DependencyColumn::package, "Package"},
+    {DependencyColumn::version, "Version"},
+    {DependencyColumn::ecosystem, "Ecosystem"},
+    {DependencyColumn::license, "License"},
+    {DependencyColumn::foundBy, "Found by"},
+    {DependencyColumn::flag, "Flag"},
 });
 static_assert(ScanKit::hasRowForEachEnumerator(columnRows), "each enumerator needs its row here");
 
@@ -45,9 +46,41 @@ QString cellText(const Dependency& dependency, DependencyColumn column) {
     return {};
 }
 
+/// What the cell's text is made of, without making one: there are tens of thousands.
+std::string_view sourceOf(const Dependency& dependency, DependencyColumn column) {
+    switch (column) {
+        case DependencyColumn::package:
+            return dependency.name;
+        case DependencyColumn::version:
+            return dependency.version;
+        case DependencyColumn::ecosystem:
+            return ScanKit::label(dependency.ecosystem);
+        case DependencyColumn::license:
+            if (dependency.license) {
+                return *dependency.license;
+            }
+            return dependency.declared ? std::string_view(*dependency.declared) : std::string_view();
+        case DependencyColumn::foundBy:
+            return ScanKit::shortLabel(dependency.basis);
+        case DependencyColumn::flag:
+            return dependency.flags.empty() ? std::string_view() : ScanKit::label(dependency.flags.front());
+    }
+    return {};
+}
+
 /// All of them: the cell has room for the first.
 QString flagList(const Dependency& dependency) {
     return Texts::fromUtf8(dependency.flagLabels(", "));
+}
+
+/// The cell in words, with what it shows by other means.
+QString fullText(const Dependency& dependency, DependencyColumn column) {
+    if (column == DependencyColumn::flag) {
+        return flagList(dependency);
+    }
+    return column == DependencyColumn::package && dependency.isDev
+               ? QStringLiteral("%1, dev-only").arg(cellText(dependency, column))
+               : cellText(dependency, column);
 }
 
 }  // namespace
@@ -76,16 +109,12 @@ QVariant DependencyTableModel::data(const QModelIndex& index, int role) const {
         case Qt::DisplayRole:
             return cellText(dependency, column);
         case Qt::ToolTipRole:
-            return Texts::toolTip(column == DependencyColumn::flag ? flagList(dependency)
-                                                                   : cellText(dependency, column));
+            return Texts::toolTip(fullText(dependency, column));
         case Qt::AccessibleTextRole:
             // The cell draws a shape and a number, which say nothing to a screen reader.
-            if (column == DependencyColumn::flag) {
-                return dependency.flags.empty() ? tr("no flag") : flagList(dependency);
-            }
-            return column == DependencyColumn::package && dependency.isDev
-                       ? tr("%1, dev-only").arg(cellText(dependency, column))
-                       : cellText(dependency, column);
+            return column == DependencyColumn::flag && dependency.flags.empty()
+                       ? QStringLiteral("no flag")
+                       : fullText(dependency, column);
         case flagRole:
             return dependency.flags.empty() ? QVariant()
                                             : static_cast<int>(dependency.flags.front().position());
@@ -102,7 +131,7 @@ QVariant DependencyTableModel::headerData(int section, Qt::Orientation orientati
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= columnCount()) {
         return {};
     }
-    return tr(columnRows[static_cast<std::size_t>(section)].title);
+    return QString::fromUtf8(columnRows[static_cast<std::size_t>(section)].title);
 }
 
 void DependencyTableModel::sort(int column, Qt::SortOrder order) {
@@ -123,10 +152,36 @@ std::optional<int> DependencyTableModel::tableRow(int resultRow) const {
     return tableRows_[position];
 }
 
+QStringList DependencyTableModel::longestTexts(DependencyColumn column) const {
+    constexpr std::size_t most = 12;
+    if (!project_) {
+        return {};
+    }
+    std::unordered_set<std::string_view> seen;
+    std::vector<const Dependency*> longest;  ///< by their sources' lengths
+    const auto isLonger = [column](const Dependency* a, const Dependency* b) {
+        return sourceOf(*a, column).size() > sourceOf(*b, column).size();
+    };
+    for (const Dependency& dependency : project_->dependencies()) {
+        const bool belongs = longest.size() < most || isLonger(&dependency, longest.back());
+        if (belongs && seen.insert(sourceOf(dependency, column)).second) {
+            longest.insert(std::ranges::upper_bound(longest, &dependency, isLonger), &dependency);
+            longest.resize(std::min(longest.size(), most));
+        }
+    }
+    QStringList texts;
+    for (const Dependency* const dependency : longest) {
+        texts.push_back(cellText(*dependency, column));
+    }
+    return texts;
+}
+
 QString DependencyTableModel::rowText(int tableRow) const {
+    const Dependency& dependency = project_->dependencies()[static_cast<std::size_t>(resultRow(tableRow))];
     QStringList cells;
-    for (int column = 0; column < columnCount(); ++column) {
-        cells.push_back(index(tableRow, column).data().toString());
+    for (const ColumnRow& column : columnRows) {
+        cells.push_back(column.value == DependencyColumn::flag ? flagList(dependency)
+                                                               : cellText(dependency, column.value));
     }
     return cells.join(QLatin1Char('\t'));
 }

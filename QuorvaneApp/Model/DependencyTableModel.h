@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <QAbstractTableModel>
+#include <QStringList>
 
 class AppModel;
 
@@ -38,7 +39,10 @@ public:
     int resultRow(int tableRow) const { return rows_[static_cast<std::size_t>(tableRow)]; }
     /// The table row that shows this row of the result, or none when it is filtered out.
     std::optional<int> tableRow(int resultRow) const;
-    /// The row's cells with tabs between them, as one line for the clipboard.
+    /// The column's longest texts in the whole result, filtered out or not, by their number of characters: one
+    /// of them is, or is nearly, the widest.
+    QStringList longestTexts(DependencyColumn column) const;
+    /// The row's cells with all of its flags and with tabs between them, as one line for the clipboard.
     QString rowText(int tableRow) const;
 
 private:

@@ -4,16 +4,14 @@
 
 #include <system_error>
 
-#include <QCoreApplication>
-
 namespace {
 
 QString reasonOf(const std::error_code& error) {
     if (error == std::errc::no_such_file_or_directory) {
-        return QCoreApplication::translate("FolderProblem", "It may have been moved, renamed or deleted.");
+        return QStringLiteral("It may have been moved, renamed or deleted.");
     }
     if (error == std::errc::permission_denied) {
-        return QCoreApplication::translate("FolderProblem", "You do not have permission to read it.");
+        return QStringLiteral("You do not have permission to read it.");
     }
     return Texts::fromUtf8(error.message());
 }
@@ -28,10 +26,8 @@ std::optional<QString> folderProblem(const std::filesystem::path& folder) {
         return std::nullopt;
     }
     if (error == std::errc::not_a_directory) {
-        return QCoreApplication::translate("FolderProblem",
-                                           "“%1” is not a folder. Quorvane scans one project folder.")
+        return QStringLiteral("“%1” is not a folder. Quorvane scans one project folder.")
             .arg(Texts::shownName(folder));
     }
-    return QCoreApplication::translate("FolderProblem", "“%1” can’t be read. %2")
-        .arg(Texts::shownName(folder), reasonOf(error));
+    return QStringLiteral("“%1” can’t be read. %2").arg(Texts::shownName(folder), reasonOf(error));
 }

@@ -1,38 +1,29 @@
 #include "QuorvaneApp/Model/FolderQuestions.h"
 
-#include <QCoreApplication>
-
 namespace FolderQuestions {
-namespace {
-
-QString translated(const char* text) {
-    return QCoreApplication::translate("FolderQuestions", text);
-}
-
-}  // namespace
 
 FolderQuestion project() {
-    return {.message = translated("Choose a project folder. Quorvane only reads it."),
-            .prompt = translated("Scan")};
+    return {.message = QStringLiteral("Choose a project folder. Quorvane only reads it."),
+            .prompt = QStringLiteral("Scan")};
 }
 
 FolderQuestion checkouts() {
     return {
-        .message = translated(
+        .message = QStringLiteral(
             "Choose a folder of checked-out Swift packages, like …/SourcePackages/checkouts or .build/checkouts."),
-        .prompt = translated("Add")};
+        .prompt = QStringLiteral("Add")};
 }
 
 FolderQuestion pythonEnvironment() {
-    return {.message = translated(
+    return {.message = QStringLiteral(
                 "Choose the virtual environment (the folder with pyvenv.cfg) or a site-packages folder."),
-            .prompt = translated("Use"),
+            .prompt = QStringLiteral("Use"),
             .showsHidden = true};
 }
 
 FolderQuestion exportDestination() {
-    return {.message = translated("Choose where to save the report files."),
-            .prompt = translated("Export Here"),
+    return {.message = QStringLiteral("Choose where to save the report files."),
+            .prompt = QStringLiteral("Export Here"),
             .createsFolders = true};
 }
 

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 
 #include <QString>
 
@@ -11,6 +12,8 @@ struct FolderQuestion {
     QString prompt;               ///< the label of the button that confirms
     bool showsHidden = false;     ///< hidden folders can be chosen
     bool createsFolders = false;  ///< a new folder can be made on the way
+    /// Where the user begins to look; the system's choice when absent.
+    std::optional<std::filesystem::path> start = {};
 };
 
 /// Asks the user for one existing folder; files are not offered.

@@ -1,29 +1,19 @@
 #include "QuorvaneApp/Updates/UpdateAlert.h"
 
-#include <QCoreApplication>
-
-namespace {
-
-QString translated(const char* text) {
-    return QCoreApplication::translate("UpdateAlert", text);
-}
-
-}  // namespace
-
 UpdateAlert UpdateAlert::upToDate(const QString& name, const QString& version) {
     return {
-        .title = translated("You’re up to date"),
+        .title = QStringLiteral("You’re up to date"),
         .text =
-            translated(
+            QStringLiteral(
                 "%1 %2 is the newest version. %1 checks for updates on its own and will let you know when there’s a new one.")
                 .arg(name, version)};
 }
 
 UpdateAlert UpdateAlert::failed(const QString& name) {
     return {
-        .title = translated("Couldn’t check for updates"),
+        .title = QStringLiteral("Couldn’t check for updates"),
         .text =
-            translated(
+            QStringLiteral(
                 "Check your internet connection and try again. %1 also checks on its own about once a day.")
                 .arg(name)};
 }

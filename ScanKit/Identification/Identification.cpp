@@ -35,7 +35,8 @@ Dependency carriedOver(const RawDependency& package) {
                           .source = package.source,
                           .isDev = package.isDev,
                           .declared = carriedDeclared(package.declared),
-                          .way = package.way};
+                          .way = package.way,
+                          .folder = package.folder};
     for (const std::filesystem::path& file : package.licenseFiles) {
         dependency.licenseFileNames.push_back(displayName(file));
     }

@@ -6,6 +6,7 @@
 #include "ScanKit/Model/LicenseBasis.h"
 #include "ScanKit/Model/LicenseCategory.h"
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,6 +34,8 @@ struct Dependency {
     std::vector<std::string> notes;             ///< plain sentences for the reader
     /// How the project comes to it: "express@4.18.2", "cookie@0.5.0", itself last. Empty where no file says who needs it.
     std::vector<std::string> way;
+    /// The package's folder, to show it to whoever wants to look; no report holds it. Absent when it is not on disk.
+    std::optional<std::filesystem::path> folder;
 
     /// "npm:left-pad@1.3.0". Two rows with the same id are the same dependency for selection.
     std::string id() const;
@@ -50,7 +53,7 @@ struct Dependency {
     bool operator==(const Dependency&) const = default;
     auto fields() const {
         return std::tie(ecosystem, name, version, source, isDev, declared, license, category, basis,
-                        matchScore, licenseFileNames, licenseText, noticeText, flags, notes, way);
+                        matchScore, licenseFileNames, licenseText, noticeText, flags, notes, way, folder);
     }
 };
 

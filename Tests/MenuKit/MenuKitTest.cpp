@@ -2,6 +2,8 @@
 #include "MenuKit/CloseWindowAction.h"
 #include "MenuKit/EditActions.h"
 #include "MenuKit/MenuBaseline.h"
+#include "MenuKit/Mnemonics.h"
+#include "MenuKit/ShortcutPriority.h"
 #include "MenuKit/WindowReader.h"
 #include "MenuKit/WindowUndoManagerReader.h"
 #include "Tests/QuorvaneApp/Words.h"
@@ -172,6 +174,47 @@ private Q_SLOTS:
         QVERIFY(!manager.canUndo());
         manager.undo();
         QVERIFY(!WindowUndoManagerReader::undoManagerOf(nullptr).canUndo());
+    }
+
+    void eachEntryOfAMenuHasALetterOfItsOwn() {
+        QMenuBar bar;
+        QMenu& menu = *bar.addMenu(u"&File"_s);
+        for (const char* const text : {"Open", "Open Recent", "&Rescan", "…", "Save && Close", "A", "a"}) {
+            menu.addAction(QString::fromUtf8(text));
+        }
+        menu.addSeparator();
+        menu.addMenu(u"Sort By"_s)->addAction(u"Name"_s);
+        Mnemonics::give(bar);
+        QStringList texts;
+        for (const QAction* const action : menu.actions()) {
+            texts.push_back(action->text());
+        }
+        // "R" is taken by an entry that brought its own; the second "a" finds nothing free.
+        QCOMPARE(texts.join(u'|'), u"&Open|O&pen Recent|&Rescan|…|&Save && Close|&A|a||Sort &By"_s);
+        QCOMPARE(menu.actions().back()->menu()->actions().front()->text(), u"&Name"_s);
+    }
+
+    void aShortcutComesBeforeTheFieldsOwnKeyAndOnlyInItsWindow() {
+        QWidget window;
+        auto* const field = new QLineEdit(u"words"_s, &window);
+        QAction action;
+        action.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+        window.addAction(&action);
+        int triggered = 0;
+        connect(&action, &QAction::triggered, &action, [&] { ++triggered; });
+        QVERIFY(show(window));
+        field->setFocus();
+        field->setCursorPosition(0);
+        new ShortcutPriority(window, {&action});
+        QTest::keyClick(field, Qt::Key_E, Qt::ControlModifier);
+        QCOMPARE(triggered, 1);
+        QCOMPARE(field->cursorPosition(), 0);
+        QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(field->selectedText(), u"words"_s);
+        // A command that cannot be carried out leaves the field its key.
+        action.setEnabled(false);
+        QTest::keyClick(field, Qt::Key_E, Qt::ControlModifier);
+        QCOMPARE(triggered, 1);
     }
 };
 

@@ -29,7 +29,7 @@ private Q_SLOTS:
                              [&](const ScanKit::ScanResult&, const ScanKit::ReportOptions& given,
                                  ReportFormats chosen, const std::filesystem::path& where) {
                                  options = given;
-                                 formats = chosen;
+                                 formats = formats | chosen;
                                  folder = where;
                                  return ScanKit::SavedReports{};
                              });
@@ -110,6 +110,41 @@ private Q_SLOTS:
             QVERIFY2(!model.exporting() && model.exportFailed() && model.result() != nullptr, row.name);
         }
         QVERIFY(fixture.revealer.revealed.empty());
+    }
+
+    void eachFileIsNamedWhileItIsWrittenAndAFailureNamesTheOneThatFailed() {
+        std::vector<ReportFormats> written;
+        ModelFixture fixture(alwaysFinding({}), [&](const auto&, const auto&, ReportFormats formats,
+                                                    const std::filesystem::path& folder) {
+            written.push_back(formats);
+            return formats == ReportFormats::csv
+                       ? ScanKit::SavedReports{.failure = "Disk full",
+                                               .failedFile = folder / "Harbor Dependencies.csv"}
+                       : ScanKit::SavedReports{.files = {folder / "file"}};
+        });
+        AppModel& model = fixture.model;
+        QStringList told;
+        connect(&model, &AppModel::savingProgressChanged, &model, [&] {
+            const SavingProgress& progress = model.savingProgress();
+            told.push_back(u"%1/%2 %3"_s.arg(progress.done).arg(progress.total).arg(progress.fileName));
+        });
+        QVERIFY(fixture.open("Harbor"));
+        fixture.chooser.answer = fixture.project.path();
+        model.setExportMessage(u"Saved what came before."_s);
+        model.exportReports(ReportFormats::notice | ReportFormats::csv | ReportFormats::json);
+        // What the last export said is not what this one does.
+        QVERIFY(!model.exportMessage());
+        QTRY_VERIFY(!model.exporting());
+        QCOMPARE(told, (QStringList{u"0/3 NOTICE.txt"_s, u"1/3 Harbor Dependencies.csv"_s}));
+        QCOMPARE(written, (std::vector{ReportFormats::notice, ReportFormats::csv}));
+        QCOMPARE(model.exportMessage().value_or(QString()),
+                 u"Couldn't save Harbor Dependencies.csv: Disk full"_s);
+        model.exportReports(ReportFormats::json);
+        QTRY_VERIFY(!model.exporting());
+        model.revealSavedReports();
+        QCOMPARE(fixture.revealer.revealed.back(), (std::vector{fixture.project.path() / "file"}));
+        QVERIFY(fixture.open("Other"));
+        QVERIFY(model.savedReports().empty());
     }
 
     void oneExportAtATimeAndNeverOnTheCallersThread() {

@@ -306,6 +306,119 @@ private Q_SLOTS:
         QCOMPARE(QSettings().allKeys(), (QStringList{u"includeDev"_s, u"preparedBy"_s}));
     }
 
+    void aScanEndsWhenAllThatItBroughtIsThere() {
+        HeldScans scans;
+        ModelFixture fixture(scans.function());
+        bool hadResult = false;
+        connect(&fixture.model, &AppModel::scanningChanged, &fixture.model, [&] {
+            hadResult = !fixture.model.scanning() && fixture.model.result() != nullptr &&
+                        fixture.model.rows().size() == 1;
+        });
+        scans.release(0, findings({package("pad")}));
+        QVERIFY(fixture.open());
+        QVERIFY(hadResult);
+    }
+
+    void theFilterOfAnEcosystemThatIsGoneIsLeft() {
+        HeldScans scans;
+        ModelFixture fixture(scans.function());
+        scans.release(0, findings({package("pad"), package("anchor", Ecosystem::swiftpm)}));
+        scans.release(1, findings({package("pad"), package("wave", Ecosystem::swiftpm)}));
+        scans.release(2, findings({package("pad")}));
+        QVERIFY(fixture.open());
+        fixture.model.setFilter(DependencyFilter::ecosystem(Ecosystem::swiftpm));
+        fixture.model.scan();
+        QVERIFY(fixture.waitForScan());
+        QCOMPARE(fixture.shown(), u"wave"_s);
+        fixture.model.scan();
+        QVERIFY(fixture.waitForScan());
+        QVERIFY(fixture.model.filter() == DependencyFilter::all());
+        QCOMPARE(fixture.shown(), u"pad"_s);
+    }
+
+    void addedFoldersCanBeTakenBack() {
+        HeldScans scans;
+        ModelFixture fixture(scans.function());
+        for (std::size_t i = 0; i < 6; ++i) {
+            scans.release(i, {});
+        }
+        QVERIFY(fixture.open());
+        const auto add = [&](const char* name, auto operation) {
+            fixture.chooser.answer = fixture.project.folder(name);
+            (fixture.model.*operation)();
+            return fixture.waitForScan();
+        };
+        QVERIFY(add("one", &AppModel::addCheckoutsFolder) && add("two", &AppModel::addCheckoutsFolder) &&
+                add("env", &AppModel::choosePythonEnvironment));
+        fixture.model.removeCheckouts(0);
+        QVERIFY(fixture.waitForScan());
+        QCOMPARE(scans.begun().back().extraCheckouts, (std::vector{fixture.project.path() / "two"}));
+        fixture.model.removePythonEnvironments();
+        QVERIFY(fixture.waitForScan());
+        QVERIFY(scans.begun().back().pythonEnvironments.empty());
+        // The panels begin in the project, where what they ask for mostly lies.
+        QCOMPARE(fixture.chooser.questions.back().start.value_or(""), fixture.project.path() / "Harbor");
+    }
+
+    void warningsPutAwayStayAwayUntilAskedForOrAnotherProject() {
+        ModelFixture fixture(alwaysFinding(findings({}, {{.sentence = "one"}, {.sentence = "two"}})));
+        const auto shown = [&fixture] {
+            std::string sentences;
+            for (const ScanKit::ScanWarning* const warning : fixture.model.warnings()) {
+                sentences += warning->sentence + ' ';
+            }
+            return sentences;
+        };
+        QVERIFY(fixture.open());
+        fixture.model.putAwayWarning("one");
+        QCOMPARE(shown(), "two ");
+        fixture.model.scan();
+        QVERIFY(fixture.waitForScan());
+        QCOMPARE(shown(), "two ");
+        fixture.model.showPutAwayWarnings();
+        QCOMPARE(shown(), "one two ");
+        fixture.model.putAwayWarning("two");
+        QVERIFY(fixture.open("Other"));
+        QCOMPARE(shown(), "one two ");
+    }
+
+    void recentProjectsOutliveTheProgramAndSayWhichAreMissing() {
+        QSettings().clear();
+        ProjectFolder folders;
+        const auto names = [](const AppModel& model) {
+            QStringList list;
+            for (const RecentProject& project : model.recentProjects()) {
+                list.push_back(QString::fromStdString(project.folder.filename().string()) +
+                               (project.isMissing ? u"!"_s : QString()));
+            }
+            return list.join(u' ');
+        };
+        {
+            ModelFixture fixture(alwaysFinding({}), ScanKit::saveReports, true);
+            for (const char* name : {"a", "b", "a\xff", "c", "b"}) {
+                fixture.model.openFolder(folders.folder(name));
+                QVERIFY(fixture.waitForScan());
+            }
+            fixture.model.openFolder(folders.path() / "never there");
+            QVERIFY(fixture.waitForScan());
+            QCOMPARE(names(fixture.model), u"b c a\uFFFD a"_s);
+        }
+        std::filesystem::remove(folders.path() / "c");
+        ModelFixture fixture(alwaysFinding({}), ScanKit::saveReports, true);
+        fixture.model.lookUpRecentProjects();
+        QTRY_COMPARE(names(fixture.model), u"b c! a\uFFFD a"_s);
+        // Nothing is open yet: the panel begins beside the project before.
+        fixture.model.chooseProjectFolder();
+        QCOMPARE(fixture.chooser.questions.back().start.value_or(""), folders.path());
+        for (int i = 0; i < 12; ++i) {
+            fixture.model.openFolder(folders.folder("more" + std::to_string(i)));
+            QVERIFY(fixture.waitForScan());
+        }
+        QCOMPARE(fixture.model.recentProjects().size(), std::size_t{10});
+        fixture.model.clearRecentProjects();
+        QVERIFY(ModelFixture(alwaysFinding({}), ScanKit::saveReports, true).model.recentProjects().empty());
+    }
+
 private:
     QTemporaryDir settings_;
 };

@@ -62,7 +62,7 @@ private Q_SLOTS:
         QVERIFY(fixture.show({odd, package("fine")}));
         QCOMPARE(
             fixture.table.rowText(0),
-            u"two lines and <b>a tab</b>\t1.0.0\tnpm\tUnrecognized: ask us\tMetadata\tNo license found"_s);
+            u"two lines and <b>a tab</b>\t1.0.0\tnpm\tUnrecognized: ask us\tMetadata\tNo license found, Not on this Mac"_s);
         const QModelIndex name = fixture.cell(0, Column::package);
         QCOMPARE(name.data(Qt::AccessibleTextRole).toString(), u"two lines and <b>a tab</b>, dev-only"_s);
         const QString tip = name.data(Qt::ToolTipRole).toString();

@@ -1,5 +1,6 @@
 #include "QuorvaneApp/Views/Results/Facts.h"
 
+#include "QuorvaneApp/Model/WebLink.h"
 #include "QuorvaneApp/Views/Controls/Appearance.h"
 #include "QuorvaneApp/Views/Welcome/DroppedFolder.h"
 #include "Tests/QuorvaneApp/AppFixture.h"
@@ -18,14 +19,28 @@ private Q_SLOTS:
     void onlyWholeWebAddressesAreLinks() {
         for (const char* link :
              {"https://example.org/a?b=c&d", "http://example.org", "HTTPS://EXAMPLE.ORG/"}) {
-            QVERIFY2(Facts::webLink(link).has_value(), link);
+            QVERIFY2(webLink(link).has_value(), link);
         }
         for (const char* text :
              {"git+ssh://git@example.org/a.git", "javascript:alert(1)", "file:///etc/passwd", "https:///path",
               "../local/package", "https://example.org/a b\nc", ""}) {
-            QVERIFY2(!Facts::webLink(text).has_value(), text);
+            QVERIFY2(!webLink(text).has_value(), text);
         }
-        QVERIFY(!Facts::webLink({}).has_value());
+        QVERIFY(!webLink({}).has_value());
+    }
+
+    void aNoticeIsNotMeasuredByTheWholeText() {
+        ScanKit::Dependency dependency = package("a");
+        dependency.matchScore = 0.7;
+        const auto saysMatch = [&dependency] {
+            return std::ranges::any_of(Facts::of(dependency), [](const Facts::Fact& fact) {
+                return fact.title.startsWith(u"Match"_s);
+            });
+        };
+        dependency.basis = ScanKit::LicenseBasis::text;
+        QVERIFY(saysMatch());
+        dependency.basis = ScanKit::LicenseBasis::notice;
+        QVERIFY(!saysMatch());
     }
 
     void factsAreToldInOrderAndAScoreIsNeverRoundedUp() {

@@ -1,6 +1,7 @@
 #include "ScanKit/Identification/SPDX.h"
 #include "QuorvaneApp/MainWindow.h"
 
+#include "QuorvaneApp/Views/Controls/Strip.h"
 #include "QuorvaneApp/Views/Results/DependencyTable.h"
 #include "QuorvaneApp/Views/Results/Sidebar.h"
 #include "Tests/QuorvaneApp/WindowFixture.h"
@@ -124,7 +125,7 @@ private Q_SLOTS:
         }
         QCOMPARE(
             entries.join(u'|'),
-            u"All, 5 packages|Needs review, 2 packages|Copyleft, 1 package|Unknown, 1 package|Swift packages, 1 package|npm, 3 packages|Python, 1 package"_s);
+            u"All, 5 packages|Needs review, 2 packages|Copyleft, 1 package|Unknown, 1 package|Dev-only, 0 packages|Swift packages, 1 package|npm, 3 packages|Python, 1 package"_s);
         sidebar->setFocus();
         QTest::keyClick(sidebar, Qt::Key_Down);
         QCOMPARE(fixture.rows(), u"granite lost"_s);
@@ -142,7 +143,7 @@ private Q_SLOTS:
         ResultsFixture fixture(alwaysFinding(findings(many)));
         QVERIFY(fixture.open());
         DependencyTable& table = fixture.table;
-        table.selectRow(200);
+        table.selectOnly(200);
         QCOMPARE(fixture.model.selection().value_or(""), "npm:even-200@1.0.0");
         fixture.search.setText(u"even"_s);
         QCOMPARE(table.currentIndex().row(), 100);
@@ -187,7 +188,7 @@ private Q_SLOTS:
                               {header->sectionPosition(0) + 20, header->height() / 2});
             return fixture.rows();
         };
-        fixture.table.selectRow(1);
+        fixture.table.selectOnly(1);
         QCOMPARE(rowsAfterClick(), u"a b c"_s);
         QVERIFY(fixture.isSelected(2));
         QCOMPARE(rowsAfterClick(), u"c b a"_s);
@@ -202,7 +203,7 @@ private Q_SLOTS:
         QVERIFY(fixture.open());
         QWidget& details = *fixture.find("detailPane");
         QVERIFY(textOf(details).contains(u"Select a package"_s));
-        fixture.table.selectRow(4);
+        fixture.table.selectOnly(4);
         QVERIFY(textOf(details).contains(u"<b>bold</b>"_s));
         for (const QLabel* const label : details.findChildren<QLabel*>()) {
             QVERIFY2(label->textFormat() == Qt::PlainText, qPrintable(label->text()));
@@ -213,11 +214,35 @@ private Q_SLOTS:
         fixture.find<QAbstractButton>("sourceLink")->click();
         QCOMPARE(fixture.openedLinks, QStringList{u"https://example.org/bold"_s});
         auto* const tabs = details.findChild<QTabWidget*>();
-        QCOMPARE(tabs->count(), 2);
-        fixture.table.selectRow(1);
-        QCOMPARE(tabs->count(), 1);
+        const auto titles = [tabs] {
+            QStringList list;
+            for (int tab = 0; tab < tabs->count(); ++tab) {
+                list.push_back(tabs->tabText(tab));
+            }
+            return list.join(u'|');
+        };
+        QCOMPARE(titles(), u"Details|License text|Project"_s);
+        tabs->setCurrentIndex(1);
+        fixture.table.selectOnly(1);
+        QCOMPARE(titles(), u"Details|Project"_s);
+        QCOMPARE(tabs->tabText(tabs->currentIndex()), u"Details"_s);
         QVERIFY(textOf(details).contains(u"GNU General Public License"_s));
         QVERIFY(fixture.find<QAbstractButton>("sourceLink") == nullptr);
+        // What was being read is read on, in the next package that has it.
+        fixture.table.selectOnly(4);
+        QCOMPARE(tabs->tabText(tabs->currentIndex()), u"License text"_s);
+    }
+
+    void whatIsFilteredOutIsNotDetailed() {
+        ResultsFixture fixture(alwaysFinding(sample()));
+        QVERIFY(fixture.open());
+        QWidget& details = *fixture.find("detailPane");
+        fixture.table.selectOnly(1);
+        QVERIFY(textOf(details).contains(u"granite"_s));
+        fixture.model.setFilter(DependencyFilter::unknown());
+        QVERIFY2(!textOf(details).contains(u"granite"_s), qPrintable(textOf(details)));
+        fixture.model.setFilter(DependencyFilter::all());
+        QVERIFY(textOf(details).contains(u"granite"_s));
     }
 
     void withoutASelectionTheDetailsSayWhatWasRead() {
@@ -240,13 +265,13 @@ private Q_SLOTS:
         plain.licenseText = ScanKit::SPDX::builtInText("MIT").value();
         ResultsFixture fixture(alwaysFinding(findings({added, plain})));
         QVERIFY(fixture.open());
-        fixture.table.selectRow(0);
+        fixture.table.selectOnly(0);
         auto* const text = fixture.find<QPlainTextEdit>("licenseText");
         QCOMPARE(text->extraSelections().size(), 1);
         QCOMPARE(text->extraSelections().front().cursor.selectedText(),
                  u"Änderung 1: This file must not be read aloud in a boat on a lake"_s);
         QVERIFY(text->accessibleDescription().startsWith(u"Marked"_s));
-        fixture.table.selectRow(1);
+        fixture.table.selectOnly(1);
         QVERIFY(text->extraSelections().isEmpty());
         QVERIFY(text->accessibleDescription().isEmpty());
     }
@@ -260,7 +285,7 @@ private Q_SLOTS:
         QVERIFY(fixture.open());
         QElapsedTimer timer;
         timer.start();
-        fixture.table.selectRow(0);
+        fixture.table.selectOnly(0);
         fixture.window.grab();
         fixture.find("detailPane")->findChild<QTabWidget*>()->setCurrentIndex(1);
         fixture.window.grab();
@@ -315,7 +340,7 @@ private Q_SLOTS:
         QTRY_COMPARE(bar->maximum(), 7);
         QCOMPARE(bar->value(), 3);
         QCOMPARE(progress.findChild<QLabel*>()->accessibleName(), u"3 of 7 packages: left-pad"_s);
-        fixture.table.selectRow(1);
+        fixture.table.selectOnly(1);
         fixture.search.setText(u"gran"_s);
         QCOMPARE(fixture.rows(), u"granite"_s);
         progress.findChild<QPushButton*>(u"cancelScanButton"_s)->click();
@@ -347,6 +372,12 @@ private Q_SLOTS:
         fixture.model.scan();
         QVERIFY(fixture.waitForScan());
         QCOMPARE(heading(), QString());
+        // That there is none of a kind must not read as if a search had failed.
+        for (const auto& [filter, words] : {std::pair{DependencyFilter::devOnly(), u"No dev-only packages"_s},
+                                            {DependencyFilter::ecosystem(Ecosystem::swiftpm), QString()}}) {
+            fixture.model.setFilter(filter);
+            QCOMPARE(heading(), words);
+        }
         fixture.model.setFilter(DependencyFilter::copyleft());
         fixture.model.setSearch(u"pad"_s);
         QCOMPARE(heading(), u"No matching packages"_s);
@@ -434,6 +465,12 @@ private Q_SLOTS:
             fixture.chooser.answer = fixture.project.path();
             fixture.model.exportReports(ScanKit::ReportFormats::json);
             const bool closedAtOnce = fixture.window.close();
+            QWidget& saving = *fixture.find("saving");
+            QTRY_VERIFY2(
+                saving.isVisible() &&
+                    saving.findChild<QLabel*>()->accessibleName() ==
+                        u"The window closes when the reports are saved. Saving Harbor Dependencies.json…",
+                qPrintable(saving.findChild<QLabel*>()->accessibleName()));
             mayEnd = true;
             QVERIFY(!closedAtOnce);
             QTRY_VERIFY(!fixture.model.exporting());
@@ -441,6 +478,8 @@ private Q_SLOTS:
                      fails ? "closed without its reports" : "still open");
             if (fails) {
                 QWidget& message = *fixture.find("exportMessage");
+                QVERIFY2(fixture.find<Strip>("exportMessage")->severity() == Flag::Severity::high,
+                         "a failure in a calm colour");
                 QCOMPARE(textOf(message), u"Couldn't save NOTICE.txt: Disk full"_s);
                 message.findChild<QAbstractButton*>(u"dismissButton"_s)->click();
                 QVERIFY(!message.isVisible() && !fixture.model.exportMessage());

@@ -18,6 +18,23 @@ private Q_SLOTS:
         QCOMPARE(process.exitCode(), 2);
     }
 
+    void answersInWordsWithoutAScreen() {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+        environment.remove(QStringLiteral("DISPLAY"));
+        environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+        for (const auto& [argument, words] :
+             {std::pair{"--version", "Quorvane "}, {"-v", "Quorvane "}, {"--help", "Usage: "}}) {
+            QProcess process;
+            process.setProcessEnvironment(environment);
+            process.start(QStringLiteral(QUORVANE_APP_PATH), {QString::fromLatin1(argument)});
+            QVERIFY2(process.waitForFinished(), argument);
+            QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+            QCOMPARE(process.exitCode(), 0);
+            QVERIFY2(process.readAllStandardOutput().startsWith(words), argument);
+        }
+    }
+
     void opensAFolderAndStaysUp() {
         const QTemporaryDir folder;
         QProcess process;

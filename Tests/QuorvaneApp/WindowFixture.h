@@ -24,8 +24,9 @@ inline QString textOf(const QWidget& widget) {
 
 /// The real window over a fixture's model, shown and ready for keys.
 struct WindowFixture : ModelFixture {
-    explicit WindowFixture(ScanFunction scan, AppModel::SaveFunction save = ScanKit::saveReports)
-        : ModelFixture(std::move(scan), std::move(save)),
+    explicit WindowFixture(ScanFunction scan, AppModel::SaveFunction save = ScanKit::saveReports,
+                           bool persist = false)
+        : ModelFixture(std::move(scan), std::move(save), persist),
           commands(model),
           window(model, commands, updater,
                  [this](const QString& address) { openedLinks.push_back(address); }) {

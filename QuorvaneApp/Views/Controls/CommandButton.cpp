@@ -11,11 +11,11 @@ CommandButton::CommandButton(QAction& action, QWidget* parent) : Button({}, pare
 }
 
 void CommandButton::follow() {
-    setText(action_->text());
+    setText(action_->iconText());
     updateGeometry();
     setEnabled(action_->isEnabled());
     const QString keys = action_->shortcut().toString(QKeySequence::NativeText);
-    setToolTip(keys.isEmpty() ? action_->iconText()
-                              : QStringLiteral("%1 (%2)").arg(action_->iconText(), keys));
+    // What it does stands on it.
+    setToolTip(keys);
     setAccessibleName(action_->iconText());
 }

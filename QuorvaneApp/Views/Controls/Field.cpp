@@ -2,7 +2,10 @@
 
 #include "QuorvaneApp/Views/Controls/Appearance.h"
 
+#include <QDragEnterEvent>
 #include <QEvent>
+#include <QMimeData>
+#include <QToolButton>
 
 namespace {
 
@@ -15,11 +18,28 @@ Field::Field(const QString& text, QWidget* parent) : QLineEdit(text, parent) {
     mendPlaceholder();
 }
 
+void Field::addClearButton() {
+    setClearButtonEnabled(true);
+    // Qt gives the button no name that a screen reader could say.
+    for (QToolButton* const button : findChildren<QToolButton*>()) {
+        button->setAccessibleName(QStringLiteral("Clear"));
+    }
+}
+
 void Field::changeEvent(QEvent* event) {
     QLineEdit::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && !isMending_) {
         mendPlaceholder();
     }
+}
+
+/// A folder that is dropped is meant for the window, not for its path to be written here.
+void Field::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls()) {
+        event->ignore();
+        return;
+    }
+    QLineEdit::dragEnterEvent(event);
 }
 
 void Field::mendPlaceholder() {

@@ -9,8 +9,12 @@ class Field : public QLineEdit {
 public:
     explicit Field(const QString& text = {}, QWidget* parent = nullptr);
 
+    /// Adds the button that empties the field.
+    void addClearButton();
+
 protected:
     void changeEvent(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
 
 private:
     void mendPlaceholder();

@@ -12,11 +12,11 @@ constexpr int padding = 8;
 QString severityWords(ScanKit::Flag::Severity severity) {
     switch (severity) {
         case ScanKit::Flag::Severity::high:
-            return FlagChip::tr("High severity");
+            return QStringLiteral("High severity");
         case ScanKit::Flag::Severity::medium:
-            return FlagChip::tr("Medium severity");
+            return QStringLiteral("Medium severity");
         case ScanKit::Flag::Severity::low:
-            return FlagChip::tr("Low severity");
+            return QStringLiteral("Low severity");
     }
     return {};
 }
@@ -25,7 +25,7 @@ QString severityWords(ScanKit::Flag::Severity severity) {
 
 FlagChip::FlagChip(ScanKit::Flag flag, QWidget* parent) : QWidget(parent), flag_(flag) {
     const QString words = severityWords(ScanKit::severity(flag_));
-    setAccessibleName(tr("Flag: %1. %2").arg(text(), words));
+    setAccessibleName(QStringLiteral("Flag: %1. %2").arg(text(), words));
     setToolTip(words);
     setFont(Appearance::adjusted(font(), 0, true));
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);

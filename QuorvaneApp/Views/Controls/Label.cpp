@@ -5,7 +5,9 @@
 
 #include <array>
 
+#include <QClipboard>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QPainter>
 
 namespace {
@@ -41,6 +43,14 @@ void Label::makeSelectable() {
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 }
 
+void Label::copy() {
+    QGuiApplication::clipboard()->setText(hasSelectedText() ? selectedText() : text());
+}
+
+void Label::selectAll() {
+    setSelection(0, static_cast<int>(text().size()));
+}
+
 void Label::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange) {
         applyPalette();
@@ -65,10 +75,17 @@ ElidedLabel::ElidedLabel(Role role, QWidget* parent) : Label(role, {}, parent) {
 
 void ElidedLabel::setFullText(const QString& text) {
     fullText_ = text;
-    setToolTip(Texts::toolTip(text));
     setAccessibleName(text);
     updateGeometry();
     update();
+}
+
+bool ElidedLabel::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const bool isCut = fontMetrics().horizontalAdvance(fullText_) > width();
+        setToolTip(isCut ? Texts::toolTip(fullText_) : QString());
+    }
+    return Label::event(event);
 }
 
 QSize ElidedLabel::minimumSizeHint() const {

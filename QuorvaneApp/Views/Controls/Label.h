@@ -16,6 +16,11 @@ public:
     void makeSelectable();
     void setWrapping(bool wraps) { setWordWrap(wraps); }
 
+public Q_SLOTS:
+    /// The selected words, or all of them.
+    void copy();
+    void selectAll();
+
 protected:
     void changeEvent(QEvent* event) override;
 
@@ -26,7 +31,7 @@ private:
     bool isApplying_ = false;
 };
 
-/// One line that is cut with an ellipsis in its middle where room is short; the whole text is its tool tip.
+/// One line that is cut with an ellipsis in its middle where room is short; the whole text is then its tool tip.
 class ElidedLabel : public Label {
     Q_OBJECT
 
@@ -38,6 +43,7 @@ public:
     QSize sizeHint() const override;
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

@@ -1,7 +1,5 @@
 #include "QuorvaneApp/Views/Controls/LinkButton.h"
 
-#include "QuorvaneApp/Model/Texts.h"
-
 #include <QPainter>
 #include <QStyleOptionFocusRect>
 
@@ -15,7 +13,7 @@ LinkButton::LinkButton(const QString& text, QWidget* parent) : QAbstractButton(p
     // An ampersand in an address is no mnemonic: the text is drawn and named as it is.
     setText(QString(text).replace(QLatin1Char('&'), QStringLiteral("&&")));
     setAccessibleName(text);
-    setToolTip(Texts::toolTip(text));
+    setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);

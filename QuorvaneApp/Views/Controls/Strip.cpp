@@ -25,6 +25,11 @@ Strip::Strip(ScanKit::Flag::Severity severity, QWidget* parent)
     layout_->addWidget(sentence_, 1);
 }
 
+void Strip::setSeverity(ScanKit::Flag::Severity severity) {
+    severity_ = severity;
+    update();
+}
+
 void Strip::setSentence(const QString& sentence) {
     sentence_->setText(sentence);
     sentence_->setAccessibleName(sentence);
@@ -41,8 +46,8 @@ void Strip::addDismissButton() {
     dismiss->setText(QStringLiteral("✕"));
     dismiss->setAutoRaise(true);
     dismiss->setFocusPolicy(Qt::TabFocus);
-    dismiss->setAccessibleName(tr("Dismiss"));
-    dismiss->setToolTip(tr("Dismiss"));
+    dismiss->setAccessibleName(QStringLiteral("Dismiss"));
+    dismiss->setToolTip(QStringLiteral("Dismiss"));
     connect(dismiss, &QToolButton::clicked, this, &Strip::dismissed);
     addButton(*dismiss);
 }

@@ -14,6 +14,8 @@ class Strip : public QWidget {
 public:
     explicit Strip(ScanKit::Flag::Severity severity, QWidget* parent = nullptr);
 
+    ScanKit::Flag::Severity severity() const { return severity_; }
+    void setSeverity(ScanKit::Flag::Severity severity);
     void setSentence(const QString& sentence);
     /// The strip owns the button from now on.
     void addButton(QWidget& button);

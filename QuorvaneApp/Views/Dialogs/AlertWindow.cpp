@@ -10,7 +10,7 @@ AlertWindow::AlertWindow(const QString& title, const QString& text, QWidget* par
     setWindowTitle(QGuiApplication::applicationDisplayName());
     auto* const heading = new ProgramHeading(title);
     heading->addLine(Label::Role::body, text)->setObjectName(QStringLiteral("alertText"));
-    auto* const ok = new Button(tr("OK"));
+    auto* const ok = new Button(QStringLiteral("OK"));
     ok->setObjectName(QStringLiteral("ok"));
     ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);

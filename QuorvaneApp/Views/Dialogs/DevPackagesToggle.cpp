@@ -6,8 +6,9 @@
 
 DevPackagesToggle::DevPackagesToggle(AppModel& model, QWidget* parent)
     : ExplainedToggle(
-          tr("Include dev-only packages"),
-          tr("Dev-only packages (tests, build tools) usually don't ship with your app, so reports leave them out unless this is on."),
+          QStringLiteral("Include dev-only packages"),
+          QStringLiteral(
+              "Dev-only packages (tests, build tools) usually don't ship with your app, so reports leave them out unless this is on."),
           parent) {
     box().setObjectName(QStringLiteral("includeDev"));
     box().setChecked(model.includeDev());

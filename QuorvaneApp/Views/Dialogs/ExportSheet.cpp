@@ -3,6 +3,7 @@
 #include "QuorvaneApp/Model/AppModel.h"
 #include "QuorvaneApp/Model/Texts.h"
 #include "QuorvaneApp/Views/Controls/Button.h"
+#include "QuorvaneApp/Views/Controls/FittedScrollArea.h"
 #include "QuorvaneApp/Views/Controls/Label.h"
 #include "QuorvaneApp/Views/Dialogs/BoundField.h"
 #include "QuorvaneApp/Views/Dialogs/DevPackagesToggle.h"
@@ -10,37 +11,28 @@
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QScreen>
 #include <QVBoxLayout>
 
 ExportSheet::ExportSheet(AppModel& model, QWidget* parent)
     : QDialog(parent, Qt::Sheet),
       model_(&model),
       count_(new Label(Label::Role::caption)),
-      export_(new Button(tr("Export…"))) {
+      export_(new Button(QStringLiteral("Export…"))) {
     setObjectName(QStringLiteral("exportSheet"));
-    setWindowTitle(tr("Export Report"));
+    setWindowTitle(QStringLiteral("Export Report"));
     count_->setWrapping(true);
     export_->setObjectName(QStringLiteral("exportButton"));
     auto* const buttons = new QDialogButtonBox;
     buttons->addButton(export_, QDialogButtonBox::AcceptRole);
-    buttons->addButton(new Button(tr("Cancel")), QDialogButtonBox::RejectRole);
+    buttons->addButton(new Button(QStringLiteral("Cancel")), QDialogButtonBox::RejectRole);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(22, 20, 22, 18);
-    layout->setSpacing(6);
-    layout->addWidget(new Label(Label::Role::heading, tr("Export Report")));
-    layout->addWidget(count_);
-    layout->addSpacing(10);
-    layout->addWidget(makeFields());
-    layout->addSpacing(10);
-    layout->addWidget(new DevPackagesToggle(model));
-    layout->addSpacing(10);
-    for (const ScanKit::ReportFormat& format : ScanKit::reportFormats()) {
-        layout->addWidget(addFormat(format));
-    }
-    layout->addSpacing(14);
+    layout->setSpacing(14);
+    layout->addWidget(makeBody());
     layout->addStretch();
     layout->addWidget(buttons);
     export_->setDefault(true);
@@ -50,6 +42,36 @@ ExportSheet::ExportSheet(AppModel& model, QWidget* parent)
     showCount();
     // The longest report title on one line, and explanations that wrap only once or twice.
     setMinimumWidth(fontMetrics().averageCharWidth() * 66);
+}
+
+/// Scrolls where letters are large and the screen is small, so that the buttons below it are always in sight.
+QWidget* ExportSheet::makeBody() {
+    auto* const page = new QWidget;
+    auto* const layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(6);
+    layout->addWidget(new Label(Label::Role::heading, QStringLiteral("Export Report")));
+    layout->addWidget(count_);
+    layout->addSpacing(10);
+    layout->addWidget(makeFields());
+    layout->addSpacing(10);
+    layout->addWidget(new DevPackagesToggle(*model_));
+    layout->addSpacing(10);
+    for (const ScanKit::ReportFormat& format : ScanKit::reportFormats()) {
+        layout->addWidget(addFormat(format));
+    }
+    auto* const area = new FittedScrollArea;
+    area->setAccessibleName(QStringLiteral("Reports to export"));
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setGreatestHeight(screen()->availableSize().height() * 7 / 10);
+    area->setWidget(page);
+    return area;
+}
+
+/// Only now do its controls know their style, and with it their height.
+void ExportSheet::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    resize(width(), layout()->totalHeightForWidth(width()));
 }
 
 ScanKit::ReportFormats ExportSheet::formats() const {
@@ -86,19 +108,20 @@ QWidget* ExportSheet::makeFields() {
         field->setPlaceholderText(placeholder);
         form->addRow(title, field);
     };
-    add(QStringLiteral("reportName"), tr("Project name"), {}, &AppModel::reportName,
+    add(QStringLiteral("reportName"), QStringLiteral("Project name"), {}, &AppModel::reportName,
         &AppModel::setReportName);
-    add(QStringLiteral("preparedFor"), tr("Prepared for"), tr("Client (optional)"), &AppModel::preparedFor,
-        &AppModel::setPreparedFor);
-    add(QStringLiteral("preparedBy"), tr("Prepared by"), tr("You or your studio (optional)"),
-        &AppModel::preparedBy, &AppModel::setPreparedBy);
+    add(QStringLiteral("preparedFor"), QStringLiteral("Prepared for"), QStringLiteral("Client (optional)"),
+        &AppModel::preparedFor, &AppModel::setPreparedFor);
+    add(QStringLiteral("preparedBy"), QStringLiteral("Prepared by"),
+        QStringLiteral("You or your studio (optional)"), &AppModel::preparedBy, &AppModel::setPreparedBy);
     return fields;
 }
 
 void ExportSheet::showCount() {
     // The sentence has this one form, for a single package as well.
-    count_->setText(tr("%1 packages. Not legal advice: have anything flagged reviewed before you ship.")
-                        .arg(model_->reportRows().size()));
+    count_->setText(
+        QStringLiteral("%1 packages. Not legal advice: have anything flagged reviewed before you ship.")
+            .arg(model_->reportRows().size()));
 }
 
 void ExportSheet::showWhetherReady() {

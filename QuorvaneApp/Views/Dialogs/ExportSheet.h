@@ -21,12 +21,16 @@ public:
 
     ScanKit::ReportFormats formats() const;
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     struct Toggle {
         ScanKit::ReportFormats format;
         QCheckBox* box;
     };
     QCheckBox* addFormat(const ScanKit::ReportFormat& format);
+    QWidget* makeBody();
     QWidget* makeFields();
     void showCount();
     void showWhetherReady();

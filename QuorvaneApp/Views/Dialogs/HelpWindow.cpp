@@ -7,10 +7,10 @@
 
 HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
     setObjectName(QStringLiteral("helpWindow"));
-    setWindowTitle(tr("Quorvane Help"));
+    setWindowTitle(QStringLiteral("Quorvane Help"));
     auto* const page = new QTextBrowser;
     page->setObjectName(QStringLiteral("helpPage"));
-    page->setAccessibleName(tr("Quorvane Help"));
+    page->setAccessibleName(QStringLiteral("Quorvane Help"));
     page->setFrameShape(QFrame::NoFrame);
     page->setOpenLinks(false);
     page->document()->setDocumentMargin(24);

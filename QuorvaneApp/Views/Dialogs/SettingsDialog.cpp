@@ -14,19 +14,19 @@
 SettingsDialog::SettingsDialog(AppModel& model, UpdaterController& updater, QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("settings"));
-    setWindowTitle(tr("Settings"));
+    setWindowTitle(QStringLiteral("Settings"));
     auto* const preparedBy = new BoundField(model, &AppModel::preparedBy, &AppModel::setPreparedBy);
     preparedBy->setObjectName(QStringLiteral("preparedBy"));
-    preparedBy->setAccessibleName(tr("Reports prepared by"));
-    preparedBy->setPlaceholderText(tr("You or your studio"));
+    preparedBy->setAccessibleName(QStringLiteral("Reports prepared by"));
+    preparedBy->setPlaceholderText(QStringLiteral("You or your studio"));
     auto* const buttons = new QDialogButtonBox;
-    buttons->addButton(new Button(tr("Close")), QDialogButtonBox::RejectRole);
+    buttons->addButton(new Button(QStringLiteral("Close")), QDialogButtonBox::RejectRole);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(22, 20, 22, 18);
     layout->setSpacing(6);
-    layout->addWidget(new Label(Label::Role::strong, tr("Reports prepared by")));
+    layout->addWidget(new Label(Label::Role::strong, QStringLiteral("Reports prepared by")));
     layout->addWidget(preparedBy);
     layout->addSpacing(12);
     layout->addWidget(new DevPackagesToggle(model));

@@ -27,7 +27,7 @@ Button* makeButton(const char* objectName, const QString& text) {
 
 UpdateWindow::UpdateWindow(const AvailableUpdate& update, QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("updateWindow"));
-    setWindowTitle(tr("Software Update"));
+    setWindowTitle(QStringLiteral("Software Update"));
     // Every way to close is one choice: Escape and the title bar leave it as it began.
     connect(this, &QDialog::finished, this, [this] { Q_EMIT chosen(choice_); });
 
@@ -49,13 +49,13 @@ UpdateWindow::UpdateWindow(const AvailableUpdate& update, QWidget* parent) : QDi
 
 QWidget* UpdateWindow::makeHeading(const AvailableUpdate& update) {
     auto* const heading = new ProgramHeading(
-        tr("%1 %2 is available")
+        QStringLiteral("%1 %2 is available")
             .arg(QGuiApplication::applicationDisplayName(), shortened(update.shownVersion, 40)));
     heading->addLine(Label::Role::body,
-                     tr("You have version %1.").arg(QCoreApplication::applicationVersion()));
-    Label* const page =
-        heading->addLine(Label::Role::caption, update.page ? shortened(update.page->toDisplayString(), 80)
-                                                           : tr("The announcement names no download page."));
+                     QStringLiteral("You have version %1.").arg(QCoreApplication::applicationVersion()));
+    Label* const page = heading->addLine(
+        Label::Role::caption, update.page ? shortened(update.page->toDisplayString(), 80)
+                                          : QStringLiteral("The announcement names no download page."));
     page->setObjectName(QStringLiteral("downloadPage"));
     page->makeSelectable();
     return heading;
@@ -64,7 +64,7 @@ QWidget* UpdateWindow::makeHeading(const AvailableUpdate& update) {
 QWidget* UpdateWindow::makeNotes(const AvailableUpdate& update) {
     auto* const notes = new QPlainTextEdit(Texts::withoutEndlessLines(update.releaseNotes));
     notes->setObjectName(QStringLiteral("releaseNotes"));
-    notes->setAccessibleName(tr("Release notes"));
+    notes->setAccessibleName(QStringLiteral("Release notes"));
     notes->setReadOnly(true);
     notes->setTabChangesFocus(true);
     notes->document()->setDocumentMargin(10);
@@ -72,9 +72,9 @@ QWidget* UpdateWindow::makeNotes(const AvailableUpdate& update) {
 }
 
 QWidget* UpdateWindow::makeButtons(bool hasPage) {
-    Button* const skip = makeButton("skipVersion", tr("Skip This Version"));
-    Button* const later = makeButton("remindLater", tr("Remind Me Later"));
-    Button* const open = makeButton("openPage", tr("Open Download Page"));
+    Button* const skip = makeButton("skipVersion", QStringLiteral("Skip This Version"));
+    Button* const later = makeButton("remindLater", QStringLiteral("Remind Me Later"));
+    Button* const open = makeButton("openPage", QStringLiteral("Open Download Page"));
     open->setEnabled(hasPage);
     // Return never skips a version.
     (hasPage ? open : later)->setDefault(true);

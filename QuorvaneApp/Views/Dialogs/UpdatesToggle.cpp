@@ -5,8 +5,9 @@
 #include <QCheckBox>
 
 UpdatesToggle::UpdatesToggle(UpdaterController& updater, QWidget* parent)
-    : ExplainedToggle(tr("Check for updates automatically"),
-                      tr("About once a day. Nothing about you or your projects is sent."), parent) {
+    : ExplainedToggle(QStringLiteral("Check for updates automatically"),
+                      QStringLiteral("About once a day. Nothing about you or your projects is sent."),
+                      parent) {
     box().setObjectName(QStringLiteral("checksAutomatically"));
     box().setChecked(updater.automaticallyChecksForUpdates());
     connect(&box(), &QCheckBox::toggled, this,

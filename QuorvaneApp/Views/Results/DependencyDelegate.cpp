@@ -3,9 +3,13 @@
 #include "QuorvaneApp/Model/DependencyTableModel.h"
 #include "QuorvaneApp/Views/Controls/Appearance.h"
 
+#include <algorithm>
+
 #include <QApplication>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QPixmapCache>
+#include <QToolTip>
 
 namespace {
 
@@ -33,7 +37,17 @@ QColor textColor(const QStyleOptionViewItem& option) {
     return option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text);
 }
 
-/// The cell's background, then shape and label in the colour of the severity.
+QString furtherText(int further) {
+    return further == 0 ? QString() : QStringLiteral("+%1").arg(further);
+}
+
+/// What a flag's cell needs beside its label: the shape, and the number of further flags.
+int besideLabel(const QFontMetrics& metrics, int further) {
+    const int number = further == 0 ? 0 : metrics.horizontalAdvance(furtherText(further)) + padding;
+    return Appearance::glyphSize(metrics) + padding + number;
+}
+
+/// Shape and label in the colour of the severity. The label is what is cut: that there is more must be seen.
 void paintFlag(QPainter& painter, const QStyleOptionViewItem& option, ScanKit::Flag flag, int further) {
     const Severity severity = ScanKit::severity(flag);
     const bool isSelected = option.state.testFlag(QStyle::State_Selected);
@@ -41,66 +55,103 @@ void paintFlag(QPainter& painter, const QStyleOptionViewItem& option, ScanKit::F
     const double ratio = option.widget == nullptr ? 1 : option.widget->devicePixelRatioF();
     const int size = Appearance::glyphSize(option.fontMetrics);
     const QRect room = option.rect.adjusted(padding, 0, -padding, 0);
-    const QString text = further == 0 ? option.text : QStringLiteral("%1  +%2").arg(option.text).arg(further);
-    const int textRoom = room.width() - size - padding;
+    const QString label = option.fontMetrics.elidedText(
+        option.text, Qt::ElideRight, room.width() - besideLabel(option.fontMetrics, further));
     painter.save();
+    painter.setClipRect(option.rect);
     painter.drawPixmap(room.left(), room.center().y() - size / 2, cachedGlyph(severity, size, ratio, color));
     painter.setPen(color);
-    painter.drawText(room.adjusted(size + padding, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
-                     option.fontMetrics.elidedText(text, Qt::ElideRight, textRoom));
+    const QRect words = room.adjusted(size + padding, 0, 0, 0);
+    painter.drawText(words, Qt::AlignLeft | Qt::AlignVCenter, label);
+    painter.drawText(words.adjusted(option.fontMetrics.horizontalAdvance(label) + padding, 0, 0, 0),
+                     Qt::AlignLeft | Qt::AlignVCenter, furtherText(further));
     painter.restore();
 }
 
-/// The word "dev" in a small frame, right of the name; nothing where the name leaves no room.
+const QString devWord = QStringLiteral("dev");
+
+int devMarkWidth(const QFont& font) {
+    return QFontMetrics(Appearance::adjusted(font, -1.5)).horizontalAdvance(devWord) + 10;
+}
+
+/// The word "dev" in a small frame behind the name.
 void paintDevMark(QPainter& painter, const QStyleOptionViewItem& option) {
     const QFont font = Appearance::adjusted(option.font, -1.5);
-    const QFontMetrics metrics(font);
-    const QString text = DependencyDelegate::tr("dev");
-    const int width = metrics.horizontalAdvance(text) + 10;
-    const QRect room = option.rect.adjusted(0, 0, -6, 0);
-    QRect frame(room.right() - width, 0, width, metrics.height() + 1);
-    frame.moveCenter({frame.center().x(), room.center().y()});
-    const QColor color = option.state.testFlag(QStyle::State_Selected)
-                             ? textColor(option)
-                             : Appearance::secondaryText(option.palette);
+    const int width = devMarkWidth(option.font);
+    QRect frame(0, 0, width, QFontMetrics(font).height() + 1);
+    frame.moveCenter({option.rect.right() - padding - width / 2, option.rect.center().y()});
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setFont(font);
-    painter.setPen(QPen(color, 1));
+    painter.setPen(
+        QPen(option.palette.color(option.state.testFlag(QStyle::State_Selected) ? QPalette::HighlightedText
+                                                                                : QPalette::Text),
+             1));
     painter.drawRoundedRect(QRectF(frame).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
-    painter.drawText(frame, Qt::AlignCenter, text);
+    painter.drawText(frame, Qt::AlignCenter, devWord);
     painter.restore();
 }
 
-int devMarkWidth(const QStyleOptionViewItem& option) {
-    const QFontMetrics metrics(Appearance::adjusted(option.font, -1.5));
-    return metrics.horizontalAdvance(DependencyDelegate::tr("dev")) + 22;
+/// The slanted letters of a dev-only package are wider or narrower than the table's.
+QFont devFont(QFont font) {
+    font.setItalic(true);
+    return font;
+}
+
+/// Which part of the text is left out where room is short: names differ most at their ends.
+Qt::TextElideMode elideModeOf(DependencyColumn column) {
+    return column == DependencyColumn::package ? Qt::ElideMiddle : Qt::ElideRight;
+}
+
+DependencyColumn columnOf(const QModelIndex& index) {
+    return static_cast<DependencyColumn>(index.column());
+}
+
+bool isDevName(const QModelIndex& index) {
+    return columnOf(index) == DependencyColumn::package &&
+           index.data(DependencyTableModel::isDevRole).toBool();
 }
 
 }  // namespace
 
+int DependencyDelegate::widthOf(const QFont& font, const QStringList& texts, DependencyColumn column) const {
+    const QFontMetrics metrics(font);
+    const QFontMetrics devMetrics(devFont(font));
+    const bool isName = column == DependencyColumn::package;
+    int width = 0;
+    for (const QString& text : texts) {
+        width = std::max(width, metrics.horizontalAdvance(text));
+        width = std::max(width, isName ? devMetrics.horizontalAdvance(text) : 0);
+    }
+    if (isName) {
+        width += devMarkWidth(font) + padding;
+    } else if (column == DependencyColumn::flag) {
+        width += besideLabel(metrics, 1);
+    }
+    return width + 2 * padding + 2;
+}
+
 void DependencyDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
     QStyledItemDelegate::initStyleOption(option, index);
-    option->textElideMode = Qt::ElideRight;
+    option->textElideMode = elideModeOf(columnOf(index));
     // The row is the unit of selection: no frame around a single cell of it.
     option->state.setFlag(QStyle::State_HasFocus, false);
+    if (isDevName(index)) {
+        option->font = devFont(option->font);
+        option->fontMetrics = QFontMetrics(option->font);
+        option->palette.setColor(QPalette::Text, Appearance::secondaryText(option->palette));
+    }
 }
 
 void DependencyDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                const QModelIndex& index) const {
     QStyleOptionViewItem cell = option;
     initStyleOption(&cell, index);
-    const auto column = static_cast<DependencyColumn>(index.column());
     const QVariant flag =
-        column == DependencyColumn::flag ? index.data(DependencyTableModel::flagRole) : QVariant();
-    const bool isMarked =
-        column == DependencyColumn::package && index.data(DependencyTableModel::isDevRole).toBool();
+        columnOf(index) == DependencyColumn::flag ? index.data(DependencyTableModel::flagRole) : QVariant();
     const QString text = cell.text;
     if (flag.isValid()) {
         cell.text.clear();
-    } else if (isMarked) {
-        const int room = cell.rect.width() - devMarkWidth(cell) - padding;
-        cell.text = cell.fontMetrics.elidedText(text, Qt::ElideRight, room);
     }
     // The style paints the cell; a flag's text was taken out of it and follows in its own colour.
     const QStyle* const style = cell.widget == nullptr ? QApplication::style() : cell.widget->style();
@@ -109,7 +160,19 @@ void DependencyDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
         cell.text = text;
         paintFlag(*painter, cell, static_cast<ScanKit::Flag::Case>(flag.toInt()),
                   index.data(DependencyTableModel::furtherFlagsRole).toInt());
-    } else if (isMarked) {
+    } else if (isDevName(index) && widthOf(option.font, {text}, columnOf(index)) <= cell.rect.width()) {
         paintDevMark(*painter, cell);
     }
+}
+
+bool DependencyDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+                                   const QStyleOptionViewItem& option, const QModelIndex& index) {
+    const bool isCut = widthOf(option.font, {index.data().toString()}, columnOf(index)) > option.rect.width();
+    const bool hasMore = columnOf(index) == DependencyColumn::flag &&
+                         index.data(DependencyTableModel::furtherFlagsRole).toInt() > 0;
+    if (event->type() == QEvent::ToolTip && !isCut && !hasMore) {
+        QToolTip::hideText();
+        return true;
+    }
+    return QStyledItemDelegate::helpEvent(event, view, option, index);
 }

@@ -1,6 +1,7 @@
 #include "QuorvaneApp/Views/Results/DependencyFacts.h"
 
 #include "QuorvaneApp/Model/Texts.h"
+#include "QuorvaneApp/Model/WebLink.h"
 #include "QuorvaneApp/Views/Controls/FlagChip.h"
 #include "QuorvaneApp/Views/Controls/Label.h"
 #include "QuorvaneApp/Views/Controls/LinkButton.h"
@@ -30,7 +31,7 @@ Label* selectable(const QString& text, const QString& title) {
 }  // namespace
 
 DependencyFacts::DependencyFacts(std::function<void(const QString&)> openLink, QWidget* parent)
-    : ScrolledColumn(QStringLiteral("facts"), tr("Facts about the package"), parent),
+    : ScrolledColumn(QStringLiteral("facts"), QStringLiteral("Facts about the package"), parent),
       openLink_(std::move(openLink)) {}
 
 void DependencyFacts::show(const ScanKit::Dependency& dependency) {
@@ -83,7 +84,7 @@ void DependencyFacts::addFlags(QVBoxLayout& column, const ScanKit::Dependency& d
 
 void DependencyFacts::addNotes(QVBoxLayout& column, const ScanKit::Dependency& dependency) {
     for (const std::string& note : dependency.notes) {
-        column.addWidget(selectable(Texts::fromUtf8(note), tr("Note")));
+        column.addWidget(selectable(Texts::fromUtf8(note), QStringLiteral("Note")));
     }
 }
 
@@ -92,7 +93,7 @@ void DependencyFacts::addFacts(const ScanKit::Dependency& dependency) {
         addTitled(fact.title, selectable(fact.text, fact.title));
     }
     if (dependency.source && !dependency.source->empty()) {
-        addTitled(tr("Source"), makeSource(*dependency.source));
+        addTitled(QStringLiteral("Source"), makeSource(*dependency.source));
     }
 }
 
@@ -109,9 +110,9 @@ void DependencyFacts::addTitled(const QString& title, QWidget* content) {
 /// Only a web address becomes a link: anything else that a package names as its source is just shown.
 QWidget* DependencyFacts::makeSource(const std::string& source) {
     const QString shown = Texts::oneLine(Texts::fromUtf8(source));
-    const auto address = Facts::webLink(source);
+    const auto address = webLink(source);
     if (!address) {
-        return selectable(shown, tr("Source"));
+        return selectable(shown, QStringLiteral("Source"));
     }
     auto* const link = new LinkButton(shown);
     link->setObjectName(QStringLiteral("sourceLink"));

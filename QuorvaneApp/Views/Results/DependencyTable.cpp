@@ -3,16 +3,21 @@
 #include "QuorvaneApp/Model/AppModel.h"
 #include "QuorvaneApp/Model/DependencyTableModel.h"
 #include "QuorvaneApp/Views/Controls/PaddedStyle.h"
+#include "QuorvaneApp/Views/Results/ColumnWidths.h"
 #include "QuorvaneApp/Views/Results/DependencyDelegate.h"
+#include "QuorvaneApp/Views/Results/TableHeader.h"
 #include "ScanKit/Model/EnumerationTable.h"
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
+#include <QAction>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QGuiApplication>
-#include <QHeaderView>
 #include <QItemSelection>
+#include <QMenu>
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <QStringList>
@@ -25,36 +30,43 @@ constexpr int rowPadding = 10;
 /// own, which takes the view far longer than a frame. The row that the details show is kept in any case.
 constexpr std::size_t mostKeptRows = 1000;
 
-/// The columns whose words are known are as wide as these; the others share what is left.
-struct ColumnWidth {
-    DependencyColumn value;
-    int share;                ///< of what is left, in hundredths; 0 for a column as wide as its words
-    int leastCharacters;      ///< of a column that shares
-    const char* longestWord;  ///< of a column that does not
-};
-constexpr auto columnWidths = std::to_array<ColumnWidth>({
-    {DependencyColumn::package, 30, 14, ""},
-    {DependencyColumn::version, 13, 8, ""},
-    {DependencyColumn::ecosystem, 0, 0, "Swift packages"},
-    {DependencyColumn::license, 25, 12, ""},
-    {DependencyColumn::foundBy, 0, 0, "Metadata + file"},
-    {DependencyColumn::flag, 32, 18, ""},
-});
-static_assert(ScanKit::hasRowForEachEnumerator(columnWidths), "each enumerator needs its row here");
+/// In characters. No column asks for more than this, however long its longest text.
+constexpr int mostCharacters = 64;
 
-constexpr int cellPadding = 24;
+struct ColumnRow {
+    DependencyColumn value;
+    int weight;           ///< its part of a width that is left or short
+    int leastCharacters;  ///< below this it says nothing
+};
+constexpr auto columnRows = std::to_array<ColumnRow>({
+    {DependencyColumn::package, 9, 12},
+    {DependencyColumn::version, 3, 7},
+    {DependencyColumn::ecosystem, 3, 4},
+    {DependencyColumn::license, 4, 7},
+    {DependencyColumn::foundBy, 4, 4},
+    {DependencyColumn::flag, 4, 7},
+});
+static_assert(ScanKit::hasRowForEachEnumerator(columnRows), "each enumerator needs its row here");
 
 }  // namespace
 
-DependencyTable::DependencyTable(AppModel& model, QWidget* parent)
-    : QTableView(parent), model_(&model), rows_(new DependencyTableModel(model, this)) {
+DependencyTable::DependencyTable(AppModel& model, std::vector<QAction*> commands, QWidget* parent)
+    : QTableView(parent),
+      model_(&model),
+      rows_(new DependencyTableModel(model, this)),
+      header_(new TableHeader(this)),
+      commands_(std::move(commands)),
+      memory_(model.persist()),
+      chosenWidths_(
+          ColumnWidths::chosenFrom(memory_.remembered(WindowMemory::Part::columns), columnRows.size())) {
     setObjectName(QStringLiteral("dependencyTable"));
-    setAccessibleName(tr("Packages"));
+    setAccessibleName(QStringLiteral("Packages"));
     connect(rows_, &QAbstractItemModel::modelAboutToBeReset, this, &DependencyTable::rememberPlace);
+    setHorizontalHeader(header_);
     setModel(rows_);
     setItemDelegate(new DependencyDelegate(this));
     PaddedStyle::applyTo(*this);
-    arrangeColumns();
+    arrangeHeaders();
     setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
     setShowGrid(false);
@@ -62,25 +74,46 @@ DependencyTable::DependencyTable(AppModel& model, QWidget* parent)
     setTabKeyNavigation(false);
     setFrameShape(NoFrame);
     setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollMode(ScrollPerPixel);
     connect(rows_, &QAbstractItemModel::modelReset, this, &DependencyTable::restorePlace);
     connect(model_, &AppModel::selectionChanged, this, &DependencyTable::showModelSelection);
 }
 
-void DependencyTable::arrangeColumns() {
+void DependencyTable::arrangeHeaders() {
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
-    QHeaderView& header = *horizontalHeader();
-    header.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    header.setHighlightSections(false);
-    header.setSortIndicatorClearable(true);
-    header.setSortIndicator(-1, Qt::AscendingOrder);
-    header.setMinimumSectionSize(fontMetrics().averageCharWidth() * 6);
+    header_->setMinimumSectionSize(fontMetrics().averageCharWidth() * 4);
     setSortingEnabled(true);
+    // A divider that is dragged or clicked twice: what this class sets by itself is told apart.
+    connect(header_, &QHeaderView::sectionResized, this, [this](int column, int, int width) {
+        if (!isSharing_) {
+            chooseWidth(column, width);
+        }
+    });
+    connect(header_, &TableHeader::sectionChosen, this, &DependencyTable::setColumnWidth);
+}
+
+void DependencyTable::chooseWidth(int column, int width) {
+    chosenWidths_[static_cast<std::size_t>(column)] = width;
+    memory_.save(WindowMemory::Part::columns, ColumnWidths::toBytes(chosenWidths_));
+}
+
+void DependencyTable::fitColumns() {
+    std::ranges::fill(chosenWidths_, std::nullopt);
+    memory_.save(WindowMemory::Part::columns, {});
+    shareWidth();
+}
+
+void DependencyTable::sortBy(DependencyColumn column) {
+    const int section = static_cast<int>(column);
+    const bool turns =
+        header_->sortIndicatorSection() == section && header_->sortIndicatorOrder() == Qt::AscendingOrder;
+    header_->setSortIndicator(section, turns ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
 void DependencyTable::sortByResultOrder() {
-    horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+    header_->setSortIndicator(-1, Qt::AscendingOrder);
 }
 
 void DependencyTable::resizeEvent(QResizeEvent* event) {
@@ -90,22 +123,51 @@ void DependencyTable::resizeEvent(QResizeEvent* event) {
     }
 }
 
+void DependencyTable::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange && !contentWidths_.empty()) {
+        verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
+        measured_.reset();
+        shareWidth();
+    }
+}
+
+int DependencyTable::sizeHintForColumn(int column) const {
+    const auto* const delegate = static_cast<const DependencyDelegate*>(itemDelegate());
+    return delegate->widthOf(font(), rows_->longestTexts(static_cast<DependencyColumn>(column)),
+                             static_cast<DependencyColumn>(column));
+}
+
+/// Once for each result: tens of thousands of rows are looked through.
+void DependencyTable::measureColumns() {
+    if (measured_ == rows_->project() && !contentWidths_.empty()) {
+        return;
+    }
+    measured_ = rows_->project();
+    contentWidths_.clear();
+    const int most = mostCharacters * fontMetrics().averageCharWidth();
+    for (int column = 0; column < rows_->columnCount(); ++column) {
+        const int needed = std::max(sizeHintForColumn(column), header_->sectionSizeHint(column));
+        contentWidths_.push_back(std::min(needed, most));
+    }
+}
+
 void DependencyTable::shareWidth() {
-    int left = viewport()->width();
-    for (const ColumnWidth& width : columnWidths) {
-        if (width.share == 0) {
-            const int needed =
-                fontMetrics().horizontalAdvance(QLatin1StringView(width.longestWord)) + cellPadding;
-            setColumnWidth(static_cast<int>(width.value), needed);
-            left -= needed;
-        }
+    measureColumns();
+    std::vector<ColumnWidths::Need> needs;
+    for (const ColumnRow& row : columnRows) {
+        const auto column = static_cast<std::size_t>(row.value);
+        needs.push_back({.content = contentWidths_[column],
+                         .least = row.leastCharacters * fontMetrics().averageCharWidth(),
+                         .weight = row.weight,
+                         .chosen = chosenWidths_[column]});
     }
-    for (const ColumnWidth& width : columnWidths) {
-        if (width.share != 0) {
-            const int least = width.leastCharacters * fontMetrics().averageCharWidth();
-            setColumnWidth(static_cast<int>(width.value), std::max(left * width.share / 100, least));
-        }
+    const std::vector<int> widths = ColumnWidths::shared(needs, viewport()->width());
+    isSharing_ = true;
+    for (std::size_t column = 0; column < widths.size(); ++column) {
+        setColumnWidth(static_cast<int>(column), widths[column]);
     }
+    isSharing_ = false;
 }
 
 void DependencyTable::copy() {
@@ -123,6 +185,14 @@ QString DependencyTable::selectedText() const {
     return lines.join(QLatin1Char('\n'));
 }
 
+int DependencyTable::selectedCount() const {
+    int count = 0;
+    for (const QItemSelectionRange& range : selectionModel()->selection()) {
+        count += range.height();
+    }
+    return count;
+}
+
 std::vector<int> DependencyTable::selectedRows() const {
     std::vector<int> rows;
     for (const QItemSelectionRange& range : selectionModel()->selection()) {
@@ -135,8 +205,43 @@ std::vector<int> DependencyTable::selectedRows() const {
     return rows;
 }
 
+/// Where nothing is selected, the first step of the keys selects where they are, and does not pass it by.
+void DependencyTable::keyPressEvent(QKeyEvent* event) {
+    const bool steps = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+    if (steps && !selectionModel()->hasSelection() && rows_->rowCount() > 0) {
+        selectOnly(currentIndex().isValid() ? currentIndex().row() : 0);
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+/// Whatever keys are held down, which Qt's own way to select a row would ask.
+void DependencyTable::selectOnly(int tableRow) {
+    selectionModel()->setCurrentIndex(rows_->index(tableRow, 0),
+                                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void DependencyTable::contextMenuEvent(QContextMenuEvent* event) {
+    if (!selectionModel()->hasSelection()) {
+        return;
+    }
+    QMenu menu(this);
+    menu.setObjectName(QStringLiteral("rowMenu"));
+    QAction* const copyRows = menu.addAction(QStringLiteral("&Copy"), this, &DependencyTable::copy);
+    copyRows->setObjectName(QStringLiteral("copyRows"));
+    menu.addSeparator();
+    for (QAction* const command : commands_) {
+        menu.addAction(command);
+    }
+    // The menu key opens it beside the row, wherever the mouse is.
+    const bool isByKey = event->reason() == QContextMenuEvent::Keyboard;
+    menu.exec(isByKey ? viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft())
+                      : event->globalPos());
+}
+
 void DependencyTable::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
     QTableView::selectionChanged(selected, deselected);
+    Q_EMIT selectedCountChanged();
     if (isRestoring_) {
         return;
     }
@@ -150,39 +255,44 @@ void DependencyTable::selectionChanged(const QItemSelection& selected, const QIt
 }
 
 void DependencyTable::rememberPlace() {
-    keptProject_ = rows_->project();
-    keptRows_.clear();
+    kept_ = {.project = rows_->project()};
     const std::vector<int> selected = selectedRows();
     if (selected.size() <= mostKeptRows) {
         for (const int row : selected) {
-            keptRows_.push_back(rows_->resultRow(row));
+            kept_.selected.push_back(rows_->resultRow(row));
         }
     }
     const int top = rowAt(0);
-    keptTop_ = top >= 0 && verticalScrollBar()->value() > 0 ? rows_->resultRow(top) : -1;
+    if (top >= 0 && verticalScrollBar()->value() > 0) {
+        kept_.top = rows_->resultRow(top);
+        kept_.topId = kept_.project->dependencies()[static_cast<std::size_t>(*kept_.top)].id();
+        kept_.topOffset = -rowViewportPosition(top);
+    }
     isRestoring_ = true;
 }
 
-/// Rows of a result mean the same before and after, unless a scan brought another result: then only what the
-/// application's model found again stays selected.
+/// Of another result's rows only what the application's model found again stays selected.
 void DependencyTable::restorePlace() {
-    if (keptProject_ != rows_->project()) {
-        keptRows_.clear();
-        keptTop_ = -1;
+    if (kept_.project != rows_->project()) {
+        kept_.selected.clear();
+        kept_.top = kept_.topId && rows_->project() ? rows_->project()->rowOf(*kept_.topId) : std::nullopt;
+        shareWidth();
     }
     if (model_->selectedRow()) {
-        keptRows_.push_back(*model_->selectedRow());
+        kept_.selected.push_back(*model_->selectedRow());
     }
     std::vector<int> tableRows;
-    for (const int row : keptRows_) {
+    for (const int row : kept_.selected) {
         if (const auto tableRow = rows_->tableRow(row)) {
             tableRows.push_back(*tableRow);
         }
     }
     std::ranges::sort(tableRows);
     select(tableRows);
-    keptProject_.reset();
+    scrollBack();
+    kept_ = {};
     isRestoring_ = false;
+    Q_EMIT selectedCountChanged();
 }
 
 /// Long selections are put together from runs of neighbours: one range for each row would be slow.
@@ -202,9 +312,14 @@ void DependencyTable::select(const std::vector<int>& tableRows) {
         selectionModel()->setCurrentIndex(rows_->index(*current, 0), QItemSelectionModel::NoUpdate);
     }
     selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
-    const auto top = keptTop_ >= 0 ? rows_->tableRow(keptTop_) : std::nullopt;
+}
+
+void DependencyTable::scrollBack() {
+    const auto top = kept_.top ? rows_->tableRow(*kept_.top) : std::nullopt;
+    const auto current = model_->selectedRow() ? rows_->tableRow(*model_->selectedRow()) : std::nullopt;
     if (top) {
         scrollTo(rows_->index(*top, 0), PositionAtTop);
+        verticalScrollBar()->setValue(verticalScrollBar()->value() + kept_.topOffset);
     } else if (current) {
         scrollTo(rows_->index(*current, 0));
     }
@@ -215,6 +330,6 @@ void DependencyTable::showModelSelection() {
     if (!wanted) {
         clearSelection();
     } else if (!selectionModel()->isRowSelected(*wanted)) {
-        selectRow(*wanted);
+        selectOnly(*wanted);
     }
 }

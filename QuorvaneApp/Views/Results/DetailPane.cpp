@@ -11,7 +11,6 @@
 #include <utility>
 
 #include <QPlainTextEdit>
-#include <QStackedWidget>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -19,73 +18,109 @@
 DetailPane::DetailPane(AppModel& model, LinkOpener openLink, QWidget* parent)
     : QWidget(parent),
       model_(&model),
-      pages_(new QStackedWidget),
+      header_(new QWidget),
       name_(new Label(Label::Role::heading)),
       version_(new Label(Label::Role::caption)),
       tabs_(new QTabWidget),
-      facts_(new DependencyFacts(std::move(openLink))),
+      facts_(new DependencyFacts(std::move(openLink), this)),
       licenseText_(new LicenseTextView(this)),
-      noticeText_(makePackageTextEdit(QStringLiteral("noticeText"), tr("Notice text"))) {
-    // Hidden, until they get a tab.
-    noticeText_->setParent(this);
-    licenseText_->hide();
-    noticeText_->hide();
+      noticeText_(makePackageTextEdit(QStringLiteral("noticeText"), QStringLiteral("Notice text"))),
+      sources_(new SourcesView(model, this)),
+      wanted_(facts_) {
+    showTabs(false, false, false);
+    header_->hide();
     setObjectName(QStringLiteral("detailPane"));
-    setAccessibleName(tr("Details"));
+    setAccessibleName(QStringLiteral("Details"));
+    noticeText_->setParent(this);
     name_->setWrapping(true);
     name_->makeSelectable();
-    name_->setAccessibleName(tr("Selected package"));
+    name_->setAccessibleName(QStringLiteral("Selected package"));
     tabs_->setDocumentMode(true);
-    tabs_->setAccessibleName(tr("Parts of the details"));
-    tabs_->addTab(facts_, tr("Details"));
-    tabs_->tabBar()->setAccessibleName(tr("Parts of the details"));
+    tabs_->setAccessibleName(QStringLiteral("Parts of the details"));
+    tabs_->tabBar()->setAccessibleName(QStringLiteral("Parts of the details"));
+    tabs_->setUsesScrollButtons(true);
+    tabs_->setElideMode(Qt::ElideRight);
+    connect(tabs_, &QTabWidget::currentChanged, this, [this] {
+        if (!isArranging_) {
+            wanted_ = tabs_->currentWidget();
+        }
+    });
 
-    auto* const page = new QWidget;
-    auto* const layout = new QVBoxLayout(page);
-    layout->setContentsMargins(0, 10, 0, 0);
-    layout->setSpacing(8);
-    auto* const header = new QHBoxLayout;
-    header->setContentsMargins(14, 0, 14, 0);
+    auto* const header = new QHBoxLayout(header_);
+    header->setContentsMargins(14, 10, 14, 0);
     header->setSpacing(10);
     header->addWidget(name_, 1);
     header->addWidget(version_, 0, Qt::AlignBottom);
-    layout->addLayout(header);
-    layout->addWidget(tabs_, 1);
-
-    pages_->addWidget(new SourcesView(model));
-    pages_->addWidget(page);
     auto* const whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(pages_);
+    whole->setSpacing(8);
+    whole->addWidget(header_);
+    whole->addWidget(tabs_, 1);
     connect(model_, &AppModel::selectionChanged, this, &DetailPane::showSelection);
-    showSelection();
+    connect(model_, &AppModel::rowsChanged, this, &DetailPane::showSelection);
+}
+
+/// Little: below the table it must not take the room that the rows need.
+QSize DetailPane::minimumSizeHint() const {
+    return {fontMetrics().averageCharWidth() * 24, fontMetrics().height() * 5};
+}
+
+void DetailPane::findInText() {
+    if (tabs_->indexOf(licenseText_) >= 0) {
+        tabs_->setCurrentWidget(licenseText_);
+        licenseText_->startFinding();
+    }
+}
+
+void DetailPane::showSources() {
+    tabs_->setCurrentWidget(sources_);
+    sources_->setFocus(Qt::ShortcutFocusReason);
 }
 
 void DetailPane::showSelection() {
-    const ScanKit::Dependency* const dependency = model_->selectedDependency();
-    pages_->setCurrentIndex(dependency == nullptr ? 0 : 1);
+    const ScanKit::Dependency* const dependency = model_->shownDependency();
+    // With each key in the search: what is shown already is not laid out anew.
+    if (dependency == shown_ && model_->project() == project_) {
+        return;
+    }
+    shown_ = dependency;
+    project_ = model_->project();
+    header_->setVisible(dependency != nullptr);
     if (dependency == nullptr) {
+        showTabs(false, false, false);
         return;
     }
     name_->setText(Texts::oneLine(Texts::fromUtf8(dependency->name)));
     const QString version = Texts::oneLine(Texts::fromUtf8(dependency->version));
-    version_->setText(version.isEmpty() ? tr("No version") : version);
+    version_->setText(version.isEmpty() ? QStringLiteral("No version") : version);
     facts_->show(*dependency);
     const QString license = Texts::fromUtf8(dependency->licenseText.value_or(""));
     const QString notice = Texts::fromUtf8(dependency->noticeText.value_or(""));
     licenseText_->setText(license);
     noticeText_->setPlainText(Texts::withoutEndlessLines(notice));
-    showTab(*licenseText_, tr("License text"), !license.isEmpty());
-    showTab(*noticeText_, tr("Notice"), !notice.isEmpty());
+    showTabs(true, !license.isEmpty(), !notice.isEmpty());
 }
 
-/// A tab is there only when it holds something.
-void DetailPane::showTab(QWidget& view, const QString& title, bool isShown) {
-    const int tab = tabs_->indexOf(&view);
-    if (!isShown && tab >= 0) {
-        tabs_->removeTab(tab);
-        view.hide();
-    } else if (isShown && tab < 0) {
-        tabs_->addTab(&view, title);
+/// A tab is there only when it holds something; they keep their order.
+void DetailPane::showTabs(bool hasPackage, bool hasLicense, bool hasNotice) {
+    struct Tab {
+        QWidget* view;
+        const char* title;
+        bool isShown;
+    };
+    isArranging_ = true;
+    int place = 0;
+    for (const Tab& tab : {Tab{facts_, "Details", hasPackage}, Tab{licenseText_, "License text", hasLicense},
+                           Tab{noticeText_, "Notice", hasNotice}, Tab{sources_, "Project", true}}) {
+        const int present = tabs_->indexOf(tab.view);
+        if (!tab.isShown) {
+            tabs_->removeTab(present);
+            tab.view->hide();
+        } else if (present < 0) {
+            tabs_->insertTab(place, tab.view, QString::fromUtf8(tab.title));
+        }
+        place += tab.isShown ? 1 : 0;
     }
+    tabs_->setCurrentWidget(tabs_->indexOf(wanted_) >= 0 ? wanted_ : tabs_->widget(0));
+    isArranging_ = false;
 }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "ScanKit/Model/Dependency.h"
+
 #include <functional>
+#include <memory>
 
 #include <QWidget>
 
@@ -9,11 +12,13 @@ class DependencyFacts;
 class Label;
 class LicenseTextView;
 class QPlainTextEdit;
-class QStackedWidget;
 class QTabWidget;
+class ScannedProject;
+class SourcesView;
 
-/// Everything known of the selected dependency: the facts with flags and notes, and the license and notice
-/// texts in views of their own. Says so when nothing is selected.
+/// Everything known of the selected dependency, and of the project: the facts with flags and notes, the license and
+/// notice texts in views of their own, and what was read. Where nothing is selected, or the filter hides it, the
+/// project alone is shown. The part that was looked at last is shown of the next package, too, if it has one.
 class DetailPane : public QWidget {
     Q_OBJECT
 
@@ -23,16 +28,27 @@ public:
     /// `openLink` is called with a web address when the user clicks on it.
     DetailPane(AppModel& model, LinkOpener openLink, QWidget* parent = nullptr);
 
+    QSize minimumSizeHint() const override;
+    /// Shows the license text, when there is one, with the keys in the field that finds words in it.
+    void findInText();
+    /// Shows what was read of the project.
+    void showSources();
+
 private:
     void showSelection();
-    void showTab(QWidget& view, const QString& title, bool isShown);
+    void showTabs(bool hasPackage, bool hasLicense, bool hasNotice);
 
     AppModel* model_;
-    QStackedWidget* pages_;
+    QWidget* header_;
     Label* name_;
     Label* version_;
     QTabWidget* tabs_;
     DependencyFacts* facts_;
     LicenseTextView* licenseText_;
     QPlainTextEdit* noticeText_;
+    SourcesView* sources_;
+    std::shared_ptr<const ScannedProject> project_;  ///< that `shown_` is of
+    const ScanKit::Dependency* shown_ = nullptr;
+    QWidget* wanted_ = nullptr;  ///< the tab that the user chose last
+    bool isArranging_ = false;
 };

@@ -4,17 +4,11 @@
 #include "ScanKit/Identification/LicenseExpression.h"
 #include "ScanKit/Identification/SPDX.h"
 
-#include <QCoreApplication>
 #include <QLocale>
 #include <QStringList>
-#include <QUrl>
 
 namespace Facts {
 namespace {
-
-QString translated(const char* text) {
-    return QCoreApplication::translate("Facts", text);
-}
 
 /// A score just below the whole must not read as 100 %.
 QString percentage(double score) {
@@ -33,7 +27,7 @@ QString joined(const std::vector<std::string>& texts) {
 /// How the project comes to the package; nothing where no file says it.
 QString wayOf(const ScanKit::Dependency& dependency) {
     if (dependency.way.size() == 1) {
-        return translated("The project asks for it");
+        return QStringLiteral("The project asks for it");
     }
     QStringList steps;
     for (const std::string& step : dependency.way) {
@@ -48,21 +42,22 @@ std::vector<Fact> of(const ScanKit::Dependency& dependency) {
     std::vector<Fact> facts;
     const auto add = [&facts](const char* title, const QString& text) {
         if (!text.isEmpty()) {
-            facts.push_back({translated(title), text});
+            facts.push_back({QString::fromUtf8(title), text});
         }
     };
     add("License", Texts::oneLine(Texts::fromUtf8(dependency.licenseDisplay())));
     add("Full name", displayNames(Texts::fromUtf8(dependency.license.value_or(""))));
     add("Category", Texts::fromUtf8(ScanKit::label(dependency.category)));
     add("Found by", Texts::fromUtf8(ScanKit::label(dependency.basis)));
-    if (dependency.matchScore) {
+    // A notice is short by nature: how much it shares with the full text says nothing.
+    if (dependency.matchScore && dependency.basis != ScanKit::LicenseBasis::notice) {
         add("Match with the standard text", percentage(*dependency.matchScore));
     }
     add("Declared", Texts::fromUtf8(dependency.declared.value_or("")));
     add("License files", joined(dependency.licenseFileNames));
     add("Ecosystem", Texts::fromUtf8(ScanKit::label(dependency.ecosystem)));
     add("Why it is here", wayOf(dependency));
-    add("Used for", dependency.isDev ? translated("Development only") : QString());
+    add("Used for", dependency.isDev ? QStringLiteral("Development only") : QString());
     return facts;
 }
 
@@ -81,16 +76,6 @@ QString displayNames(const QString& license) {
     }
     const QString text = names.join(QStringLiteral(", "));
     return text == license ? QString() : text;
-}
-
-std::optional<QString> webLink(const std::optional<std::string>& source) {
-    const QUrl url(Texts::fromUtf8(source.value_or("")), QUrl::StrictMode);
-    const bool isWeb =
-        url.scheme() == QLatin1StringView("https") || url.scheme() == QLatin1StringView("http");
-    if (!url.isValid() || !isWeb || url.host().isEmpty()) {
-        return std::nullopt;
-    }
-    return url.toString(QUrl::FullyEncoded);
 }
 
 }  // namespace Facts

@@ -2,7 +2,6 @@
 
 #include "ScanKit/Model/Dependency.h"
 
-#include <optional>
 #include <vector>
 
 #include <QString>
@@ -21,7 +20,5 @@ std::vector<Fact> of(const ScanKit::Dependency& dependency);
 /// The display names of the licenses in the text of a license column, such as "MIT License"; empty when they
 /// add nothing to the text itself.
 QString displayNames(const QString& license);
-/// The source as a link that may be opened: a whole http or https address. None for any other text.
-std::optional<QString> webLink(const std::optional<std::string>& source);
 
 }  // namespace Facts

@@ -20,10 +20,10 @@ HeaderBar::HeaderBar(AppModel& model, const AppCommands& commands, QWidget* pare
       search_(new Field) {
     setObjectName(QStringLiteral("header"));
     search_->setObjectName(QStringLiteral("search"));
-    search_->setPlaceholderText(tr("Package or license"));
-    search_->setAccessibleName(tr("Package or license"));
-    search_->setClearButtonEnabled(true);
-    search_->setMinimumWidth(fontMetrics().averageCharWidth() * 24);
+    search_->setPlaceholderText(QStringLiteral("Package or license"));
+    search_->setAccessibleName(QStringLiteral("Package or license"));
+    search_->addClearButton();
+    search_->setMinimumWidth(fontMetrics().averageCharWidth() * 14);
     search_->setMaximumWidth(fontMetrics().averageCharWidth() * 44);
     search_->installEventFilter(this);
     // Not `textEdited`: Escape empties the field, too. The model tells only of changes, so this goes round once.

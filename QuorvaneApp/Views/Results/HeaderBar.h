@@ -5,7 +5,7 @@
 class AppCommands;
 class AppModel;
 class ElidedLabel;
-class QLineEdit;
+class Field;
 
 /// The project's name and folder, the search field, and the two commands used most.
 class HeaderBar : public QWidget {
@@ -31,5 +31,5 @@ private:
     AppModel* model_;
     ElidedLabel* name_;
     ElidedLabel* path_;
-    QLineEdit* search_;
+    Field* search_;
 };

@@ -4,32 +4,66 @@
 #include "QuorvaneApp/Views/Controls/Appearance.h"
 #include "QuorvaneApp/Views/Controls/Label.h"
 #include "QuorvaneApp/Views/Results/PackageTextEdit.h"
+#include "QuorvaneApp/Views/Results/TextFindBar.h"
 #include "ScanKit/Identification/TextReading.h"
 
+#include <algorithm>
 #include <string>
 
+#include <QComboBox>
 #include <QEvent>
+#include <QHBoxLayout>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
 #include <QTextBlock>
-#include <QVBoxLayout>
+#include <QToolButton>
 
 LicenseTextView::LicenseTextView(QWidget* parent)
     : QWidget(parent),
-      legend_(new Label(Label::Role::caption, tr("Marked: what stands in no standard license text."))),
-      text_(makePackageTextEdit(QStringLiteral("licenseText"), tr("License text"))) {
+      legend_(new QWidget),
+      meaning_(new Label(Label::Role::caption,
+                         QStringLiteral("Marked: what stands in no standard license text."))),
+      nextMark_(new QToolButton),
+      parts_(new QComboBox),
+      text_(makePackageTextEdit(QStringLiteral("licenseText"), QStringLiteral("License text"))),
+      find_(new TextFindBar(*text_)) {
+    meaning_->setWrapping(true);
+    nextMark_->setObjectName(QStringLiteral("nextMark"));
+    nextMark_->setText(QStringLiteral("Next Mark"));
+    nextMark_->setFocusPolicy(Qt::TabFocus);
+    nextMark_->setAutoRaise(true);
+    connect(nextMark_, &QToolButton::clicked, this, &LicenseTextView::goToNextMark);
+    parts_->setObjectName(QStringLiteral("textParts"));
+    parts_->setAccessibleName(QStringLiteral("License files"));
+    parts_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    connect(parts_, &QComboBox::activated, this, [this](int part) { goTo(parts_->itemData(part).toInt()); });
+    auto* const legendLine = new QHBoxLayout(legend_);
+    legendLine->setContentsMargins(12, 4, 10, 0);
+    legendLine->addWidget(meaning_, 1);
+    legendLine->addWidget(nextMark_);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    legend_->setContentsMargins(12, 8, 12, 6);
-    legend_->setWrapping(true);
     layout->addWidget(legend_);
+    layout->addWidget(find_);
+    layout->addWidget(parts_);
     layout->addWidget(text_, 1);
     setFocusProxy(text_);
 }
 
 void LicenseTextView::setText(const QString& text) {
-    text_->setPlainText(Texts::withoutEndlessLines(text));
+    const QString shown = Texts::withoutEndlessLines(text);
+    // The place where someone reads stays when another scan brings the same text.
+    if (shown == text_->toPlainText()) {
+        return;
+    }
+    text_->setPlainText(shown);
     mark();
+    listParts();
+}
+
+void LicenseTextView::startFinding() {
+    find_->start();
 }
 
 void LicenseTextView::changeEvent(QEvent* event) {
@@ -48,6 +82,7 @@ void LicenseTextView::mark() {
     format.setUnderlineStyle(QTextCharFormat::DotLine);
     format.setUnderlineColor(Appearance::severityColor(ScanKit::Flag::Severity::medium, palette()));
     QList<QTextEdit::ExtraSelection> marks;
+    marks_.clear();
     std::size_t bytes = 0;
     int position = 0;
     const auto advance = [&](const char* end) {
@@ -59,10 +94,41 @@ void LicenseTextView::mark() {
     for (const std::string_view part : ScanKit::partsBeyondLicenses(shown)) {
         QTextCursor cursor(text_->document());
         cursor.setPosition(advance(part.data()));
+        marks_.push_back(cursor.position());
         cursor.setPosition(advance(part.data() + part.size()), QTextCursor::KeepAnchor);
         marks.push_back({cursor, format});
     }
     text_->setExtraSelections(marks);
-    text_->setAccessibleDescription(marks.isEmpty() ? QString() : legend_->text());
+    text_->setAccessibleDescription(marks.isEmpty() ? QString() : meaning_->text());
     legend_->setVisible(!marks.isEmpty());
+}
+
+/// Where a text is put together from several files, each begins with a line of its name.
+void LicenseTextView::listParts() {
+    static const QRegularExpression heading(QStringLiteral("^--- (.+) ---$"),
+                                            QRegularExpression::MultilineOption);
+    parts_->clear();
+    for (auto matches = heading.globalMatch(text_->toPlainText()); matches.hasNext();) {
+        const QRegularExpressionMatch match = matches.next();
+        parts_->addItem(match.captured(1), static_cast<int>(match.capturedStart()));
+    }
+    parts_->setVisible(parts_->count() > 1);
+}
+
+/// Behind the last mark comes the first again.
+void LicenseTextView::goToNextMark() {
+    const int here = text_->textCursor().position();
+    const auto next = std::ranges::upper_bound(marks_, here);
+    if (!marks_.isEmpty()) {
+        goTo(next == marks_.end() ? marks_.front() : *next);
+    }
+}
+
+/// The place comes to the upper edge: what follows it is what is wanted.
+void LicenseTextView::goTo(int position) {
+    QTextCursor cursor = text_->textCursor();
+    cursor.movePosition(QTextCursor::End);
+    text_->setTextCursor(cursor);
+    cursor.setPosition(position);
+    text_->setTextCursor(cursor);
 }

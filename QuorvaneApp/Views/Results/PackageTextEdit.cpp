@@ -2,6 +2,8 @@
 
 #include "QuorvaneApp/Views/Controls/Appearance.h"
 
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QPlainTextEdit>
 
 QPlainTextEdit* makePackageTextEdit(const QString& objectName, const QString& accessibleName) {
@@ -11,7 +13,15 @@ QPlainTextEdit* makePackageTextEdit(const QString& objectName, const QString& ac
     view->setReadOnly(true);
     view->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     view->setFrameShape(QFrame::NoFrame);
-    view->setFont(Appearance::adjusted(view->font(), -0.5));
+    // Authors lay their texts out in columns of letters: lines stay as they are, and paragraphs line up.
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    // Not every desktop names one.
+    if (!QFontInfo(font).fixedPitch()) {
+        font.setFamily(QStringLiteral("monospace"));
+    }
+    font.setPointSizeF(view->font().pointSizeF());
+    view->setFont(Appearance::adjusted(font, -0.5));
+    view->setLineWrapMode(QPlainTextEdit::NoWrap);
     // Nothing is typed here: the key goes on, as everywhere else.
     view->setTabChangesFocus(true);
     view->document()->setDocumentMargin(12);

@@ -1,14 +1,12 @@
 #pragma once
 
-#include <QWidget>
+#include "QuorvaneApp/Views/Controls/ProgressRow.h"
 
 class AppModel;
-class ElidedLabel;
 class QAction;
-class QProgressBar;
 
-/// How far the running scan is, in numbers and with a name, and a way to end it. Hidden while none runs.
-class ProgressStrip : public QWidget {
+/// How far the running scan is, with the button that ends it.
+class ProgressStrip : public ProgressRow {
     Q_OBJECT
 
 public:
@@ -18,6 +16,4 @@ private:
     void showState();
 
     AppModel* model_;
-    ElidedLabel* text_;
-    QProgressBar* bar_;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "QuorvaneApp/Model/WindowMemory.h"
+
 #include <functional>
 
 #include <QWidget>
@@ -29,12 +31,17 @@ public:
     DetailPane& detailPane() { return *detailPane_; }
     /// Puts the keys into the table, on the selected row or the first.
     void goToRows();
+    /// Takes the keys until there are rows, and passes them on to these.
+    void awaitRows();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void showState();
+    void explainHidden();
+    void arrange();
+    void rememberSizes();
     void explain(const QString& heading, const QString& sentence, QWidget* button);
 
     AppModel* model_;
@@ -48,6 +55,6 @@ private:
     QStackedWidget* middle_;
     QSplitter* outer_;
     QSplitter* inner_;
+    WindowMemory memory_;
     bool isArranged_ = false;
-    bool awaitsFirstRows_ = true;  ///< of a project just opened: then the keys go to the table
 };

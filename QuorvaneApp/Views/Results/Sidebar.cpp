@@ -4,11 +4,12 @@
 #include "QuorvaneApp/Model/Texts.h"
 #include "QuorvaneApp/Views/Results/SidebarDelegate.h"
 
+#include <QScrollBar>
 #include <QSignalBlocker>
 
 Sidebar::Sidebar(AppModel& model, QWidget* parent) : QListWidget(parent), model_(&model) {
     setObjectName(QStringLiteral("sidebar"));
-    setAccessibleName(tr("Filters"));
+    setAccessibleName(QStringLiteral("Filters"));
     setItemDelegate(new SidebarDelegate(this));
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -21,8 +22,9 @@ Sidebar::Sidebar(AppModel& model, QWidget* parent) : QListWidget(parent), model_
     rebuild();
 }
 
+/// As wide as its longest line with its count, so that neither is cut when the counts have five digits.
 QSize Sidebar::sizeHint() const {
-    return {fontMetrics().averageCharWidth() * 26, QListWidget::sizeHint().height()};
+    return {sizeHintForColumn(0) + verticalScrollBar()->sizeHint().width(), fontMetrics().height() * 8};
 }
 
 void Sidebar::rebuild() {
@@ -30,14 +32,15 @@ void Sidebar::rebuild() {
     const QSignalBlocker quiet(this);
     clear();
     filters_.clear();
-    addHeading(tr("Packages"));
-    addFilter(DependencyFilter::all(), tr("All"));
-    addFilter(DependencyFilter::needsReview(), tr("Needs review"));
-    addFilter(DependencyFilter::copyleft(), tr("Copyleft"));
-    addFilter(DependencyFilter::unknown(), tr("Unknown"));
+    addHeading(QStringLiteral("Packages"));
+    addFilter(DependencyFilter::all(), QStringLiteral("All"));
+    addFilter(DependencyFilter::needsReview(), QStringLiteral("Needs review"));
+    addFilter(DependencyFilter::copyleft(), QStringLiteral("Copyleft"));
+    addFilter(DependencyFilter::unknown(), QStringLiteral("Unknown"));
+    addFilter(DependencyFilter::devOnly(), QStringLiteral("Dev-only"));
     const std::vector<ScanKit::Ecosystem> ecosystems = model_->ecosystems();
     if (!ecosystems.empty()) {
-        addHeading(tr("Ecosystems"));
+        addHeading(QStringLiteral("Ecosystems"));
     }
     for (const ScanKit::Ecosystem ecosystem : ecosystems) {
         addFilter(DependencyFilter::ecosystem(ecosystem), Texts::fromUtf8(ScanKit::label(ecosystem)));
@@ -62,11 +65,13 @@ void Sidebar::addFilter(const DependencyFilter& filter, const QString& text) {
     const auto count = static_cast<std::size_t>(model_->project()->count(filter));
     item->setData(SidebarDelegate::countRole, Texts::number(count));
     item->setData(Qt::AccessibleTextRole,
-                  tr("%1, %2").arg(text, Texts::counted(count, tr("package"), tr("packages"))));
+                  QStringLiteral("%1, %2").arg(
+                      text, Texts::counted(count, QStringLiteral("package"), QStringLiteral("packages"))));
 }
 
 void Sidebar::showFilter() {
     const QSignalBlocker quiet(this);
+    setCurrentRow(-1);
     for (int row = 0; row < count(); ++row) {
         const QVariant position = item(row)->data(SidebarDelegate::filterRole);
         if (position.isValid() && filters_[position.toUInt()] == model_->filter()) {

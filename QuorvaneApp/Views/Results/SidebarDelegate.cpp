@@ -2,6 +2,8 @@
 
 #include "QuorvaneApp/Views/Controls/Appearance.h"
 
+#include <algorithm>
+
 #include <QPainter>
 
 namespace {
@@ -65,5 +67,8 @@ void SidebarDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
 
 QSize SidebarDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
     const int extra = index.data(isHeadingRole).toBool() ? 20 : 12;
-    return {option.fontMetrics.averageCharWidth() * 12, option.fontMetrics.height() + extra};
+    const int words = option.fontMetrics.horizontalAdvance(index.data(Qt::DisplayRole).toString());
+    const int count = std::max(option.fontMetrics.horizontalAdvance(index.data(countRole).toString()),
+                               option.fontMetrics.horizontalAdvance(QStringLiteral("00,000")));
+    return {words + count + 2 * inset + 4 * padding, option.fontMetrics.height() + extra};
 }

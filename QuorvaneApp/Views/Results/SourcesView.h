@@ -2,10 +2,14 @@
 
 #include "QuorvaneApp/Views/Controls/ScrolledColumn.h"
 
-class AppModel;
+#include <filesystem>
+#include <functional>
 
-/// What stands in the details while no package is selected: the files and folders that the scan read, and what became of the
-/// entries of each lockfile.
+class AppModel;
+class QVBoxLayout;
+
+/// What the scan read: lockfiles and installed packages with what became of their entries, and the folders that
+/// the user added, which can be taken back.
 class SourcesView : public ScrolledColumn {
     Q_OBJECT
 
@@ -14,6 +18,11 @@ public:
 
 private:
     void rebuild();
+    void addRead(QVBoxLayout& column);
+    void addAdded(QVBoxLayout& column);
+    void addRemovable(QVBoxLayout& column, const std::filesystem::path& folder, const QString& kind,
+                      std::function<void()> remove);
 
     AppModel* model_;
+    bool saysHowToSelect_ = true;
 };

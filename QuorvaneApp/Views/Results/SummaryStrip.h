@@ -13,8 +13,10 @@ class SummaryStrip : public QWidget {
 public:
     explicit SummaryStrip(AppModel& model, QWidget* parent = nullptr);
 
-protected:
-    void paintEvent(QPaintEvent* event) override;
+    /// What the counts alone need, without the packages that are left out.
+    int leastWidth() const;
+    /// Leaves out what has no place in this width.
+    void setRoom(int width);
 
 private:
     struct Figure {
@@ -28,4 +30,5 @@ private:
     AppModel* model_;
     Figure total_, needsReview_, copyleft_, unknown_;
     Label* leftOut_;
+    std::size_t leftOutCount_ = 0;
 };

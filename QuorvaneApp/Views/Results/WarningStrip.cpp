@@ -5,20 +5,21 @@
 #include "QuorvaneApp/Model/Texts.h"
 #include "QuorvaneApp/Model/WarningRemedy.h"
 #include "QuorvaneApp/Views/Controls/CommandButton.h"
+#include "QuorvaneApp/Views/Controls/FittedScrollArea.h"
 #include "QuorvaneApp/Views/Controls/Strip.h"
 
 #include <algorithm>
 #include <optional>
 
 #include <QPushButton>
-#include <QResizeEvent>
 #include <QVBoxLayout>
 
 namespace {
 
 /// A large project may have a warning a file: they must leave the table its room.
 constexpr std::size_t shownWhenFolded = 2;
-constexpr int greatestHeight = 190;
+constexpr double partWhenFolded = 0.25;  ///< of the window's height
+constexpr double partWhenUnfolded = 0.4;
 
 std::optional<Command> commandFor(WarningRemedy remedy) {
     switch (remedy) {
@@ -37,38 +38,63 @@ std::optional<Command> commandFor(WarningRemedy remedy) {
 }  // namespace
 
 WarningStrip::WarningStrip(AppModel& model, const AppCommands& commands, QWidget* parent)
-    : QScrollArea(parent), model_(&model), commands_(&commands) {
+    : QWidget(parent),
+      model_(&model),
+      commands_(&commands),
+      area_(new FittedScrollArea),
+      toggle_(new QPushButton) {
     setObjectName(QStringLiteral("warnings"));
-    setAccessibleName(tr("Warnings"));
-    setFrameShape(NoFrame);
-    setWidgetResizable(true);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    connect(model_, &AppModel::projectChanged, this, [this] {
-        isUnfolded_ = false;
+    setAccessibleName(QStringLiteral("Warnings"));
+    area_->setAccessibleName(QStringLiteral("Warnings"));
+    toggle_->setObjectName(QStringLiteral("warningsToggle"));
+    toggle_->setFlat(true);
+    connect(toggle_, &QPushButton::clicked, this, [this] {
+        isUnfolded_ = !isUnfolded_;
         rebuild();
     });
+    // Below what scrolls, so that it is always in sight.
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(area_);
+    column->addWidget(toggle_, 0, Qt::AlignHCenter);
+    connect(model_, &AppModel::warningsChanged, this, &WarningStrip::showWarnings);
     rebuild();
 }
 
+/// Another scan mostly raises the same warnings: then nothing moves, and the focus stays where it is.
+void WarningStrip::showWarnings() {
+    std::vector<ScanKit::ScanWarning> warnings;
+    for (const ScanKit::ScanWarning* const warning : model_->warnings()) {
+        warnings.push_back(*warning);
+    }
+    if (warnings != shown_) {
+        isUnfolded_ = isUnfolded_ && !warnings.empty();
+        shown_ = std::move(warnings);
+        rebuild();
+    }
+}
+
 void WarningStrip::rebuild() {
-    const std::size_t count = model_->result() == nullptr ? 0 : model_->result()->warnings.size();
     auto* const page = new QWidget;
     auto* const column = new QVBoxLayout(page);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    const std::size_t shown = isUnfolded_ ? count : std::min(count, shownWhenFolded);
-    for (std::size_t i = 0; i < shown; ++i) {
-        addWarning(*column, model_->result()->warnings[i]);
+    const std::size_t count = isUnfolded_ ? shown_.size() : std::min(shown_.size(), shownWhenFolded);
+    for (std::size_t i = 0; i < count; ++i) {
+        addWarning(*column, shown_[i]);
     }
-    if (count > shownWhenFolded) {
-        addToggle(*column, count - shownWhenFolded);
-    }
-    setWidget(page);
-    setVisible(count > 0);
+    area_->setWidget(page);
     // Whoever uses the keys must be able to scroll what is longer than the strip.
-    setFocusPolicy(isUnfolded_ ? Qt::StrongFocus : Qt::NoFocus);
-    fitHeight();
+    area_->setFocusPolicy(isUnfolded_ ? Qt::StrongFocus : Qt::NoFocus);
+    const std::size_t folded = shown_.size() - std::min(shown_.size(), shownWhenFolded);
+    toggle_->setVisible(folded > 0);
+    toggle_->setText(isUnfolded_
+                         ? QStringLiteral("Show fewer warnings")
+                         : QStringLiteral("Show %1").arg(Texts::counted(
+                               folded, QStringLiteral("more warning"), QStringLiteral("more warnings"))));
+    setVisible(!shown_.empty());
+    limitHeight();
 }
 
 void WarningStrip::addWarning(QVBoxLayout& column, const ScanKit::ScanWarning& warning) {
@@ -77,44 +103,21 @@ void WarningStrip::addWarning(QVBoxLayout& column, const ScanKit::ScanWarning& w
     if (const std::optional<Command> command = commandFor(remedyOf(warning.kind))) {
         strip->addButton(*new CommandButton(*commands_->action(*command)));
     }
+    strip->addDismissButton();
+    // What is put away takes its button with it, so it waits until the click is over.
+    connect(
+        strip, &Strip::dismissed, model_,
+        [model = model_, sentence = warning.sentence] { model->putAwayWarning(sentence); },
+        Qt::QueuedConnection);
     column.addWidget(strip);
 }
 
-void WarningStrip::addToggle(QVBoxLayout& column, std::size_t folded) {
-    auto* const toggle = new QPushButton(
-        isUnfolded_ ? tr("Show fewer warnings")
-                    : tr("Show %1").arg(Texts::counted(folded, tr("more warning"), tr("more warnings"))));
-    toggle->setObjectName(QStringLiteral("warningsToggle"));
-    toggle->setFlat(true);
-    // Rebuilding deletes the button that was pressed, so it waits until the click is over.
-    connect(
-        toggle, &QPushButton::clicked, this,
-        [this] {
-            isUnfolded_ = !isUnfolded_;
-            rebuild();
-        },
-        Qt::QueuedConnection);
-    column.addWidget(toggle, 0, Qt::AlignHCenter);
+void WarningStrip::setWindowHeight(int height) {
+    windowHeight_ = height;
+    limitHeight();
 }
 
-QSize WarningStrip::sizeHint() const {
-    return {QScrollArea::sizeHint().width(), height()};
-}
-
-void WarningStrip::resizeEvent(QResizeEvent* event) {
-    QScrollArea::resizeEvent(event);
-    if (event->size().width() != event->oldSize().width()) {
-        fitHeight();
-    }
-}
-
-/// As tall as its sentences need at this width, up to a limit; then it scrolls.
-void WarningStrip::fitHeight() {
-    if (widget() == nullptr) {
-        return;
-    }
-    const QLayout& layout = *widget()->layout();
-    const int needed =
-        layout.hasHeightForWidth() ? layout.heightForWidth(viewport()->width()) : layout.sizeHint().height();
-    setFixedHeight(std::min(needed, greatestHeight));
+void WarningStrip::limitHeight() {
+    const double part = isUnfolded_ ? partWhenUnfolded : partWhenFolded;
+    area_->setGreatestHeight(static_cast<int>(windowHeight_ * part));
 }

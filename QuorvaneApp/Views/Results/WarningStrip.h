@@ -2,34 +2,38 @@
 
 #include "ScanKit/Model/ScanWarning.h"
 
-#include <QScrollArea>
+#include <vector>
+
+#include <QWidget>
 
 class AppCommands;
 class AppModel;
-class QAction;
+class FittedScrollArea;
 class QPushButton;
 class QVBoxLayout;
 
-/// The warnings of the last scan, each with the button that the program has for it. Beyond the first two they
-/// are folded away until asked for.
-class WarningStrip : public QScrollArea {
+/// The warnings of the last scan, each with the button that the program has for it and one that puts it away.
+/// Beyond the first two they are folded away until asked for.
+class WarningStrip : public QWidget {
     Q_OBJECT
 
 public:
     WarningStrip(AppModel& model, const AppCommands& commands, QWidget* parent = nullptr);
 
-    QSize sizeHint() const override;
-
-protected:
-    void resizeEvent(QResizeEvent* event) override;
+    /// The warnings take a part of this height, and leave the table its room.
+    void setWindowHeight(int height);
 
 private:
+    void showWarnings();
     void rebuild();
     void addWarning(QVBoxLayout& column, const ScanKit::ScanWarning& warning);
-    void addToggle(QVBoxLayout& column, std::size_t folded);
-    void fitHeight();
+    void limitHeight();
 
     AppModel* model_;
     const AppCommands* commands_;
+    FittedScrollArea* area_;
+    QPushButton* toggle_;
+    std::vector<ScanKit::ScanWarning> shown_;
     bool isUnfolded_ = false;
+    int windowHeight_ = 800;
 };

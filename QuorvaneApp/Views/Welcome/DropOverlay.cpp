@@ -6,7 +6,7 @@
 
 DropOverlay::DropOverlay(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    setAccessibleName(tr("Drop the folder to scan it"));
+    setAccessibleName(QStringLiteral("Drop the folder to scan it"));
     hide();
 }
 
