@@ -139,6 +139,19 @@ void describe(QPDF& pdf, const PDFPages::Properties& properties) {
     information.replaceKey("/ModDate", created);
 }
 
+/// Says of each embedded font of this kind that its glyphs have the numbers that texts have for them: so it is when nothing
+/// is said, and yet it must be.
+void completeFonts(Object page) {
+    for (auto [name, font] : page.getKey("/Resources").getKey("/Font").getDictAsMap()) {
+        if (font.hasKey("/DescendantFonts")) {
+            Object inner = font.getKey("/DescendantFonts").getArrayItem(0);
+            if (inner.getKey("/Subtype").isNameAndEquals("/CIDFontType2") && !inner.hasKey("/CIDToGIDMap")) {
+                inner.replaceKey("/CIDToGIDMap", Object::newName("/Identity"));
+            }
+        }
+    }
+}
+
 Prepared prepared(const std::string& drawn, const PDFPages& document) {
     QPDF pdf;
     pdf.setSuppressWarnings(true);
@@ -151,6 +164,7 @@ Prepared prepared(const std::string& drawn, const PDFPages& document) {
         Object page = helper.getObjectHandle();
         page.replaceKey("/StructParents", Object::newInteger(static_cast<long long>(pages.size())));
         page.replaceKey("/Tabs", Object::newName("/S"));
+        completeFonts(page);
         Object contents = page.getKey("/Contents");
         contents.replaceStreamData(deflated(withArtifacts(bytesOf(contents.getStreamData()))),
                                    Object::newName("/FlateDecode"), Object::newNull());
