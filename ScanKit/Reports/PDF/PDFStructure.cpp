@@ -101,7 +101,7 @@ void dropTree(std::string& drawn) {
 /// inside a string follows a backslash, so that no text of a package is taken for a piece's beginning.
 std::string withArtifacts(std::string_view content) {
     static const std::string beginning = fmt::format("\n/{} << /MCID ", artifactTag);
-    static constexpr std::string_view end = " BDC\n";
+    static constexpr std::string_view end = " BDC";
     std::string changed;
     changed.reserve(content.size());
     std::size_t done = 0;
@@ -109,7 +109,7 @@ std::string withArtifacts(std::string_view content) {
          at = content.find(beginning, at + 1)) {
         const std::size_t tail = content.find(end, at);
         if (at > 0 && content[at - 1] != '\\' && tail != std::string_view::npos) {
-            changed.append(content.substr(done, at - done)).append("\n/Artifact BMC\n");
+            changed.append(content.substr(done, at - done)).append("\n/Artifact BMC");
             done = tail + end.size();
         }
     }
