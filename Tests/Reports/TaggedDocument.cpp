@@ -194,6 +194,9 @@ void checkFonts(Object page, Faults& faults) {
                                 (description.isDictionary() &&
                                  (description.hasKey("/FontFile") || description.hasKey("/FontFile2") ||
                                   description.hasKey("/FontFile3")));
+        if (inner.getKey("/Subtype").getName() == "/CIDFontType2" && !inner.hasKey("/CIDToGIDMap")) {
+            faults.push_back("the font " + name + " does not say which glyphs its numbers mean");
+        }
         if (!isEmbedded || !font.getKey("/ToUnicode").isStream()) {
             faults.push_back("the font " + name + " is not embedded, or does not say which letters it draws");
         }

@@ -23,13 +23,49 @@ void addLabel(Paragraphs& paragraphs, std::string_view title) {
                           .staysWithNext = true});
 }
 
-/// The warnings of the scan, under their heading; nothing without one.
+/// What both sentences say of their subjects, from a blank on; empty when it is too little to be said apart.
+std::string_view sharedEnd(std::string_view a, std::string_view b) {
+    constexpr std::size_t least = 40;
+    const auto [differing, other] = std::mismatch(a.rbegin(), a.rend(), b.rbegin(), b.rend());
+    const std::size_t blank = a.find(' ', static_cast<std::size_t>(a.rend() - differing));
+    return blank == std::string_view::npos || a.size() - blank < least ? "" : a.substr(blank);
+}
+
+/// How many warnings from this one on say the same of different folders or files.
+std::size_t countOfAlike(const std::vector<ScanWarning>& warnings, std::size_t first, std::string_view end) {
+    std::size_t count = 1;
+    while (!end.empty() && first + count < warnings.size() &&
+           warnings[first + count].kind == warnings[first].kind &&
+           warnings[first + count].sentence.ends_with(end)) {
+        ++count;
+    }
+    return count;
+}
+
+/// The warnings of the scan, under their heading; nothing without one. What is said of many folders is said once.
 void addUnreadParts(Paragraphs& paragraphs, const std::vector<ScanWarning>& warnings) {
+    constexpr std::size_t many = 3;
     if (!warnings.empty()) {
         addLabel(paragraphs, "What this scan could not read");
     }
-    for (const ScanWarning& warning : warnings) {
-        paragraphs.push_back({.string = bodyStyle(warning.sentence), .gapAbove = 2});
+    for (std::size_t i = 0; i < warnings.size();) {
+        const std::string& sentence = warnings[i].sentence;
+        const std::string_view end =
+            i + 1 < warnings.size() ? sharedEnd(sentence, warnings[i + 1].sentence) : "";
+        const std::size_t count = countOfAlike(warnings, i, end);
+        if (count < many) {
+            paragraphs.push_back({.string = bodyStyle(sentence), .gapAbove = 2});
+            ++i;
+            continue;
+        }
+        std::string subjects;
+        for (const std::size_t next = i + count; i < next; ++i) {
+            const std::string_view each = warnings[i].sentence;
+            appendItem(subjects, ", ", each.substr(0, each.size() - end.size()));
+        }
+        paragraphs.push_back({.string = bodyStyle(fmt::format("…{}", end)), .gapAbove = 2});
+        paragraphs.push_back(
+            {.string = groupStyle(fmt::format("This holds for {}: {}", count, subjects)), .gapAbove = 1});
     }
 }
 

@@ -25,7 +25,7 @@ struct PDFContents {
 inline constexpr double sectionGap = 18;
 
 /// Adds an item to a list in words.
-inline void append(std::string& list, std::string_view separator, std::string_view item) {
+inline void appendItem(std::string& list, std::string_view separator, std::string_view item) {
     list += list.empty() ? "" : separator;
     list += item;
 }

@@ -38,14 +38,16 @@ public:
 
     /// Makes a new last part of another one, which may be the document itself. Returns its place in the structure.
     std::size_t addElement(PDFPages::Role role, std::size_t parent = 0);
-    /// Makes each paragraph a part of this one, in which a link is a part of its own.
+    /// Makes each paragraph a part of this one, in which a link is a part of its own. List items in a row make a list;
+    /// a paragraph without text makes nothing.
     void addElements(std::vector<PDFParagraph>& paragraphs, std::size_t parent = 0);
     /// Makes the paragraph's text all that this part consists of.
     void fillElement(std::size_t element, PDFParagraph& paragraph);
 
     /// A heading, also for the outline. It waits for the block that follows, so that it never ends a page.
     void heading(std::string title);
-    /// Paragraphs over the whole width, over several pages when they are longer than a good part of one.
+    /// Paragraphs over the whole width, over several pages when they are longer than half of one; then the last page
+    /// gets more than a few lines.
     void text(std::vector<PDFParagraph> paragraphs);
     /// One such paragraph.
     void text(PDFPages::AttributedString string, PDFPages::Role role = PDFPages::Role::paragraph);

@@ -45,12 +45,12 @@ void addTitle(PDFLayout& layout, const PDFContents& contents) {
     layout.skip(4);
     std::string meta;
     if (!options.preparedFor.empty()) {
-        append(meta, dot, fmt::format("Prepared for {}", keepingDirection(options.preparedFor)));
+        appendItem(meta, dot, fmt::format("Prepared for {}", keepingDirection(options.preparedFor)));
     }
     if (!options.preparedBy.empty()) {
-        append(meta, dot, fmt::format("Prepared by {}", keepingDirection(options.preparedBy)));
+        appendItem(meta, dot, fmt::format("Prepared by {}", keepingDirection(options.preparedBy)));
     }
-    append(meta, dot, contents.date);
+    appendItem(meta, dot, contents.date);
     layout.text(metaStyle(meta));
     layout.skip(14);
 }
@@ -100,7 +100,8 @@ void addEcosystems(PDFLayout& layout, const PDFContents& contents) {
     std::string entries;
     for (const auto& [ecosystem, count] : contents.summary.byEcosystem) {
         const bool isOneOfMany = count == 1 && ecosystem == Ecosystem::swiftpm;
-        append(entries, dot, fmt::format("{} {}", count, isOneOfMany ? "Swift package" : label(ecosystem)));
+        appendItem(entries, dot,
+                   fmt::format("{} {}", count, isOneOfMany ? "Swift package" : label(ecosystem)));
     }
     layout.text(bodyStyle(fmt::format(
         "By ecosystem: {}  ({})", entries,
@@ -195,7 +196,7 @@ public:
     std::string characters() const {
         std::string all;
         for (const std::string& character : characters_) {
-            append(all, " ", character);
+            appendItem(all, " ", character);
         }
         return all;
     }

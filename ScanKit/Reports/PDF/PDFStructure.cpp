@@ -101,7 +101,7 @@ void dropTree(std::string& drawn) {
 /// inside a string follows a backslash, so that no text of a package is taken for a piece's beginning.
 std::string withArtifacts(std::string_view content) {
     static const std::string beginning = fmt::format("\n/{} << /MCID ", artifactTag);
-    static constexpr std::string_view end = " BDC\n";
+    static constexpr std::string_view end = " BDC";
     std::string changed;
     changed.reserve(content.size());
     std::size_t done = 0;
@@ -109,7 +109,7 @@ std::string withArtifacts(std::string_view content) {
          at = content.find(beginning, at + 1)) {
         const std::size_t tail = content.find(end, at);
         if (at > 0 && content[at - 1] != '\\' && tail != std::string_view::npos) {
-            changed.append(content.substr(done, at - done)).append("\n/Artifact BMC\n");
+            changed.append(content.substr(done, at - done)).append("\n/Artifact BMC");
             done = tail + end.size();
         }
     }
@@ -139,6 +139,19 @@ void describe(QPDF& pdf, const PDFPages::Properties& properties) {
     information.replaceKey("/ModDate", created);
 }
 
+/// Says of each embedded font of this kind that its glyphs have the numbers that texts have for them: so it is when nothing
+/// is said, and yet it must be.
+void completeFonts(Object page) {
+    for (auto [name, font] : page.getKey("/Resources").getKey("/Font").getDictAsMap()) {
+        if (font.hasKey("/DescendantFonts")) {
+            Object inner = font.getKey("/DescendantFonts").getArrayItem(0);
+            if (inner.getKey("/Subtype").isNameAndEquals("/CIDFontType2") && !inner.hasKey("/CIDToGIDMap")) {
+                inner.replaceKey("/CIDToGIDMap", Object::newName("/Identity"));
+            }
+        }
+    }
+}
+
 Prepared prepared(const std::string& drawn, const PDFPages& document) {
     QPDF pdf;
     pdf.setSuppressWarnings(true);
@@ -151,6 +164,7 @@ Prepared prepared(const std::string& drawn, const PDFPages& document) {
         Object page = helper.getObjectHandle();
         page.replaceKey("/StructParents", Object::newInteger(static_cast<long long>(pages.size())));
         page.replaceKey("/Tabs", Object::newName("/S"));
+        completeFonts(page);
         Object contents = page.getKey("/Contents");
         contents.replaceStreamData(deflated(withArtifacts(bytesOf(contents.getStreamData()))),
                                    Object::newName("/FlateDecode"), Object::newNull());
