@@ -46,7 +46,7 @@ set(CPACK_DEBIAN_LIBSCANKIT-DEV_PACKAGE_NAME libscankit-dev)
 set(CPACK_DEBIAN_LIBSCANKIT-DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_LIBSCANKIT-DEV_PACKAGE_SHLIBDEPS OFF)
 set(CPACK_DEBIAN_LIBSCANKIT-DEV_PACKAGE_DEPENDS
-    "libicu-dev, libsimdjson-dev, libtbb-dev, libfmt-dev, libfyaml-dev, libminizip-dev, libpango1.0-dev, libcairo2-dev, pkg-config")
+    "libicu-dev, libsimdjson-dev, libtbb-dev, libfmt-dev, libfyaml-dev, libminizip-dev, libpango1.0-dev, libcairo2-dev, libfontconfig-dev, libqpdf-dev, pkg-config")
 set(CPACK_DEBIAN_LIBSCANKIT-DEV_DESCRIPTION "library that reads the licenses of a project's dependencies
 Reads the Swift, npm and Python packages that a project names, decides each
 one's license from the metadata and the license files on disk, flags what
