@@ -52,8 +52,10 @@ void give(const QMenu& menu) {
         if (entry->menu() != nullptr) {
             give(*entry->menu());
         }
-        const auto place = letterOf(entry->text()) ? std::nullopt : freePlace(entry->text(), taken);
-        if (place) {
+        if (letterOf(entry->text())) {
+            continue;
+        }
+        if (const auto place = freePlace(entry->text(), taken)) {
             taken.insert(entry->text()[*place].toLower());
             entry->setText(QString(entry->text()).insert(*place, QLatin1Char('&')));
         }
