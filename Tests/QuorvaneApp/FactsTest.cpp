@@ -3,6 +3,7 @@
 #include "QuorvaneApp/Model/WebLink.h"
 #include "QuorvaneApp/Views/Controls/Appearance.h"
 #include "QuorvaneApp/Views/Welcome/DroppedFolder.h"
+#include "ScanKit/Identification/SPDX.h"
 #include "Tests/QuorvaneApp/AppFixture.h"
 
 #include <QMimeData>
@@ -37,9 +38,10 @@ private Q_SLOTS:
                 return fact.title.startsWith(u"Match"_s);
             });
         };
-        dependency.basis = ScanKit::LicenseBasis::text;
+        dependency.basis = ScanKit::LicenseBasis::metadataAndText;
+        dependency.licenseText = ScanKit::SPDX::builtInText("MIT").value();
         QVERIFY(saysMatch());
-        dependency.basis = ScanKit::LicenseBasis::notice;
+        dependency.licenseText = "Licensed under the Apache License, Version 2.0.";
         QVERIFY(!saysMatch());
     }
 

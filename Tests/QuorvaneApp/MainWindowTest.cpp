@@ -271,8 +271,11 @@ private Q_SLOTS:
         QCOMPARE(text->extraSelections().front().cursor.selectedText(),
                  u"Änderung 1: This file must not be read aloud in a boat on a lake"_s);
         QVERIFY(text->accessibleDescription().startsWith(u"Marked"_s));
+        const auto* const legend = fixture.find<QLabel>("readAs");
+        QCOMPARE(legend->text(), u"Reads as MIT. Marked: what stands in no standard license text."_s);
         fixture.table.selectOnly(1);
         QVERIFY(text->extraSelections().isEmpty());
+        QCOMPARE(legend->text(), u"Reads as MIT."_s);
         QVERIFY(text->accessibleDescription().isEmpty());
     }
 

@@ -9,6 +9,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
+#include <QLabel>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QUrl>
@@ -81,7 +82,8 @@ private Q_SLOTS:
             DialogFolderChooser().choose({.message = u"Choose one."_s,
                                           .prompt = u"Take"_s,
                                           .showsHidden = row.showsHidden,
-                                          .createsFolders = row.createsFolders},
+                                          .createsFolders = row.createsFolders,
+                                          .start = folder.path().toStdString()},
                                          [&chosen](const std::filesystem::path& path) {
                                              chosen = QString::fromStdString(path.string());
                                          });
@@ -93,7 +95,15 @@ private Q_SLOTS:
             QVERIFY2(panel->testOption(QFileDialog::ShowDirsOnly), row.name);
             QVERIFY2(panel->testOption(QFileDialog::ReadOnly) != row.createsFolders, row.name);
             QVERIFY2(panel->filter().testFlag(QDir::Hidden) == row.showsHidden, row.name);
-            panel->setDirectory(folder.path());
+            QCOMPARE(panel->directory().path(), folder.path());
+            // Titles are cut on most desktops: the message stands in the panel, above all else.
+            const auto* const message = panel->findChild<QLabel*>(u"folderMessage"_s);
+            QVERIFY2(message != nullptr && message->isVisible() && message->text() == u"Choose one."_s,
+                     row.name);
+            for (const QWidget* const part : panel->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+                QVERIFY2(part == message || !part->isVisible() || part->y() >= message->geometry().bottom(),
+                         qPrintable(part->objectName()));
+            }
             QMetaObject::invokeMethod(panel, row.confirms ? "accept" : "reject");
             QCOMPARE(chosen, row.confirms ? folder.path() : QString());
         }

@@ -9,7 +9,8 @@ FittedScrollArea::FittedScrollArea(QWidget* parent) : QScrollArea(parent) {
     setFrameShape(NoFrame);
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    // Not fixed: a layout would hold it to the height that it had at another width.
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
 }

@@ -91,6 +91,11 @@ licenses, and the details tell how each license was found.</p>
 <p><b>4. Export</b> the reports: a PDF with the flags, a NOTICE file with every license text, as text or
 as a page for an app's own screen, a CSV table, and JSON.</p>
 <p>What Quorvane says is information, not legal advice.</p>
+<h2>Without a mouse</h2>
+<p>Tab leads from the search through the buttons, the filters, the headings and the rows to the details. On the
+headings, Left and Right choose one, Space sorts by it, and Shift with Left and Right changes its width; View, Fit
+Columns forgets such widths. The menu key on a row copies it, opens its source or shows it in the file manager. Find
+in License Text looks for words in the text of the selected package.</p>
 <h2>Categories</h2>%1
 <h2>Flags</h2>
 <p>An octagon marks high severity, a triangle medium, a ring low.</p>%2

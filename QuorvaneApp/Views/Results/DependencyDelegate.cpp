@@ -123,9 +123,7 @@ int DependencyDelegate::widthOf(const QFont& font, const QStringList& texts, Dep
         width = std::max(width, metrics.horizontalAdvance(text));
         width = std::max(width, isName ? devMetrics.horizontalAdvance(text) : 0);
     }
-    if (isName) {
-        width += devMarkWidth(font) + padding;
-    } else if (column == DependencyColumn::flag) {
+    if (column == DependencyColumn::flag) {
         width += besideLabel(metrics, 1);
     }
     return width + 2 * padding + 2;
@@ -160,7 +158,9 @@ void DependencyDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
         cell.text = text;
         paintFlag(*painter, cell, static_cast<ScanKit::Flag::Case>(flag.toInt()),
                   index.data(DependencyTableModel::furtherFlagsRole).toInt());
-    } else if (isDevName(index) && widthOf(option.font, {text}, columnOf(index)) <= cell.rect.width()) {
+    } else if (isDevName(index) &&
+               widthOf(option.font, {text}, columnOf(index)) + padding + devMarkWidth(option.font) <=
+                   cell.rect.width()) {
         paintDevMark(*painter, cell);
     }
 }

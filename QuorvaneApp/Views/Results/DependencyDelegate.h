@@ -13,7 +13,8 @@ class DependencyDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
-    /// How wide a column must be to show each of these texts whole, with all that is drawn beside it.
+    /// How wide a column must be to show each of these texts whole, with the shape and number of a flag, and without
+    /// the mark of a dev-only package, which takes no room from any text.
     int widthOf(const QFont& font, const QStringList& texts, DependencyColumn column) const;
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;

@@ -43,8 +43,8 @@ constexpr auto columnRows = std::to_array<ColumnRow>({
     {DependencyColumn::version, 3, 7},
     {DependencyColumn::ecosystem, 3, 4},
     {DependencyColumn::license, 4, 7},
-    {DependencyColumn::foundBy, 4, 4},
-    {DependencyColumn::flag, 4, 7},
+    {DependencyColumn::foundBy, 3, 4},
+    {DependencyColumn::flag, 5, 8},
 });
 static_assert(ScanKit::hasRowForEachEnumerator(columnRows), "each enumerator needs its row here");
 

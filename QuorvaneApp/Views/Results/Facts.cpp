@@ -3,6 +3,9 @@
 #include "QuorvaneApp/Model/Texts.h"
 #include "ScanKit/Identification/LicenseExpression.h"
 #include "ScanKit/Identification/SPDX.h"
+#include "ScanKit/Identification/TextReading.h"
+
+#include <algorithm>
 
 #include <QLocale>
 #include <QStringList>
@@ -36,6 +39,13 @@ QString wayOf(const ScanKit::Dependency& dependency) {
     return steps.join(QStringLiteral(" → "));
 }
 
+/// Whether the license files hold a short notice alone, which says nothing by how much of the full text it has.
+bool isMereNotice(const ScanKit::Dependency& dependency) {
+    const ScanKit::TextReading reading = ScanKit::readLicenseText(dependency.licenseText.value_or(""));
+    return !reading.matches.empty() &&
+           std::ranges::all_of(reading.matches, &ScanKit::TextReading::Match::byNotice);
+}
+
 }  // namespace
 
 std::vector<Fact> of(const ScanKit::Dependency& dependency) {
@@ -49,8 +59,7 @@ std::vector<Fact> of(const ScanKit::Dependency& dependency) {
     add("Full name", displayNames(Texts::fromUtf8(dependency.license.value_or(""))));
     add("Category", Texts::fromUtf8(ScanKit::label(dependency.category)));
     add("Found by", Texts::fromUtf8(ScanKit::label(dependency.basis)));
-    // A notice is short by nature: how much it shares with the full text says nothing.
-    if (dependency.matchScore && dependency.basis != ScanKit::LicenseBasis::notice) {
+    if (dependency.matchScore && !isMereNotice(dependency)) {
         add("Match with the standard text", percentage(*dependency.matchScore));
     }
     add("Declared", Texts::fromUtf8(dependency.declared.value_or("")));

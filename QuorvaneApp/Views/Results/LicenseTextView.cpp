@@ -15,18 +15,39 @@
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
+#include <QStringList>
 #include <QTextBlock>
 #include <QToolButton>
+
+namespace {
+
+const QString meaningOfMarks = QStringLiteral("Marked: what stands in no standard license text.");
+
+/// The licenses that the text was recognized as, each once, in the order in which they stand in it.
+QString readAs(const std::string& text) {
+    QStringList names;
+    for (const ScanKit::TextReading::Match& match : ScanKit::readLicenseText(text).matches) {
+        const QString id = Texts::fromUtf8(match.id);
+        const QString name = match.byNotice ? QStringLiteral("%1 (a notice)").arg(id) : id;
+        if (!names.contains(name)) {
+            names.push_back(name);
+        }
+    }
+    return names.isEmpty() ? QStringLiteral("Reads as none of the known licenses.")
+                           : QStringLiteral("Reads as %1.").arg(names.join(QStringLiteral(", ")));
+}
+
+}  // namespace
 
 LicenseTextView::LicenseTextView(QWidget* parent)
     : QWidget(parent),
       legend_(new QWidget),
-      meaning_(new Label(Label::Role::caption,
-                         QStringLiteral("Marked: what stands in no standard license text."))),
+      meaning_(new Label(Label::Role::caption)),
       nextMark_(new QToolButton),
       parts_(new QComboBox),
       text_(makePackageTextEdit(QStringLiteral("licenseText"), QStringLiteral("License text"))),
       find_(new TextFindBar(*text_)) {
+    meaning_->setObjectName(QStringLiteral("readAs"));
     meaning_->setWrapping(true);
     nextMark_->setObjectName(QStringLiteral("nextMark"));
     nextMark_->setText(QStringLiteral("Next Mark"));
@@ -49,6 +70,8 @@ LicenseTextView::LicenseTextView(QWidget* parent)
     layout->addWidget(parts_);
     layout->addWidget(text_, 1);
     setFocusProxy(text_);
+    mark();
+    listParts();
 }
 
 void LicenseTextView::setText(const QString& text) {
@@ -99,8 +122,11 @@ void LicenseTextView::mark() {
         marks.push_back({cursor, format});
     }
     text_->setExtraSelections(marks);
-    text_->setAccessibleDescription(marks.isEmpty() ? QString() : meaning_->text());
-    legend_->setVisible(!marks.isEmpty());
+    text_->setAccessibleDescription(marks.isEmpty() ? QString() : meaningOfMarks);
+    nextMark_->setVisible(!marks.isEmpty());
+    legend_->setVisible(!shown.empty());
+    const QString licenses = shown.empty() ? QString() : readAs(shown);
+    meaning_->setText(marks.isEmpty() ? licenses : licenses + QLatin1Char(' ') + meaningOfMarks);
 }
 
 /// Where a text is put together from several files, each begins with a line of its name.

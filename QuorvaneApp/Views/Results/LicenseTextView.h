@@ -10,8 +10,8 @@ class TextFindBar;
 class QToolButton;
 
 /// A license text to read, its lines kept as they are, with the words marked that stand in no standard text of the
-/// licenses it reads as. Above it a line that says what the marks mean and leads from one to the next, when there
-/// are any; the files that the text was put together from, when there are several; and a field that finds words.
+/// licenses it reads as. Above it a line that names these licenses, says what the marks mean and leads from one to
+/// the next, when there are any; the files that the text was put together from, when there are several; and a field that finds words.
 class LicenseTextView : public QWidget {
     Q_OBJECT
 
