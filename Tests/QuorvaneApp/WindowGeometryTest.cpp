@@ -270,7 +270,7 @@ private Q_SLOTS:
         }
     }
 
-    void arescanLeavesTheRowsWhereTheyAre() {
+    void aRescanLeavesTheRowsWhereTheyAre() {
         HeldScans scans;
         WindowFixture fixture(scans.function());
         scans.release(0, findings(alike(), manyWarnings()));

@@ -27,11 +27,11 @@ DetailPane::DetailPane(AppModel& model, LinkOpener openLink, QWidget* parent)
       noticeText_(makePackageTextEdit(QStringLiteral("noticeText"), QStringLiteral("Notice text"))),
       sources_(new SourcesView(model, this)),
       wanted_(facts_) {
+    noticeText_->setParent(this);
     showTabs(false, false, false);
     header_->hide();
     setObjectName(QStringLiteral("detailPane"));
     setAccessibleName(QStringLiteral("Details"));
-    noticeText_->setParent(this);
     name_->setWrapping(true);
     name_->makeSelectable();
     name_->setAccessibleName(QStringLiteral("Selected package"));
