@@ -29,7 +29,7 @@ struct ReportFormat {
     std::string (&bytes)(const ScanResult&, const ReportOptions&);  ///< the finished file
     /// What the file cannot show of the result, as a sentence for whoever saves it; no function for one that shows all.
     std::optional<std::string> (*warning)(const ScanResult&, const ReportOptions&) = nullptr;
-    bool isUsual = true;                                            ///< written when nobody chooses
+    bool isUsual = true;  ///< written when nobody chooses
 };
 
 /// The reports, in the order in which they are written.

@@ -35,24 +35,6 @@ ScanFindings sample() {
                      flagged("lost", {Flag::missing}, LicenseCategory::unknown, {}), package("pad"), named});
 }
 
-/// The window's parts that most tests use.
-struct ResultsFixture : WindowFixture {
-    using WindowFixture::WindowFixture;
-
-    DependencyTable& table = *find<DependencyTable>("dependencyTable");
-    QLineEdit& search = *find<QLineEdit>("search");
-
-    /// The names in the table's rows, with blanks between them.
-    QString rows() const {
-        QStringList names;
-        for (int row = 0; row < table.model()->rowCount(); ++row) {
-            names.push_back(table.model()->index(row, 0).data().toString());
-        }
-        return names.join(u' ');
-    }
-    bool isSelected(int row) const { return table.selectionModel()->isRowSelected(row); }
-};
-
 }  // namespace
 
 /// The real window, used with keys, mouse and drops.

@@ -2,6 +2,7 @@
 
 #include "QuorvaneApp/Commands/AppCommands.h"
 #include "QuorvaneApp/MainWindow.h"
+#include "QuorvaneApp/Views/Results/DependencyTable.h"
 #include "Tests/QuorvaneApp/AppFixture.h"
 #include "Tests/Updates/UpdateFixture.h"
 
@@ -9,6 +10,7 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QLineEdit>
 #include <QtTest>
 
 /// The words of the visible labels below the widget, with bars between them.
@@ -61,4 +63,22 @@ struct WindowFixture : ModelFixture {
     AppCommands commands;
     MainWindow window;
     bool isActive = false;
+};
+
+/// The window's parts that most tests use.
+struct ResultsFixture : WindowFixture {
+    using WindowFixture::WindowFixture;
+
+    DependencyTable& table = *find<DependencyTable>("dependencyTable");
+    QLineEdit& search = *find<QLineEdit>("search");
+
+    /// The names in the table's rows, with blanks between them.
+    QString rows() const {
+        QStringList names;
+        for (int row = 0; row < table.model()->rowCount(); ++row) {
+            names.push_back(table.model()->index(row, 0).data().toString());
+        }
+        return names.join(u' ');
+    }
+    bool isSelected(int row) const { return table.selectionModel()->isRowSelected(row); }
 };

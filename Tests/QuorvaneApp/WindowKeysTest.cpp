@@ -21,19 +21,9 @@ ScanFindings sample() {
     return findings({first, package("beacon"), package("cable")}, {{.sentence = "Look."}});
 }
 
-struct KeysFixture : WindowFixture {
-    using WindowFixture::WindowFixture;
+struct KeysFixture : ResultsFixture {
+    using ResultsFixture::ResultsFixture;
 
-    DependencyTable& table = *find<DependencyTable>("dependencyTable");
-    QLineEdit& search = *find<QLineEdit>("search");
-
-    QString rows() const {
-        QStringList names;
-        for (int row = 0; row < table.model()->rowCount(); ++row) {
-            names.push_back(table.model()->index(row, 0).data().toString());
-        }
-        return names.join(u' ');
-    }
     /// A key as the keyboard sends it: to whatever has the focus.
     void type(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::keyClick(window.focusWidget() == nullptr ? &window : window.focusWidget(), key, modifiers);
