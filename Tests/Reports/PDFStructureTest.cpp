@@ -1,4 +1,5 @@
 #include "ScanKit/Reports/PDF/PDFReport.h"
+#include "ScanKit/Reports/PDF/QPDFForClang.h"
 #include "Tests/Reports/SampleResult.h"
 #include "Tests/Reports/TaggedDocument.h"
 

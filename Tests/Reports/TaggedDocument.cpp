@@ -1,5 +1,7 @@
 #include "Tests/Reports/TaggedDocument.h"
 
+#include "ScanKit/Reports/PDF/QPDFForClang.h"
+
 #include <map>
 #include <set>
 

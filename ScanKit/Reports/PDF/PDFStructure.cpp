@@ -3,6 +3,7 @@
 #include "ScanKit/Model/EnumerationTable.h"
 #include "ScanKit/Reports/PDF/PDFMetadata.h"
 #include "ScanKit/Reports/PDF/PDFUpdate.h"
+#include "ScanKit/Reports/PDF/QPDFForClang.h"
 
 #include <algorithm>
 #include <array>
