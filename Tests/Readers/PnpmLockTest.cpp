@@ -188,16 +188,26 @@ snapshots:
   needed@1.0.0: {}
   other@1.0.0: {}
 )";
-    const auto isDev = [&](std::optional<int> pnpm, std::string_view name) {
-        const Lockfile lockfile = pnpmLock(text, pnpm).value();
+    const auto isDev = [](std::string_view lock, std::optional<int> pnpm, std::string_view name) {
+        const Lockfile lockfile = pnpmLock(lock, pnpm).value();
         const auto entry = std::ranges::find(lockfile.entries, name, &LockedEntry::name);
         return lockedRoles(lockfile)[static_cast<std::size_t>(entry - lockfile.entries.begin())].isDev;
     };
-    EXPECT_TRUE(isDev(11, "tool")) << "the project lists it for its development";
-    EXPECT_FALSE(isDev(10, "tool"));
-    EXPECT_FALSE(isDev({}, "tool")) << "what may ship counts as shipped";
-    EXPECT_FALSE(isDev(12, "needed")) << "no optional peer";
-    EXPECT_FALSE(isDev(12, "other")) << "nobody asks for it for development";
+    EXPECT_TRUE(isDev(text, 11, "tool")) << "the project lists it for its development";
+    EXPECT_FALSE(isDev(text, 10, "tool"));
+    EXPECT_FALSE(isDev(text, {}, "tool")) << "what may ship counts as shipped";
+    EXPECT_FALSE(isDev(text, 12, "needed")) << "no optional peer";
+    EXPECT_FALSE(isDev(text, 12, "other")) << "nobody asks for it for development";
+
+    // A second member that ships the same package may be the one that brings the peer along.
+    const auto isDevBeside = [&](const std::string& member) {
+        std::string workspace(text);
+        workspace.insert(workspace.find('{') + 1, "b: {" + member + "}, ");
+        return isDev(workspace, 12, "tool");
+    };
+    EXPECT_FALSE(isDevBeside("dependencies: {a: 1.0.0(tool@1.0.0)}"));
+    EXPECT_TRUE(isDevBeside("dependencies: {a: 1.0.0(tool@1.0.0)}, devDependencies: {tool: 1.0.0}"));
+    EXPECT_TRUE(isDevBeside("devDependencies: {needed: 1.0.0}")) << "ships nothing";
 }
 
 TEST(PnpmLock, RefusesWhatIsNoWholeLockfile) {

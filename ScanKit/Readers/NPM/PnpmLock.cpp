@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -248,11 +250,26 @@ private:
     }
 
     bool addWishesOf(const DataValue& project) {
-        return std::ranges::all_of(projectSections, [&](const Section& section) {
+        const auto shippedSoFar = [&] {
+            return lockfile_.shipped.size() + lockfile_.shippedIfPresent.size();
+        };
+        const std::size_t shippedBefore = shippedSoFar();
+        const std::size_t developmentBefore = lockfile_.development.size();
+        const bool isWhole = std::ranges::all_of(projectSections, [&](const Section& section) {
             const DataValue* const wishes = project.member(section.name);
             asks_ = asks_ || wishes != nullptr;
             return resolveAll(wishes, lockfile_.*section.wishes);
         });
+        if (shippedSoFar() > shippedBefore) {
+            ++shippingMembers_;
+            const std::set<std::size_t> listed(
+                lockfile_.development.begin() + static_cast<std::ptrdiff_t>(developmentBefore),
+                lockfile_.development.end());
+            for (const std::size_t place : listed) {
+                ++listedForDevelopment_[place];
+            }
+        }
+        return isWhole;
     }
 
     /// False when this is not what it should be: names and references.
@@ -271,14 +288,16 @@ private:
         return isWhole;
     }
 
-    /// What the project lists for its development is not shipped for the sake of a package that can do without it.
+    /// What a member of the workspace lists for its development it does not ship for the sake of a package that can do without
+    /// it. Another member may, so that all that ship anything have to list it.
     void leaveOutPeers(const DataValue& description, std::vector<std::size_t>& places) const {
         const DataValue* const peers = description.member("peerDependenciesMeta");
         std::erase_if(places, [&](std::size_t place) {
             const DataValue* const peer =
                 peers != nullptr ? peers->member(lockfile_.entries[place].name) : nullptr;
-            return peer != nullptr && peer->isTrue("optional") &&
-                   std::ranges::find(lockfile_.development, place) != lockfile_.development.end();
+            const auto listed = listedForDevelopment_.find(place);
+            return peer != nullptr && peer->isTrue("optional") && listed != listedForDevelopment_.end() &&
+                   listed->second == shippingMembers_;
         });
     }
 
@@ -312,6 +331,10 @@ private:
     std::vector<const DataValue*> sources_;       ///< of each entry: what says its needs
     std::vector<const DataValue*> descriptions_;  ///< of each entry: what says which of them are peers
     bool followsOptionalPeers_;
+    /// The members of the workspace that ask for more than their development needs, and by how many of these each entry is
+    /// listed for development.
+    std::size_t shippingMembers_ = 0;
+    std::unordered_map<std::size_t, std::size_t> listedForDevelopment_;
     std::string key_;    ///< the one looked for, kept for its room
     bool asks_ = false;  ///< the file says what the project itself asks for
     const std::vector<DataValue::Member> noMembers_ = {};
