@@ -10,6 +10,9 @@ string(REGEX MATCH "[0-9]+-[0-9]+-[0-9]+" QUORVANE_RELEASE_DATE "${release_headi
 
 if(QUORVANE_COMMAND)
   install(TARGETS quorvane COMPONENT quorvane)
+  if(TARGET quorvane-pdf)
+    install(TARGETS quorvane-pdf DESTINATION lib/quorvane COMPONENT quorvane)
+  endif()
   set(pages ${PROJECT_BINARY_DIR}/QuorvaneCLI/pages)
   install(FILES ${pages}/quorvane.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT quorvane)
   install(FILES ${pages}/quorvane.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions

@@ -34,6 +34,9 @@ function(quorvane_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;SEES;WRAPS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC quorvane_headers ${ARG_SEES} PRIVATE quorvane_options ${ARG_WRAPS})
+  # A module that a program loads has the libraries in it as well as the program: each its own.
+  set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON
+                        CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
   # What is installed as one library is put together from these.
   set_property(GLOBAL APPEND PROPERTY QUORVANE_LIBRARIES ${name})
   set_property(GLOBAL APPEND PROPERTY QUORVANE_WRAPPED ${ARG_WRAPS})

@@ -26,7 +26,8 @@ struct ReportFormat {
     std::string_view rawValue;  ///< the name for a command line: "notice"
     std::string_view title;     ///< what people read: "NOTICE.txt (every package with its license text)"
     std::string_view fileName;  ///< begins with a blank when the project's name stands before it
-    std::string (&bytes)(const ScanResult&, const ReportOptions&);  ///< the finished file
+    /// The finished file. Throws std::runtime_error when it cannot be made: in a program that loads what draws a PDF, for example.
+    std::string (&bytes)(const ScanResult&, const ReportOptions&);
     /// What the file cannot show of the result, as a sentence for whoever saves it; no function for one that shows all.
     std::optional<std::string> (*warning)(const ScanResult&, const ReportOptions&) = nullptr;
     bool isUsual = true;  ///< written when nobody chooses

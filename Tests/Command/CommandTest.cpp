@@ -36,11 +36,11 @@ struct Outcome {
 /// Runs the real command through the shell, which splits and quotes the arguments. The output is read, unless it
 /// goes to a device.
 Outcome quorvane(const std::string& arguments, const std::string& environment = "",
-                 const std::string& device = "") {
+                 const std::string& device = "", const std::string& program = "'" QUORVANE_COMMAND "'") {
     const TemporaryFolder folder;
     const std::string output = device.empty() ? (folder / "output").string() : device;
-    const std::string command = environment + " timeout 60 '" QUORVANE_COMMAND "' " + arguments + " >'" +
-                                output + "' 2>'" + (folder / "error").string() + "' </dev/null";
+    const std::string command = environment + " timeout 60 " + program + " " + arguments + " >'" + output +
+                                "' 2>'" + (folder / "error").string() + "' </dev/null";
     const int status = std::system(command.c_str());
     return {WEXITSTATUS(status), device.empty() ? contentOf(output) : "", contentOf(folder / "error")};
 }
@@ -164,6 +164,26 @@ TEST(Command, SavesTheReportsWithTheNamesGiven) {
     quorvane("--formats csv -o " + quoted(output / "other") + " " + quoted(project.path()));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output / "other"), {}), 1);
 }
+
+#ifndef __APPLE__
+TEST(Command, DoesWithoutThePartThatMakesPDFs) {
+    const TemporaryFolder copy, project = smallProject(), reports;
+    std::filesystem::copy_file(QUORVANE_COMMAND, copy / "quorvane");
+    const std::string program = quoted(copy / "quorvane");
+    const std::string libraries = quorvane("", "", "", "env LD_TRACE_LOADED_OBJECTS=1 " + program).output;
+    EXPECT_THAT(libraries, AllOf(HasSubstr("libicuuc"), Not(HasSubstr("pango")), Not(HasSubstr("libqpdf"))));
+
+    const auto save = [&](const std::string& formats) {
+        const std::string arguments = quoted(project.path()) + " -o " + quoted(reports.path());
+        return quorvane(arguments + " --formats " + formats, "", "", program);
+    };
+    EXPECT_EQ(save("csv,notice,html").status, 0);
+    const Outcome asked = save("csv,pdf");
+    EXPECT_EQ(asked.status, 2);
+    EXPECT_THAT(asked.error, AllOf(HasSubstr("Couldn't save"), HasSubstr("License Report.pdf: "),
+                                   HasSubstr("can't be loaded: quorvane-pdf.so")));
+}
+#endif
 
 TEST(Command, FailsOnWhatItIsTold) {
     const TemporaryFolder project = smallProject();

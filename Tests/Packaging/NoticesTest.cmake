@@ -1,6 +1,7 @@
-# The notices that script/notices collects name all that the program file says it is linked with, what is compiled in
-# without being linked, and nothing that only its tests use.
-execute_process(COMMAND ${ROOT}/script/notices ${BUILD} ${PROGRAM} ${SOURCES}
+# The notices that script/notices collects name all that the files (programs and modules) say they are linked with, what is
+# compiled in without being linked, and nothing that only tests use.
+string(REPLACE ";" "," files "${FILES}")
+execute_process(COMMAND ${ROOT}/script/notices ${BUILD} ${files} ${SOURCES}
                 OUTPUT_VARIABLE notices ERROR_VARIABLE error RESULT_VARIABLE status)
 if(NOT status EQUAL 0)
   message(FATAL_ERROR "script/notices: ${error}")
@@ -8,12 +9,16 @@ endif()
 string(REGEX MATCHALL "===\n[a-z0-9.+-]+ [^\n]+\n===" headings "${notices}")
 string(REGEX REPLACE "===\n([a-z0-9.+-]+) [^\n]+\n===" "\\1" headings "${headings}")
 
-execute_process(COMMAND objdump -p ${BUILD}/${PROGRAM} OUTPUT_VARIABLE header COMMAND_ERROR_IS_FATAL ANY)
-string(REGEX MATCHALL "NEEDED +[^\n]+" needed "${header}")
-list(LENGTH needed count)
-if(count LESS 5)
-  message(FATAL_ERROR "${PROGRAM} says that it needs ${count} libraries only")
-endif()
+set(needed "")
+foreach(file IN LISTS FILES)
+  execute_process(COMMAND objdump -p ${BUILD}/${file} OUTPUT_VARIABLE header COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX MATCHALL "NEEDED +[^\n]+" lines "${header}")
+  list(LENGTH lines count)
+  if(count LESS 5)
+    message(FATAL_ERROR "${file} says that it needs ${count} libraries only")
+  endif()
+  list(APPEND needed ${lines})
+endforeach()
 foreach(line IN LISTS needed)
   string(REGEX REPLACE "NEEDED +" "" library "${line}")
   execute_process(COMMAND dpkg -S */${library} OUTPUT_VARIABLE owner COMMAND_ERROR_IS_FATAL ANY)
@@ -29,5 +34,5 @@ foreach(source IN LISTS COMPILED_IN)
   endif()
 endforeach()
 if("${headings}" MATCHES "googletest")
-  message(FATAL_ERROR "What tests use is no part of ${PROGRAM}")
+  message(FATAL_ERROR "What tests use is no part of ${FILES}")
 endif()
