@@ -11,7 +11,7 @@ string(REGEX MATCH "[0-9]+-[0-9]+-[0-9]+" QUORVANE_RELEASE_DATE "${release_headi
 if(QUORVANE_COMMAND)
   install(TARGETS quorvane COMPONENT quorvane)
   if(TARGET quorvane-pdf)
-    install(TARGETS quorvane-pdf DESTINATION lib/quorvane COMPONENT quorvane)
+    install(TARGETS quorvane-pdf DESTINATION lib/quorvane/pdf COMPONENT quorvane)
   endif()
   set(pages ${PROJECT_BINARY_DIR}/QuorvaneCLI/pages)
   install(FILES ${pages}/quorvane.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT quorvane)

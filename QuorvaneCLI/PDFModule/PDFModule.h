@@ -12,7 +12,7 @@ struct PDFModule {
     decltype(&ScanKit::PDFReport::document) document;
     decltype(&ScanKit::PDFReport::warning) warning;
 
-    /// Found where the command looks for its libraries: beside it once built, in lib/quorvane once installed.
+    /// Found where the command's own file says: in ../lib/quorvane/pdf from its folder.
     static constexpr const char* file = "quorvane-pdf.so";
     static constexpr const char* symbol = "quorvanePDFModule";
 };
