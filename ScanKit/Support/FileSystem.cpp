@@ -1,6 +1,7 @@
 #include "ScanKit/Support/FileSystem.h"
 
 #include "ScanKit/Support/OpenFile.h"
+#include "ScanKit/Support/OpenFolder.h"
 #include "ScanKit/Support/Text.h"
 
 #include <algorithm>
@@ -15,6 +16,10 @@ namespace {
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 }  // namespace
+
+std::vector<FolderEntry> listPackageFolder(const std::filesystem::path& folder) {
+    return OpenFolder(folder).entries();
+}
 
 const FolderEntry* entryNamed(const std::vector<FolderEntry>& entries, std::string_view name) {
     const auto found = std::ranges::lower_bound(entries, name, {}, &FolderEntry::name);

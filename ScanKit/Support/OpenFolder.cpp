@@ -133,8 +133,4 @@ bool OpenFolder::leadsToFolder(const std::string& below) const {
     return fstatat(descriptor_, below.c_str(), &status, 0) == 0 && S_ISDIR(status.st_mode);
 }
 
-std::vector<FolderEntry> listPackageFolder(const std::filesystem::path& folder) {
-    return OpenFolder(folder).entries();
-}
-
 }  // namespace ScanKit

@@ -9,7 +9,7 @@
 namespace ScanKit {
 
 /// Reads the YAML that package managers write: tables by indentation, lists of texts, and on one line texts, tables in braces
-/// and lists in brackets. One pass without events, which takes a tenth of the time that a whole YAML parser does.
+/// and lists in brackets. One pass without events, which takes a third of the time that a whole YAML parser does.
 ///
 /// Absent for whatever else the text holds, in doubt too: that says nothing about the text, and a whole parser has to read it.
 /// What is read is what such a parser would read, without the limits of `YAMLLimits` but for the number of values and levels.
