@@ -1,11 +1,6 @@
 # Compiles another project's source against the library's headers with what the library's target hands on.
 file(REMOVE_RECURSE ${OUT})
-function(run what)
-  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
-  if(NOT status EQUAL 0)
-    message(FATAL_ERROR "${what} failed:\n${output}")
-  endif()
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/RunStep.cmake)
 run("Configuring" ${CMAKE_COMMAND} -G Ninja -S ${ROOT}/Tests/Consumer -B ${OUT} -DQUORVANE_ROOT=${ROOT}
     -DCMAKE_CXX_COMPILER=${COMPILER})
 run("Compiling" ${CMAKE_COMMAND} --build ${OUT} --target CMakeFiles/consumer.dir/consumer.cpp.o)

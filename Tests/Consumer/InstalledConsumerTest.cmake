@@ -1,12 +1,6 @@
 # Installs the library into a folder, then builds and runs the program of docs/LIBRARY.md against it, as another project does.
 file(REMOVE_RECURSE ${OUT})
-function(run what)
-  execute_process(COMMAND ${ARGN} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
-  if(NOT status EQUAL 0)
-    message(FATAL_ERROR "${what} failed:\n${output}")
-  endif()
-  set(output "${output}" PARENT_SCOPE)
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/RunStep.cmake)
 
 # Writes the one block of this language on the page into a file.
 function(write_block language file)
