@@ -383,6 +383,13 @@ TEST(PDFReport, SaysOnceWhatAScanSaysOfManyFolders) {
         << wordsOf(laidOut(result));
 }
 
+TEST(PDFReport, KeepsTheNameOfTheAccountToItself) {
+    const EnvironmentVariable home{"HOME", "/home/someone"};
+    ScanResult result = resultOf({});
+    result.rootPath = "/home/someone/work/app";
+    EXPECT_EQ(countOf(wordsOf(laidOut(result)), "Found in\n~/work/app\n"), 1U) << wordsOf(laidOut(result));
+}
+
 TEST(PDFReport, CountsOneAsOneAndSaysWhatIsLeftOut) {
     const Dependency one{.name = "one", .isDev = true, .license = "GPL", .flags = {Flag::strongCopyleft}};
     Dependency other = one;

@@ -89,6 +89,15 @@ TEST(PDFStructure, GivesTheLettersOfWhatIsNotDrawnInTheirOrder) {
     EXPECT_THAT(spoken, ElementsAre("שלום!", longName, "𐎀 ไทย"));
 }
 
+TEST(PDFStructure, HasTheFilesReadAsAList) {
+    const std::string drawn = PDFReport::document(sampleResult(), sampleOptions());
+    QPDF pdf;
+    pdf.processMemoryFile("document", drawn.data(), drawn.size());
+    QPDFObjectHandle list = partOf(document(pdf), "/L");
+    ASSERT_TRUE(list.isDictionary());
+    EXPECT_TRUE(partOf(partOf(list, "/LI"), "/LBody").isDictionary());
+}
+
 TEST(PDFStructure, IsLookedAtByACheckThatFindsFaults) {
     const std::string sound = PDFReport::document(sampleResult(), sampleOptions());
     const std::pair<const char*, void (*)(QPDF&)> damages[] = {
