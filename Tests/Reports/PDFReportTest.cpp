@@ -1,6 +1,7 @@
 #include "ScanKit/Reports/PDF/PDFReport.h"
 
 #include "ScanKit/Reports/PDF/PDFCanvas.h"
+#include "ScanKit/Support/Text.h"
 #include "Tests/Builders/TemporaryFolder.h"
 #include "Tests/Reports/SampleResult.h"
 
@@ -381,6 +382,19 @@ TEST(PDFReport, SaysOnceWhatAScanSaysOfManyFolders) {
                                                     missing + "\nb1" + damaged + "\nb2" + damaged + "\n"),
               1U)
         << wordsOf(laidOut(result));
+}
+
+TEST(PDFReport, WritesEnglishFromLeftToRightBesideForeignFolders) {
+    ScanResult result = resultOf({});
+    result.warnings = {{.sentence = "שלום couldn't be read."}, {.sentence = "שלום/עם has no folder."}};
+    result.sources = {{Ecosystem::npm, "עם/package-lock.json", "npm lockfile"}};
+    result.rootPath = "/שלום/עם";
+    std::size_t found = 0;
+    for (const PDFReport::Text& text : textsOf(laidOut(result).pages.front())) {
+        found += text.string.text.find("עם") != std::string::npos ? 1 : 0;
+        EXPECT_FALSE(Text::isRightToLeft(text.string.text)) << text.string.text;
+    }
+    EXPECT_EQ(found, 3U);
 }
 
 TEST(PDFReport, CountsOneAsOneAndSaysWhatIsLeftOut) {

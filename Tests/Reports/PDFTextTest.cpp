@@ -1,5 +1,7 @@
 #include "ScanKit/Reports/PDF/PDFText.h"
 
+#include "ScanKit/Support/Text.h"
+
 #include <string>
 #include <tuple>
 #include <utility>
@@ -34,6 +36,18 @@ TEST(PDFText, KeepsThePunctuationOfANameOnItsSide) {
     }
     EXPECT_EQ(keepingDirection("1. שלום!"), "\u200E\u200F1. שלום!\u200F");
     EXPECT_EQ(keepingDirection("Kit שלום!"), "Kit שלום!");
+}
+
+TEST(PDFText, KeepsTheFoldersOfAPathInTheirOrder) {
+    for (const auto& [path, kept] : {std::pair{"שלום!/עם/7/a.json",
+                                               "\u200E\u200Fשלום!\u200F\u200E/"
+                                               "\u200E\u200Fעם\u200F\u200E/7/a.json"},
+                                     {"~/a (b)/ä", "~/a (b)/ä"},
+                                     {"/שלום/", "/\u200E\u200Fשלום\u200F\u200E/"},
+                                     {"", ""}}) {
+        EXPECT_EQ(keepingPathDirection(path), kept);
+        EXPECT_FALSE(Text::isRightToLeft(kept)) << path;
+    }
 }
 
 TEST(PDFText, ShowsWhatCannotBeDrawnAsBlanks) {

@@ -1,5 +1,6 @@
 #include "ScanKit/Reports/PDF/PDFSections.h"
 #include "ScanKit/Support/Paths.h"
+#include "ScanKit/Support/Text.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -21,6 +22,15 @@ void addLabel(Paragraphs& paragraphs, std::string_view title) {
                           .gapAbove = paragraphs.empty() ? 0.0 : 8.0,
                           .role = PDFPages::Role::heading3,
                           .staysWithNext = true});
+}
+
+/// A sentence that may begin with the path of a file or folder: it reads from left to right all the same.
+std::string keepingFirstPath(std::string_view sentence) {
+    const std::size_t slash = sentence.rfind('/');
+    const std::size_t end = slash == std::string_view::npos ? 0 : slash + 1;
+    const std::string_view rest = sentence.substr(end);
+    return keepingPathDirection(sentence.substr(0, end)) + (Text::isRightToLeft(rest) ? "\u200E" : "") +
+           std::string(rest);
 }
 
 /// What both sentences say of their subjects, from a blank on; empty when it is too little to be said apart.
@@ -54,14 +64,14 @@ void addUnreadParts(Paragraphs& paragraphs, const std::vector<ScanWarning>& warn
             i + 1 < warnings.size() ? sharedEnd(sentence, warnings[i + 1].sentence) : "";
         const std::size_t count = countOfAlike(warnings, i, end);
         if (count < many) {
-            paragraphs.push_back({.string = bodyStyle(sentence), .gapAbove = 2});
+            paragraphs.push_back({.string = bodyStyle(keepingFirstPath(sentence)), .gapAbove = 2});
             ++i;
             continue;
         }
         std::string subjects;
         for (const std::size_t next = i + count; i < next; ++i) {
             const std::string_view each = warnings[i].sentence;
-            appendItem(subjects, ", ", each.substr(0, each.size() - end.size()));
+            appendItem(subjects, ", ", keepingFirstPath(each.substr(0, each.size() - end.size())));
         }
         paragraphs.push_back({.string = bodyStyle(fmt::format("…{}", end)), .gapAbove = 2});
         paragraphs.push_back(
@@ -91,7 +101,7 @@ void addFilesRead(Paragraphs& paragraphs, const std::vector<ScanSource>& sources
             }
             isFirst = false;
             const std::string entries = source.entries ? fmt::format(" ({})", inWords(*source.entries)) : "";
-            paragraphs.push_back({.string = bodyStyle(source.path + entries),
+            paragraphs.push_back({.string = bodyStyle(keepingPathDirection(source.path) + entries),
                                   .gapAbove = 1,
                                   .role = PDFPages::Role::listItem});
         }
@@ -113,7 +123,9 @@ std::vector<PDFParagraph> aboutThisScan(const PDFContents& contents) {
     Paragraphs paragraphs;
     addUnreadParts(paragraphs, contents.result.warnings);
     addLabel(paragraphs, "Found in");
-    paragraphs.push_back({.string = bodyStyle(withHomeAsTilde(contents.result.rootPath)), .gapAbove = 2});
+    paragraphs.push_back(
+        {.string = bodyStyle(keepingPathDirection(withHomeAsTilde(contents.result.rootPath))),
+         .gapAbove = 2});
     addFilesRead(paragraphs, contents.result.sources);
     addDisclaimer(paragraphs, contents.date);
     return paragraphs;

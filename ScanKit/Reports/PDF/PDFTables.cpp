@@ -73,7 +73,7 @@ std::vector<Cell> cellsOf(const Dependency& dependency, const PDFContents& conte
         from = shortLabel(dependency.ecosystem);
     }
     if (dependency.source) {
-        appendItem(from, ", ", shownSource(*dependency.source, dependency.name));
+        appendItem(from, ", ", keepingPathDirection(shownSource(*dependency.source, dependency.name)));
     }
     std::vector<Cell> cells{nameCell(cellStyle, dependency), cellOf(cellStyle, dependency.version),
                             licenseCell(dependency), cellOf(quietCellStyle, shortLabel(dependency.basis)),

@@ -85,6 +85,19 @@ std::string keepingQuotedDirection(std::string_view sentence) {
     return kept.append(sentence.substr(done));
 }
 
+std::string keepingPathDirection(std::string_view path) {
+    std::string kept;
+    for (std::size_t begin = 0; begin <= path.size();) {
+        const std::size_t end = std::min(path.find('/', begin), path.size());
+        const std::string_view name = path.substr(begin, end - begin);
+        // The mark behind a name keeps numbers and slashes that follow from being read from the right, too.
+        kept += Text::isRightToLeft(name) ? keepingDirection(name) + "\u200E" : std::string(name);
+        kept += path.substr(end, 1);
+        begin = end + 1;
+    }
+    return kept;
+}
+
 std::string shownSource(std::string_view source, std::string_view packageName) {
     const std::size_t scheme = source.find("://");
     const std::string_view address = scheme == std::string_view::npos ? source : source.substr(scheme + 3);
