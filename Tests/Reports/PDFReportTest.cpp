@@ -384,6 +384,26 @@ TEST(PDFReport, SaysOnceWhatAScanSaysOfManyFolders) {
         << wordsOf(laidOut(result));
 }
 
+/// Where the letters of the text stand on their page.
+double firstBaseline(const PDFReport::Text& text, PDFCanvas& canvas) {
+    return text.rectangle.y + canvas.lines(text.string, text.rectangle.width).front().baseline;
+}
+
+TEST(PDFReport, SetsWhatDoesNotFitIntoOneLineWell) {
+    PDFCanvas canvas;
+    const std::string longName = "The Company of Names That Need Most of a Line";
+    for (const auto& [preparedFor, preparedBy, lines] :
+         {std::tuple{"A", "B", "\nPrepared for A  ·  Prepared by B  ·  January 5, 2026\n"},
+          {longName.c_str(), longName.c_str(), "\nJanuary 5, 2026\n"}}) {
+        const ReportOptions options{
+            .projectName = "名前", .preparedFor = preparedFor, .preparedBy = preparedBy};
+        const PDFReport report = PDFReport::laidOut(resultOf({}), options, canvas);
+        EXPECT_EQ(countOf(wordsOf(report), lines), 1U) << wordsOf(report);
+        const Texts footer = textsOf(report.pages.front(), true);
+        EXPECT_NEAR(firstBaseline(footer.front(), canvas), firstBaseline(footer.back(), canvas), 0.01);
+    }
+}
+
 TEST(PDFReport, WritesEnglishFromLeftToRightBesideForeignFolders) {
     ScanResult result = resultOf({});
     result.warnings = {{.sentence = "שלום couldn't be read."}, {.sentence = "שלום/עם has no folder."}};
