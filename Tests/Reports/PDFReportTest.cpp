@@ -384,6 +384,15 @@ TEST(PDFReport, SaysOnceWhatAScanSaysOfManyFolders) {
         << wordsOf(laidOut(result));
 }
 
+TEST(PDFReport, NamesEachTypeOfThePackagesWithoutLicense) {
+    const PDFReport report =
+        laidOut(resultOf({{.name = "own terms", .category = LicenseCategory::proprietary},
+                          {.name = "nothing at all"},
+                          {.name = "free", .license = "MIT"}}));
+    EXPECT_EQ(countOf(wordsOf(report), "\nUnknown\nNot open source, Unknown\n2\nMIT\n"), 1U)
+        << wordsOf(report);
+}
+
 /// Where the letters of the text stand on their page.
 double firstBaseline(const PDFReport::Text& text, PDFCanvas& canvas) {
     return text.rectangle.y + canvas.lines(text.string, text.rectangle.width).front().baseline;
