@@ -366,20 +366,20 @@ TEST(PDFReport, SaysEachNoteOnceAndWhoseItIs) {
 
 TEST(PDFReport, SaysOnceWhatAScanSaysOfManyFolders) {
     using Kind = ScanWarning::Kind;
-    const std::string missing = " has a lockfile but nothing of it is installed here.",
-                      damaged = " has a lockfile that is damaged and has to be mended.";
+    const std::string missing = " has a lockfile but nothing of what it names is installed here.",
+                      damaged = " has a damaged lockfile; nothing of what it names is installed here.";
     ScanResult result = resultOf({});
     for (const auto& [kind, sentence] : {std::pair{Kind::npmModulesMissing, "web/a10" + missing},
-                                         {Kind::npmModulesMissing, "web/a20" + missing},
-                                         {Kind::npmModulesMissing, "an app" + missing},
-                                         {Kind::lockfileIsBinary, "other" + missing},
                                          {Kind::npmModulesMissing, "b1" + damaged},
+                                         {Kind::npmModulesMissing, "web/a20" + missing},
+                                         {Kind::lockfileIsBinary, "other" + missing},
+                                         {Kind::npmModulesMissing, "an app" + missing},
                                          {Kind::npmModulesMissing, "b2" + damaged}}) {
         result.warnings.push_back({kind, sentence});
     }
     EXPECT_EQ(countOf(wordsOf(laidOut(result)), "read\n…" + missing +
-                                                    "\nThis holds for 3: web/a10, web/a20, an app\nother" +
-                                                    missing + "\nb1" + damaged + "\nb2" + damaged + "\n"),
+                                                    "\nThis holds for 3: web/a10, web/a20, an app\nb1" +
+                                                    damaged + "\nother" + missing + "\nb2" + damaged + "\n"),
               1U)
         << wordsOf(laidOut(result));
 }
