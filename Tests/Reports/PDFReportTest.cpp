@@ -294,6 +294,10 @@ TEST(PDFReport, FillsThePageBeforeALongTextGoesOnOnTheNext) {
     const PDFReport report = laidOut(result);
     const Texts texts = textsOf(report.pages.front());
     EXPECT_GT(texts.back().rectangle.y + texts.back().rectangle.height, sheet.contentEnd() - 20);
+    for (std::size_t i = 1; i < report.pages.size(); ++i) {
+        const PDFReport::Text first = textsOf(report.pages[i]).front();
+        EXPECT_TRUE(first.string.text == "About this scan, continued" && !first.element) << first.string.text;
+    }
 }
 
 TEST(PDFReport, ShortensALongNameInTheFooterAlone) {

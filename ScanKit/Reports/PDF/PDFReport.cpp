@@ -137,8 +137,9 @@ void addBody(PDFLayout& layout, const PDFContents& contents) {
         addSharedNotes(layout, contents);
         addDependencies(layout, contents, heightOf(about, layout));
     }
-    layout.heading("About this scan");
-    layout.text(std::move(about));
+    const std::string title = "About this scan";
+    layout.heading(title);
+    layout.text(std::move(about), title);
 }
 
 /// The footer's text, the project's name shortened until all of it fits into the width.
