@@ -183,6 +183,7 @@ TEST(PDFCanvas, EndsNoLineInsideOfAWordThatFits) {
           {"10.20.30-alpha.1+build.7", "10.20.30-al", "10.20.30-|alpha.|1+build.7"},
           {"some-very-long-name", "some-very-lo", "some-very-|long-name"},
           {"web/some-app/file", "some-app/f", "web/|some-app/|file"},
+          {"git@example.com:an-owner/kit", "git@example.com:an-owner", "git@example.com:an-|owner/kit"},
           {"library-文名-name-one", "library-文名-na", "library-文名-|name-one"}}) {
         std::string lines;
         std::size_t begin = 0;

@@ -9,7 +9,7 @@ bool isLetterOrDigit(char c) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
-/// Whatever is printed and neither parts words nor the folders of a path.
+/// Whatever is printed and neither parts words nor, as the end of one, the folders of a path.
 bool isOfWord(char c) {
     return c > ' ' && c <= '~' && c != '/';
 }
@@ -47,12 +47,17 @@ std::vector<PDFTextRange> wholeWords(std::string_view text, double width,
         }
         return false;
     };
-    for (std::size_t end = 0; end < text.size(); ++end) {
+    for (std::size_t end = 0; end < text.size();) {
         const std::size_t begin = end;
         bool hasPunctuation = false;
         for (; end < text.size() && isOfWord(text[end]); ++end) {
             hasPunctuation = hasPunctuation || !isLetterOrDigit(text[end]);
         }
+        while (end < text.size() && text[end] == '/') {
+            hasPunctuation = true;
+            ++end;
+        }
+        end += end == begin ? 1 : 0;
         if (!hasPunctuation || adjoinsLetters(text, {begin, end}) || add(begin, end)) {
             continue;
         }
