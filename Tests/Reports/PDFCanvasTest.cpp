@@ -173,6 +173,38 @@ TEST(PDFCanvas, MeasuresSizeWeightAndSpacing) {
     EXPECT_EQ(canvas.lines({dashes}, canvas.width({dashes}) - 10).size(), 2U);
 }
 
+TEST(PDFCanvas, EndsNoLineInsideOfAWordThatFits) {
+    PDFCanvas canvas;
+    for (const auto& [text, widthOf, wanted] :
+         {std::tuple{"Unrecognized: CC-BY-NC-4.0", "Unrecognized: CC-BY-", "Unrecognized: |CC-BY-NC-4.0"},
+          {"(MIT OR LGPL-3.0-or-later)", "LGPL-3.0-or-later)", "(MIT OR |LGPL-3.0-or-later)"},
+          {"“BSD-3-Clause”, read", "“BSD-3-Clause”,", "“BSD-3-Clause”, |read"},
+          {"2023.10.1.post3", "2023.10.1.po", "2023.10.1.|post3"},
+          {"10.20.30-alpha.1+build.7", "10.20.30-al", "10.20.30-|alpha.|1+build.7"},
+          {"some-very-long-name", "some-very-lo", "some-very-|long-name"},
+          {"web/some-app/file", "some-app/f", "web/|some-app/|file"},
+          {"git@example.com:an-owner/kit", "git@example.com:an-owner", "git@example.com:an-|owner/kit"},
+          {"library-文名-name-one", "library-文名-na", "library-文名-|name-one"}}) {
+        std::string lines;
+        std::size_t begin = 0;
+        for (const auto& line : canvas.lines({text}, canvas.width({widthOf}) + 1)) {
+            lines += (begin == 0 ? "" : "|") + std::string(text).substr(begin, line.end - begin);
+            begin = line.end;
+        }
+        EXPECT_EQ(lines, wanted);
+    }
+}
+
+TEST(PDFCanvas, SetsOtherScriptsNoWiderThanTheyNeed) {
+    PDFCanvas canvas;
+    const double plain = canvas.lines({"Licenses"}, 500).front().height;
+    for (const char* text : {"ελληνικά", "кириллица", "עברית", "中文", "日本語", "한국어"}) {
+        const double height = canvas.lines({text}, 500).front().height;
+        EXPECT_TRUE(height > plain - 0.01 && height < plain * 1.25) << text << " has lines of " << height;
+    }
+    EXPECT_NEAR(canvas.lines({"Ünï"}, 500).front().height, plain, 0.01);
+}
+
 TEST(PDFCanvas, FillsEachLineToTheWidthAndNoFurther) {
     PDFCanvas canvas;
     const std::string words = "ä wörd after another-one/and@so on: 1234567890. ";

@@ -1,6 +1,7 @@
 #include "ScanKit/Reports/PDF/PDFReport.h"
 
 #include "ScanKit/Reports/PDF/PDFCanvas.h"
+#include "ScanKit/Support/Text.h"
 #include "Tests/Builders/TemporaryFolder.h"
 #include "Tests/Reports/SampleResult.h"
 
@@ -293,6 +294,10 @@ TEST(PDFReport, FillsThePageBeforeALongTextGoesOnOnTheNext) {
     const PDFReport report = laidOut(result);
     const Texts texts = textsOf(report.pages.front());
     EXPECT_GT(texts.back().rectangle.y + texts.back().rectangle.height, sheet.contentEnd() - 20);
+    for (std::size_t i = 1; i < report.pages.size(); ++i) {
+        const PDFReport::Text first = textsOf(report.pages[i]).front();
+        EXPECT_TRUE(first.string.text == "About this scan, continued" && !first.element) << first.string.text;
+    }
 }
 
 TEST(PDFReport, ShortensALongNameInTheFooterAlone) {
@@ -365,20 +370,20 @@ TEST(PDFReport, SaysEachNoteOnceAndWhoseItIs) {
 
 TEST(PDFReport, SaysOnceWhatAScanSaysOfManyFolders) {
     using Kind = ScanWarning::Kind;
-    const std::string missing = " has a lockfile but nothing of it is installed here.",
-                      damaged = " has a lockfile that is damaged and has to be mended.";
+    const std::string missing = " has a lockfile but nothing of what it names is installed here.",
+                      damaged = " has a damaged lockfile; nothing of what it names is installed here.";
     ScanResult result = resultOf({});
     for (const auto& [kind, sentence] : {std::pair{Kind::npmModulesMissing, "web/a10" + missing},
-                                         {Kind::npmModulesMissing, "web/a20" + missing},
-                                         {Kind::npmModulesMissing, "an app" + missing},
-                                         {Kind::lockfileIsBinary, "other" + missing},
                                          {Kind::npmModulesMissing, "b1" + damaged},
+                                         {Kind::npmModulesMissing, "web/a20" + missing},
+                                         {Kind::lockfileIsBinary, "other" + missing},
+                                         {Kind::npmModulesMissing, "an app" + missing},
                                          {Kind::npmModulesMissing, "b2" + damaged}}) {
         result.warnings.push_back({kind, sentence});
     }
     EXPECT_EQ(countOf(wordsOf(laidOut(result)), "read\n…" + missing +
-                                                    "\nThis holds for 3: web/a10, web/a20, an app\nother" +
-                                                    missing + "\nb1" + damaged + "\nb2" + damaged + "\n"),
+                                                    "\nThis holds for 3: web/a10, web/a20, an app\nb1" +
+                                                    damaged + "\nother" + missing + "\nb2" + damaged + "\n"),
               1U)
         << wordsOf(laidOut(result));
 }
@@ -388,6 +393,48 @@ TEST(PDFReport, KeepsTheNameOfTheAccountToItself) {
     ScanResult result = resultOf({});
     result.rootPath = "/home/someone/work/app";
     EXPECT_EQ(countOf(wordsOf(laidOut(result)), "Found in\n~/work/app\n"), 1U) << wordsOf(laidOut(result));
+}
+
+TEST(PDFReport, NamesEachTypeOfThePackagesWithoutLicense) {
+    const PDFReport report =
+        laidOut(resultOf({{.name = "own terms", .category = LicenseCategory::proprietary},
+                          {.name = "nothing at all"},
+                          {.name = "free", .license = "MIT"}}));
+    EXPECT_EQ(countOf(wordsOf(report), "\nUnknown\nNot open source, Unknown\n2\nMIT\n"), 1U)
+        << wordsOf(report);
+}
+
+/// Where the letters of the text stand on their page.
+double firstBaseline(const PDFReport::Text& text, PDFCanvas& canvas) {
+    return text.rectangle.y + canvas.lines(text.string, text.rectangle.width).front().baseline;
+}
+
+TEST(PDFReport, SetsWhatDoesNotFitIntoOneLineWell) {
+    PDFCanvas canvas;
+    const std::string longName = "The Company of Names That Need Most of a Line";
+    for (const auto& [preparedFor, preparedBy, lines] :
+         {std::tuple{"A", "B", "\nPrepared for A  ·  Prepared by B  ·  January 5, 2026\n"},
+          {longName.c_str(), longName.c_str(), "\nJanuary 5, 2026\n"}}) {
+        const ReportOptions options{
+            .projectName = "名前", .preparedFor = preparedFor, .preparedBy = preparedBy};
+        const PDFReport report = PDFReport::laidOut(resultOf({}), options, canvas);
+        EXPECT_EQ(countOf(wordsOf(report), lines), 1U) << wordsOf(report);
+        const Texts footer = textsOf(report.pages.front(), true);
+        EXPECT_NEAR(firstBaseline(footer.front(), canvas), firstBaseline(footer.back(), canvas), 0.01);
+    }
+}
+
+TEST(PDFReport, WritesEnglishFromLeftToRightBesideForeignFolders) {
+    ScanResult result = resultOf({});
+    result.warnings = {{.sentence = "שלום couldn't be read."}, {.sentence = "שלום/עם has no folder."}};
+    result.sources = {{Ecosystem::npm, "עם/package-lock.json", "npm lockfile"}};
+    result.rootPath = "/שלום/עם";
+    std::size_t found = 0;
+    for (const PDFReport::Text& text : textsOf(laidOut(result).pages.front())) {
+        found += text.string.text.find("עם") != std::string::npos ? 1 : 0;
+        EXPECT_FALSE(Text::isRightToLeft(text.string.text)) << text.string.text;
+    }
+    EXPECT_EQ(found, 3U);
 }
 
 TEST(PDFReport, CountsOneAsOneAndSaysWhatIsLeftOut) {

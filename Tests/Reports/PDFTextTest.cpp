@@ -1,5 +1,7 @@
 #include "ScanKit/Reports/PDF/PDFText.h"
 
+#include "ScanKit/Support/Text.h"
+
 #include <string>
 #include <tuple>
 #include <utility>
@@ -14,6 +16,10 @@ TEST(PDFText, TellsWhereAPackageComesFrom) {
          {std::tuple{"https://example.com/acme/kit.git", "kit", "example.com/acme"},
           {"https://registry.example.com/@Acme/Kit/-/kit-1.0.tgz", "@acme/kit", "registry.example.com"},
           {"https://example.com/kit-1.0.tgz", "kit", "example.com"},
+          {"https://registry.example.com/kit/-/kit-1.0.tgz", "kit", "registry.example.com"},
+          {"https://example.com/kit/kit", "kit", "example.com/kit"},
+          {"https://example.com/kit-js/kit.git#main", "kit", "example.com/kit-js"},
+          {"https://example.com/kit-js/other", "kit", "example.com/kit-js/other"},
           {"https://example.com/kitchen/sink", "kit", "example.com/kitchen/sink"},
           {"ssh://git@example.com/other", "kit", "git@example.com/other"},
           {"../kit", "kit", ".."},
@@ -34,6 +40,18 @@ TEST(PDFText, KeepsThePunctuationOfANameOnItsSide) {
     }
     EXPECT_EQ(keepingDirection("1. שלום!"), "\u200E\u200F1. שלום!\u200F");
     EXPECT_EQ(keepingDirection("Kit שלום!"), "Kit שלום!");
+}
+
+TEST(PDFText, KeepsTheFoldersOfAPathInTheirOrder) {
+    for (const auto& [path, kept] : {std::pair{"שלום!/עם/7/a.json",
+                                               "\u200E\u200Fשלום!\u200F\u200E/"
+                                               "\u200E\u200Fעם\u200F\u200E/7/a.json"},
+                                     {"~/a (b)/ä", "~/a (b)/ä"},
+                                     {"/שלום/", "/\u200E\u200Fשלום\u200F\u200E/"},
+                                     {"", ""}}) {
+        EXPECT_EQ(keepingPathDirection(path), kept);
+        EXPECT_FALSE(Text::isRightToLeft(kept)) << path;
+    }
 }
 
 TEST(PDFText, ShowsWhatCannotBeDrawnAsBlanks) {

@@ -1,8 +1,12 @@
 #include "ScanKit/Reports/PDF/PDFSections.h"
 #include "ScanKit/Support/Paths.h"
+#include "ScanKit/Support/Text.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
+#include <set>
+#include <string_view>
 
 #include <fmt/format.h>
 
@@ -23,6 +27,15 @@ void addLabel(Paragraphs& paragraphs, std::string_view title) {
                           .staysWithNext = true});
 }
 
+/// A sentence that may begin with the path of a file or folder: it reads from left to right all the same.
+std::string keepingFirstPath(std::string_view sentence) {
+    const std::size_t slash = sentence.rfind('/');
+    const std::size_t end = slash == std::string_view::npos ? 0 : slash + 1;
+    const std::string_view rest = sentence.substr(end);
+    return keepingPathDirection(sentence.substr(0, end)) + (Text::isRightToLeft(rest) ? "\u200E" : "") +
+           std::string(rest);
+}
+
 /// What both sentences say of their subjects, from a blank on; empty when it is too little to be said apart.
 std::string_view sharedEnd(std::string_view a, std::string_view b) {
     constexpr std::size_t least = 40;
@@ -31,41 +44,64 @@ std::string_view sharedEnd(std::string_view a, std::string_view b) {
     return blank == std::string_view::npos || a.size() - blank < least ? "" : a.substr(blank);
 }
 
-/// How many warnings from this one on say the same of different folders or files.
-std::size_t countOfAlike(const std::vector<ScanWarning>& warnings, std::size_t first, std::string_view end) {
-    std::size_t count = 1;
-    while (!end.empty() && first + count < warnings.size() &&
-           warnings[first + count].kind == warnings[first].kind &&
-           warnings[first + count].sentence.ends_with(end)) {
-        ++count;
+/// The warnings that say the same as the first of them, though of other folders or files.
+struct AlikeWarnings {
+    std::string_view end;                      ///< what all of them say
+    std::vector<const ScanWarning*> warnings;  ///< in their order
+};
+
+/// Those that say the most of what three or more have in common; the first one alone when there are not so many.
+AlikeWarnings alikeWarnings(const std::vector<const ScanWarning*>& left) {
+    constexpr std::size_t many = 3;
+    const ScanWarning& first = *left.front();
+    const auto isLonger = [](std::string_view a, std::string_view b) { return a.size() > b.size(); };
+    std::set<std::string_view, decltype(isLonger)> ends(isLonger);
+    for (const ScanWarning* other : left) {
+        if (other != &first && other->kind == first.kind) {
+            ends.insert(sharedEnd(first.sentence, other->sentence));
+        }
     }
-    return count;
+    ends.erase("");
+    for (const std::string_view end : ends) {
+        AlikeWarnings alike{.end = end};
+        std::ranges::copy_if(left, std::back_inserter(alike.warnings), [&](const ScanWarning* other) {
+            return other->kind == first.kind && other->sentence.ends_with(end);
+        });
+        if (alike.warnings.size() >= many) {
+            return alike;
+        }
+    }
+    return {.warnings = {&first}};
 }
 
 /// The warnings of the scan, under their heading; nothing without one. What is said of many folders is said once.
 void addUnreadParts(Paragraphs& paragraphs, const std::vector<ScanWarning>& warnings) {
-    constexpr std::size_t many = 3;
     if (!warnings.empty()) {
         addLabel(paragraphs, "What this scan could not read");
     }
-    for (std::size_t i = 0; i < warnings.size();) {
-        const std::string& sentence = warnings[i].sentence;
-        const std::string_view end =
-            i + 1 < warnings.size() ? sharedEnd(sentence, warnings[i + 1].sentence) : "";
-        const std::size_t count = countOfAlike(warnings, i, end);
-        if (count < many) {
-            paragraphs.push_back({.string = bodyStyle(sentence), .gapAbove = 2});
-            ++i;
+    std::vector<const ScanWarning*> left;
+    for (const ScanWarning& warning : warnings) {
+        left.push_back(&warning);
+    }
+    while (!left.empty()) {
+        const auto [end, alike] = alikeWarnings(left);
+        std::erase_if(left, [&alike = alike](const ScanWarning* warning) {
+            return std::ranges::find(alike, warning) != alike.end();
+        });
+        if (alike.size() == 1) {
+            paragraphs.push_back(
+                {.string = bodyStyle(keepingFirstPath(alike.front()->sentence)), .gapAbove = 2});
             continue;
         }
         std::string subjects;
-        for (const std::size_t next = i + count; i < next; ++i) {
-            const std::string_view each = warnings[i].sentence;
-            appendItem(subjects, ", ", each.substr(0, each.size() - end.size()));
+        for (const ScanWarning* warning : alike) {
+            const std::string_view each = warning->sentence;
+            appendItem(subjects, ", ", keepingFirstPath(each.substr(0, each.size() - end.size())));
         }
         paragraphs.push_back({.string = bodyStyle(fmt::format("…{}", end)), .gapAbove = 2});
         paragraphs.push_back(
-            {.string = groupStyle(fmt::format("This holds for {}: {}", count, subjects)), .gapAbove = 1});
+            {.string = groupStyle(fmt::format("This holds for {}: {}", alike.size(), subjects)),
+             .gapAbove = 1});
     }
 }
 
@@ -91,7 +127,7 @@ void addFilesRead(Paragraphs& paragraphs, const std::vector<ScanSource>& sources
             }
             isFirst = false;
             const std::string entries = source.entries ? fmt::format(" ({})", inWords(*source.entries)) : "";
-            paragraphs.push_back({.string = bodyStyle(source.path + entries),
+            paragraphs.push_back({.string = bodyStyle(keepingPathDirection(source.path) + entries),
                                   .gapAbove = 1,
                                   .role = PDFPages::Role::listItem});
         }
@@ -113,7 +149,9 @@ std::vector<PDFParagraph> aboutThisScan(const PDFContents& contents) {
     Paragraphs paragraphs;
     addUnreadParts(paragraphs, contents.result.warnings);
     addLabel(paragraphs, "Found in");
-    paragraphs.push_back({.string = bodyStyle(withHomeAsTilde(contents.result.rootPath)), .gapAbove = 2});
+    paragraphs.push_back(
+        {.string = bodyStyle(keepingPathDirection(withHomeAsTilde(contents.result.rootPath))),
+         .gapAbove = 2});
     addFilesRead(paragraphs, contents.result.sources);
     addDisclaimer(paragraphs, contents.date);
     return paragraphs;

@@ -8,6 +8,7 @@ namespace {
 
 constexpr PDFStyle headingStyle{.font = {.size = 14, .bold = true}, .colour = PDFColours::ink};
 constexpr double gapBelowHeading = 8;
+constexpr PDFStyle nameStyle{.font = {.size = 9, .bold = true}, .colour = PDFColours::quiet};
 /// The least that a long text begins with on a page, or ends with on one, so that none has closing words alone.
 constexpr double leastOnAPage = 120;
 
@@ -67,7 +68,14 @@ void PDFLayout::placeHeading() {
     waitingHeading_.reset();
 }
 
-void PDFLayout::text(std::vector<PDFParagraph> paragraphs) {
+void PDFLayout::newPageContinuing(const std::string& name) {
+    newPage();
+    PDFTextBlock block({{.string = nameStyle(name + ", continued")}}, sheet_.contentWidth(), measure_);
+    block.place(page(), {PDFPages::margin, y_}, nameHeight);
+    y_ += nameHeight;
+}
+
+void PDFLayout::text(std::vector<PDFParagraph> paragraphs, const std::string& name) {
     addElements(paragraphs);
     PDFTextBlock block(std::move(paragraphs), sheet_.contentWidth(), measure_);
     makeRoom(block.height() <= mostHeldTogether() ? block.height() : leastOnAPage);
@@ -75,8 +83,10 @@ void PDFLayout::text(std::vector<PDFParagraph> paragraphs) {
         const bool goesOn = block.height() > room();
         const double most = goesOn ? std::min(room(), block.height() - leastOnAPage) : room();
         y_ += block.place(page(), {PDFPages::margin, y_}, most);
-        if (!block.isPlaced()) {
+        if (!block.isPlaced() && name.empty()) {
             newPage();
+        } else if (!block.isPlaced()) {
+            newPageContinuing(name);
         }
     }
 }

@@ -27,6 +27,8 @@ public:
 
     /// A line of a heading's font and the gap below it, with room to spare for the fallback fonts of other scripts.
     static constexpr double headingHeight = 30;
+    /// A line of the name that a page repeats, and the gap below it.
+    static constexpr double nameHeight = 20;
     /// Text up to this height is not parted by the end of a page.
     double mostHeldTogether() const { return sheet_.contentHeight() / 2; }
 
@@ -46,9 +48,12 @@ public:
 
     /// A heading, also for the outline. It waits for the block that follows, so that it never ends a page.
     void heading(std::string title);
+    /// A new page that begins with the name of what goes on there. The name is no part of the document: who listens to it
+    /// has heard it.
+    void newPageContinuing(const std::string& name);
     /// Paragraphs over the whole width, over several pages when they are longer than half of one; then the last page
-    /// gets more than a few lines.
-    void text(std::vector<PDFParagraph> paragraphs);
+    /// gets more than a few lines, and each page repeats the name, unless it is empty.
+    void text(std::vector<PDFParagraph> paragraphs, const std::string& name = "");
     /// One such paragraph.
     void text(PDFPages::AttributedString string, PDFPages::Role role = PDFPages::Role::paragraph);
 

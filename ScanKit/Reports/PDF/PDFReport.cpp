@@ -43,15 +43,22 @@ void addTitle(PDFLayout& layout, const PDFContents& contents) {
     layout.skip(4);
     layout.text(titleStyle(options.projectName), PDFPages::Role::heading1);
     layout.skip(4);
-    std::string meta;
+    std::vector<std::string> facts;
     if (!options.preparedFor.empty()) {
-        appendItem(meta, dot, fmt::format("Prepared for {}", keepingDirection(options.preparedFor)));
+        facts.push_back(fmt::format("Prepared for {}", keepingDirection(options.preparedFor)));
     }
     if (!options.preparedBy.empty()) {
-        appendItem(meta, dot, fmt::format("Prepared by {}", keepingDirection(options.preparedBy)));
+        facts.push_back(fmt::format("Prepared by {}", keepingDirection(options.preparedBy)));
     }
-    appendItem(meta, dot, contents.date);
-    layout.text(metaStyle(meta));
+    facts.push_back(contents.date);
+    // On one line as far as they fit on one: else a line would end in the middle of a date.
+    const PDFPages::AttributedString all = metaStyle(Text::joined(facts, dot));
+    if (layout.measure().width(all) <= layout.sheet().contentWidth()) {
+        facts = {all.text};
+    }
+    for (const std::string& fact : facts) {
+        layout.text(metaStyle(fact));
+    }
     layout.skip(14);
 }
 
@@ -130,8 +137,9 @@ void addBody(PDFLayout& layout, const PDFContents& contents) {
         addSharedNotes(layout, contents);
         addDependencies(layout, contents, heightOf(about, layout));
     }
-    layout.heading("About this scan");
-    layout.text(std::move(about));
+    const std::string title = "About this scan";
+    layout.heading(title);
+    layout.text(std::move(about), title);
 }
 
 /// The footer's text, the project's name shortened until all of it fits into the width.
@@ -169,11 +177,13 @@ void addFurniture(PDFReport& report, const PDFContents& contents, PDFTextMeasure
     const PDFPages::AttributedString product = furnitureStyle(contents.options.appName);
     for (std::size_t i = 0; i < pages.size(); ++i) {
         const auto number = furnitureStyle(fmt::format("Page {} of {}", i + 1, pages.size()));
+        PDFTextBlock words({{.string = text}, {.string = product, .gapAbove = 2}}, textWidth, measure);
+        PDFTextBlock pageNumber({{.string = number, .right = true}}, pageNumberWidth, measure);
+        // Both stand on one line, though the name may be in a font whose lines are higher.
+        const double shift = words.baseline() - pageNumber.baseline();
         pages[i].emplace_back(rule);
-        PDFTextBlock({{.string = text}, {.string = product, .gapAbove = 2}}, textWidth, measure)
-            .place(pages[i], {left, top}, sheet.height - top);
-        PDFTextBlock({{.string = number, .right = true}}, pageNumberWidth, measure)
-            .place(pages[i], {right - pageNumberWidth, top}, sheet.height - top);
+        words.place(pages[i], {left, top}, sheet.height - top);
+        pageNumber.place(pages[i], {right - pageNumberWidth, top + shift}, sheet.height - top - shift);
     }
 }
 

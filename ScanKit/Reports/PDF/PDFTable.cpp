@@ -7,9 +7,6 @@ namespace ScanKit {
 namespace {
 
 constexpr PDFStyle headerStyle{.font = {.size = 7.5, .bold = true}, .colour = PDFColours::quiet};
-constexpr PDFStyle nameStyle{.font = {.size = 9, .bold = true}, .colour = PDFColours::quiet};
-/// A line of the name that a table repeats, and the gap below it.
-constexpr double nameHeight = 20;
 constexpr double padding = 4;  ///< above and below the text of a row
 constexpr double noteGap = 2;  ///< above the notes of a row
 constexpr double columnGap = 10;
@@ -128,7 +125,7 @@ void PDFTable::addRow(std::vector<Cell> cells, std::vector<PDFParagraph> notes) 
 }
 
 bool PDFTable::mustBeParted(double height) const {
-    return height > layout_.sheet().contentHeight() - headerHeight_ - nameHeight;
+    return height > layout_.sheet().contentHeight() - headerHeight_ - PDFLayout::nameHeight;
 }
 
 double PDFTable::roomFor(std::size_t row, double heightOfWhatFollows) const {
@@ -177,12 +174,8 @@ void PDFTable::placePiece(Row& row, const PDFPages::Colour& rule) {
 }
 
 void PDFTable::goOnOnNewPage() {
-    layout_.newPage();
-    // Name and titles that come again are no part of the document: who listens to it has heard them.
-    PDFTextBlock name({{.string = nameStyle(name_ + ", continued")}}, layout_.sheet().contentWidth(),
-                      layout_.measure());
-    name.place(layout_.page(), {PDFPages::margin, layout_.y()}, nameHeight);
-    layout_.skip(nameHeight);
+    layout_.newPageContinuing(name_);
+    // Like the name, titles that come again are no part of the document.
     Row header{.cells = blocksOf(titles())};
     placePiece(header, PDFColours::strongRule);
 }

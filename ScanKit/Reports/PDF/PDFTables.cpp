@@ -3,6 +3,7 @@
 #include "ScanKit/Reports/PDF/PDFTable.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include <fmt/format.h>
@@ -73,7 +74,7 @@ std::vector<Cell> cellsOf(const Dependency& dependency, const PDFContents& conte
         from = shortLabel(dependency.ecosystem);
     }
     if (dependency.source) {
-        appendItem(from, ", ", shownSource(*dependency.source, dependency.name));
+        appendItem(from, ", ", keepingPathDirection(shownSource(*dependency.source, dependency.name)));
     }
     std::vector<Cell> cells{nameCell(cellStyle, dependency), cellOf(cellStyle, dependency.version),
                             licenseCell(dependency), cellOf(quietCellStyle, shortLabel(dependency.basis)),
@@ -109,6 +110,21 @@ std::vector<Column> columnsOf(const PDFContents& contents) {
     return columns;
 }
 
+/// The type of a license. All packages without one stand on one line, and may be of several types.
+std::string typesOf(const ReportSummary::License& license, const PDFContents& contents) {
+    std::set<LicenseCategory> types{license.category};
+    for (const Dependency* dependency : contents.dependencies) {
+        if (!dependency->license && license.name == "Unknown") {
+            types.insert(dependency->category);
+        }
+    }
+    std::string words;
+    for (const LicenseCategory type : types) {
+        appendItem(words, ", ", label(type));
+    }
+    return words;
+}
+
 }  // namespace
 
 void addLicenses(PDFLayout& layout, const PDFContents& contents) {
@@ -117,7 +133,7 @@ void addLicenses(PDFLayout& layout, const PDFContents& contents) {
         layout, "Licenses",
         {{.title = "License", .width = 0.52, .namesRow = true}, {"Type", 0.33}, {"Packages", 0.15, true}});
     for (const ReportSummary::License& license : contents.summary.licenses) {
-        table.addRow({cellOf(cellStyle, license.name), cellOf(quietCellStyle, label(license.category)),
+        table.addRow({cellOf(cellStyle, license.name), cellOf(quietCellStyle, typesOf(license, contents)),
                       cellOf(cellStyle, std::to_string(license.count))});
     }
     const bool hasUndecided = std::ranges::any_of(

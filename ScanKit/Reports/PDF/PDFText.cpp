@@ -33,6 +33,12 @@ bool isPlainText(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
 }
 
+/// Whether a name in an address ends here: "/", ".git", "-1.0.tgz", but not "-js".
+bool endsName(std::string_view rest) {
+    const bool isVersion = rest.size() > 1 && rest[0] == '-' && rest[1] >= '0' && rest[1] <= '9';
+    return rest.empty() || isVersion || std::string_view("/.?#").find(rest[0]) != std::string_view::npos;
+}
+
 /// Embeddings, overrides and isolates: a name could show the text around it in another order.
 bool embeds(char32_t scalar) {
     return (scalar >= 0x202A && scalar <= 0x202E) || (scalar >= 0x2066 && scalar <= 0x2069);
@@ -85,17 +91,36 @@ std::string keepingQuotedDirection(std::string_view sentence) {
     return kept.append(sentence.substr(done));
 }
 
+std::string keepingPathDirection(std::string_view path) {
+    std::string kept;
+    for (std::size_t begin = 0; begin <= path.size();) {
+        const std::size_t end = std::min(path.find('/', begin), path.size());
+        const std::string_view name = path.substr(begin, end - begin);
+        // The mark behind a name keeps numbers and slashes that follow from being read from the right, too.
+        kept += Text::isRightToLeft(name) ? keepingDirection(name) + "\u200E" : std::string(name);
+        kept += path.substr(end, 1);
+        begin = end + 1;
+    }
+    return kept;
+}
+
 std::string shownSource(std::string_view source, std::string_view packageName) {
     const std::size_t scheme = source.find("://");
     const std::string_view address = scheme == std::string_view::npos ? source : source.substr(scheme + 3);
-    const std::size_t name = Text::lowercased(address).find("/" + Text::lowercased(packageName));
-    const std::size_t end = name + 1 + packageName.size();
-    const bool isWhole =
-        end == address.size() ||
-        (end < address.size() && std::string_view("/.?#-").find(address[end]) != std::string_view::npos);
-    return std::string(name != std::string_view::npos && name > 0 && !packageName.empty() && isWhole
-                           ? address.substr(0, name)
-                           : address);
+    const std::string lowercased = Text::lowercased(address), name = "/" + Text::lowercased(packageName);
+    std::size_t shown = address.size();
+    for (std::size_t at = lowercased.find(name); at != std::string::npos;
+         at = lowercased.find(name, at + 1)) {
+        const std::string_view rest = std::string_view(lowercased).substr(at + name.size());
+        if (at > 0 && !packageName.empty() && endsName(rest)) {
+            shown = at;
+        }
+        // A registry has the name again behind this; else an owner may be called what the package is.
+        if (shown == at && rest.starts_with("/-/")) {
+            break;
+        }
+    }
+    return std::string(address.substr(0, shown));
 }
 
 std::optional<std::string> linkAddress(std::string_view address) {

@@ -37,6 +37,8 @@ std::string displayText(std::string_view text);
 std::string keepingDirection(std::string_view name);
 /// The same for what a sentence has between “ and ”.
 std::string keepingQuotedDirection(std::string_view sentence);
+/// A path or an address, its folders from left to right, whatever each of them is written in.
+std::string keepingPathDirection(std::string_view path);
 /// Where a package comes from, for a reader on paper: the address without its scheme, and without what begins with the
 /// package's name, which stands beside it: "github.com/acme", "registry.example.com".
 std::string shownSource(std::string_view source, std::string_view packageName);

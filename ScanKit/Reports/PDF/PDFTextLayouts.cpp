@@ -1,6 +1,7 @@
 #include "ScanKit/Reports/PDF/PDFTextLayouts.h"
 
 #include "ScanKit/Reports/PDF/PDFFontMap.h"
+#include "ScanKit/Reports/PDF/PDFWholeWords.h"
 #include "ScanKit/Support/Text.h"
 
 #include <algorithm>
@@ -24,7 +25,8 @@ double inPoints(int pangoUnits) {
     return static_cast<double>(pangoUnits) / PANGO_SCALE;
 }
 
-/// The height of a line in terms of its font's own.
+/// The height of a line in terms of its font's own. The fonts of other scripts may have higher lines, which are as high
+/// as these at the least, and no higher than the fonts themselves ask for.
 constexpr double leading = 1.25;
 
 /// Makes one unit of each run of letters: spaced letters taken one by one would be read as words of one
@@ -62,6 +64,30 @@ void drawFinalBlanks(PangoLayout* layout) {
             glyph.glyph = blank;
         }
     }
+}
+
+/// The height of a line of this font alone, without any leading.
+double ownHeight(PangoFont* font) {
+    PangoRectangle logical{};
+    pango_font_get_glyph_extents(font, 0, nullptr, &logical);
+    return inPoints(logical.height);
+}
+
+/// Adds the attribute of each range to those that the layout has. Ranges beside each other stay apart.
+template <class Attribute>
+void addAttributes(PangoLayout* layout, const std::vector<PDFTextRange>& ranges, Attribute attributeOf) {
+    if (ranges.empty()) {
+        return;
+    }
+    PangoAttrList* attributes = pango_attr_list_copy(pango_layout_get_attributes(layout));
+    for (std::size_t i = 0; i < ranges.size(); ++i) {
+        PangoAttribute* attribute = attributeOf(i);
+        attribute->start_index = static_cast<guint>(ranges[i].begin);
+        attribute->end_index = static_cast<guint>(ranges[i].end);
+        pango_attr_list_insert(attributes, attribute);
+    }
+    pango_layout_set_attributes(layout, attributes);
+    pango_attr_list_unref(attributes);
 }
 
 void appendLines(std::vector<PDFTextMeasure::TextLine>& lines, PangoLayout* layout, std::size_t begin) {
@@ -142,6 +168,32 @@ PDFTextLayouts::Layout PDFTextLayouts::layoutOf(const PDFPages::AttributedString
     return layout;
 }
 
+PDFTextLayouts::Layout PDFTextLayouts::wellSet(const PDFPages::AttributedString& string,
+                                               std::string_view part, double width, bool right) {
+    Layout layout = layoutOf(string, part, width, right);
+    const PlainWidths& plain = plainWidths(string.font);
+    if (string.letterSpacing == 0) {
+        const std::vector<PDFTextRange> words = wholeWords(part, width, plain.of);
+        addAttributes(layout.get(), words, [](std::size_t) { return pango_attr_allow_breaks_new(FALSE); });
+    }
+    std::vector<PDFTextRange> tallRuns;
+    std::vector<double> heights;
+    for (GSList* line = pango_layout_get_lines_readonly(layout.get()); line != nullptr; line = line->next) {
+        for (GSList* run = static_cast<PangoLayoutLine*>(line->data)->runs; run != nullptr; run = run->next) {
+            const PangoItem& item = *static_cast<PangoGlyphItem*>(run->data)->item;
+            const double own = ownHeight(item.analysis.font);
+            if (own * leading > plain.height * 1.01) {
+                const auto begin = static_cast<std::size_t>(item.offset);
+                tallRuns.push_back({begin, begin + static_cast<std::size_t>(item.length)});
+                heights.push_back(std::max(1.0, plain.height / own));
+            }
+        }
+    }
+    addAttributes(layout.get(), tallRuns,
+                  [&](std::size_t i) { return pango_attr_line_height_new(heights[i]); });
+    return layout;
+}
+
 const PDFTextLayouts::LaidOut& PDFTextLayouts::laidOut(const PDFPages::AttributedString& string, double width,
                                                        bool right) {
     Key key{.text = string.text,
@@ -155,7 +207,7 @@ const PDFTextLayouts::LaidOut& PDFTextLayouts::laidOut(const PDFPages::Attribute
     if (kept_.size() >= mostKept) {
         kept_.clear();
     }
-    LaidOut made{.layout = layoutOf(string, string.text, width, right)};
+    LaidOut made{.layout = wellSet(string, string.text, width, right)};
     if (string.letterSpacing > 0) {
         joinLetters(made.layout.get());
     }
@@ -228,7 +280,7 @@ std::vector<PDFTextLayouts::TextLine> PDFTextLayouts::lines(const PDFPages::Attr
         const std::size_t end = partEnd(string.text, begin);
         const std::size_t before = lines.size();
         const auto part = std::string_view(string.text).substr(begin, end - begin);
-        appendLines(lines, layoutOf(string, part, width, false).get(), begin);
+        appendLines(lines, wellSet(string, part, width, false).get(), begin);
         // The last line of a part would have gone on: it begins the next part.
         if (end < string.text.size() && lines.size() > before + 1) {
             lines.pop_back();

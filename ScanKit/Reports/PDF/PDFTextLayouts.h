@@ -82,6 +82,8 @@ private:
     /// Laid out from the text's given part alone, and not kept.
     Layout layoutOf(const PDFPages::AttributedString& string, std::string_view part, double width,
                     bool right) const;
+    /// The same, with its words whole and its lines no further apart than they need to be.
+    Layout wellSet(const PDFPages::AttributedString& string, std::string_view part, double width, bool right);
     /// The text as one line of the font itself, when it is sure to be one; absent when it has to be laid out to know.
     std::optional<TextLine> plainLine(const PDFPages::AttributedString& string, double width);
     const PlainWidths& plainWidths(const PDFPages::Font& font);
