@@ -62,7 +62,7 @@ DetailPane::DetailPane(AppModel& model, LinkOpener openLink, QWidget* parent)
 
 /// Little: below the table it must not take the room that the rows need.
 QSize DetailPane::minimumSizeHint() const {
-    return {fontMetrics().averageCharWidth() * 24, fontMetrics().height() * 5};
+    return {fontMetrics().averageCharWidth() * 24, fontMetrics().height() * 4};
 }
 
 void DetailPane::findInText() {
