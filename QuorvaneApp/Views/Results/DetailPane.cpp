@@ -4,6 +4,7 @@
 #include "QuorvaneApp/Model/Texts.h"
 #include "QuorvaneApp/Views/Controls/Label.h"
 #include "QuorvaneApp/Views/Results/DependencyFacts.h"
+#include "QuorvaneApp/Views/Results/Facts.h"
 #include "QuorvaneApp/Views/Results/LicenseTextView.h"
 #include "QuorvaneApp/Views/Results/PackageTextEdit.h"
 #include "QuorvaneApp/Views/Results/SourcesView.h"
@@ -93,7 +94,7 @@ void DetailPane::showSelection() {
     name_->setText(Texts::oneLine(Texts::fromUtf8(dependency->name)));
     const QString version = Texts::oneLine(Texts::fromUtf8(dependency->version));
     version_->setText(version.isEmpty() ? QStringLiteral("No version") : version);
-    facts_->show(*dependency);
+    facts_->show(*dependency, Facts::namedIn(*model_->result(), *dependency));
     const QString license = Texts::fromUtf8(dependency->licenseText.value_or(""));
     const QString notice = Texts::fromUtf8(dependency->noticeText.value_or(""));
     licenseText_->setText(license);
