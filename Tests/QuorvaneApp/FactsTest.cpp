@@ -90,7 +90,7 @@ private Q_SLOTS:
                  Row{"beside another ecosystem's",
                      {source(Ecosystem::python, "poetry.lock", 1), source(npm, "lock", 2)},
                      u"lock"_s},
-                 Row{"two lockfiles", {source(npm, "web/lock", 1), source(npm, "api/lock", 1)}, {}},
+                 Row{"two lockfiles", {source(npm, "web/lock", 0), source(npm, "api/lock", 2)}, {}},
                  Row{"packages besides its entries", {source(npm, "web/lock", 1)}, {}},
                  Row{"no lockfile", {source(npm, "modules", {})}, {}},
              }) {

@@ -43,7 +43,7 @@ constexpr auto columnRows = std::to_array<ColumnRow>({
     {DependencyColumn::ecosystem, 3, 8},
     {DependencyColumn::license, 4, 9},
     {DependencyColumn::foundBy, 4, 9},
-    {DependencyColumn::flag, 5, 10},
+    {DependencyColumn::flag, 6, 10},
 });
 static_assert(ScanKit::hasRowForEachEnumerator(columnRows), "each enumerator needs its row here");
 
