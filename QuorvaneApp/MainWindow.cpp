@@ -28,6 +28,7 @@
 #include "QuorvaneApp/Views/Welcome/DropOverlay.h"
 #include "QuorvaneApp/Views/Welcome/DroppedFolder.h"
 #include "QuorvaneApp/Views/Welcome/WelcomeView.h"
+#include "QuorvaneApp/WindowSizes.h"
 
 #include <utility>
 
@@ -50,9 +51,6 @@ void bringToFront(Window& window) {
     window.raise();
     window.activateWindow();
 }
-
-constexpr QSize firstSize{1280, 800};
-constexpr QSize leastSize{800, 500};
 
 }  // namespace
 
@@ -78,14 +76,12 @@ MainWindow::MainWindow(AppModel& model, AppCommands& commands, UpdaterController
     placeAtFirst();
 }
 
-/// As it was left; else with room for filters, table and details beside each other, as far as the screen has it,
-/// with its frame and the desktop's bars.
+/// As it was left; else as large as is of use and the screen has room for.
 void MainWindow::placeAtFirst() {
-    const QSize screenSize = screen()->availableSize();
-    const QSize room(screenSize.width() * 19 / 20, screenSize.height() * 9 / 10);
-    setMinimumSize(leastSize.boundedTo(room));
+    const WindowSizes sizes = WindowSizes::fitting(screen()->availableSize());
+    setMinimumSize(sizes.least);
     if (!restoreGeometry(memory_.remembered(WindowMemory::Part::geometry))) {
-        resize(firstSize.boundedTo(room));
+        resize(sizes.first);
     }
 }
 

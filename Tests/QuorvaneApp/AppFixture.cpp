@@ -5,6 +5,9 @@
 #include <fstream>
 #include <utility>
 
+#include <QCoreApplication>
+#include <QSettings>
+
 using ScanKit::Dependency;
 using ScanKit::Ecosystem;
 
@@ -59,6 +62,12 @@ ScanFindings findings(std::vector<Dependency> dependencies, std::vector<ScanKit:
 
 ScanFunction alwaysFinding(ScanFindings found) {
     return [found = std::move(found)](const ScanRequest&, const ScanKit::ScanControl&) { return found; };
+}
+
+TemporarySettings::TemporarySettings() {
+    QCoreApplication::setOrganizationName(u"Quorvane"_s);
+    QCoreApplication::setApplicationName(u"Quorvane"_s);
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, directory_.path());
 }
 
 std::filesystem::path ProjectFolder::folder(const std::string& name) const {

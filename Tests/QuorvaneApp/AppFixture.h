@@ -88,6 +88,16 @@ ScanFindings findings(std::vector<ScanKit::Dependency> dependencies,
 /// A scan that always finds the same.
 ScanFunction alwaysFinding(ScanFindings found);
 
+/// Keeps the program's settings in a folder of its own for as long as it lives; a member of the test that
+/// remembers something.
+class TemporarySettings {
+public:
+    TemporarySettings();
+
+private:
+    QTemporaryDir directory_;
+};
+
 /// A folder on disk that may be scanned, with path and name at hand.
 struct ProjectFolder {
     QTemporaryDir directory;

@@ -18,12 +18,6 @@ class AppModelTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() {
-        QCoreApplication::setOrganizationName(u"Quorvane"_s);
-        QCoreApplication::setApplicationName(u"Quorvane"_s);
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings_.path());
-    }
-
     void openingAFolderForgetsTheProjectBefore() {
         ModelFixture fixture(alwaysFinding(findings({package("pad")})));
         AppModel& model = fixture.model;
@@ -420,7 +414,7 @@ private Q_SLOTS:
     }
 
 private:
-    QTemporaryDir settings_;
+    TemporarySettings settings_;
 };
 
 QTEST_GUILESS_MAIN(AppModelTest)

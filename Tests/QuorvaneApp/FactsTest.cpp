@@ -10,6 +10,7 @@
 #include <QUrl>
 #include <QtTest>
 
+using ScanKit::Ecosystem;
 using ScanKit::Flag;
 
 /// What the views decide before they draw.
@@ -63,6 +64,40 @@ private Q_SLOTS:
                 facts.join(u'|'),
                 u"License=MIT|Full name=MIT License|Category=Permissive|Found by=Package metadata|Match with the standard text=%1|Declared=MIT|License files=LICENSE, COPY ING|Ecosystem=npm|Used for=Development only"_s
                     .arg(shown));
+        }
+    }
+
+    void theLockfileIsNamedWhereNothingElseCanNameThePackage() {
+        const ScanKit::Dependency asked = package("a");
+        const auto source = [](Ecosystem ecosystem, const char* path, std::optional<std::size_t> listed) {
+            ScanKit::ScanSource made{.ecosystem = ecosystem, .path = path};
+            if (listed) {
+                made.entries = ScanKit::EntryStates{.listed = *listed, .own = 1};
+            }
+            return made;
+        };
+        struct Row {
+            const char* name;
+            std::vector<ScanKit::ScanSource> sources;
+            QString file;
+        };
+        const auto npm = Ecosystem::npm;
+        for (const Row& row : {
+                 Row{"one lockfile",
+                     {source(npm, "web/lock", 2), source(npm, "web/modules", {})},
+                     u"web/lock"_s},
+                 Row{"another ecosystem's", {source(Ecosystem::python, "poetry.lock", 2)}, {}},
+                 Row{"beside another ecosystem's",
+                     {source(Ecosystem::python, "poetry.lock", 1), source(npm, "lock", 2)},
+                     u"lock"_s},
+                 Row{"two lockfiles", {source(npm, "web/lock", 0), source(npm, "api/lock", 2)}, {}},
+                 Row{"packages besides its entries", {source(npm, "web/lock", 1)}, {}},
+                 Row{"no lockfile", {source(npm, "modules", {})}, {}},
+             }) {
+            ScanKit::ScanResult result;
+            result.sources = row.sources;
+            result.dependencies = {asked, package("b"), package("c", Ecosystem::python)};
+            QCOMPARE(at(row.name, Facts::namedIn(result, asked)), at(row.name, row.file));
         }
     }
 

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include <QAction>
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QtTest>
@@ -23,6 +24,17 @@ inline QString textOf(const QWidget& widget) {
     }
     return texts.join(u'|');
 }
+
+/// Makes the desktop's font as large for as long as it lives.
+struct LargeFont {
+    explicit LargeFont(double points) {
+        QFont font = before;
+        font.setPointSizeF(points);
+        QApplication::setFont(font);
+    }
+    ~LargeFont() { QApplication::setFont(before); }
+    const QFont before = QApplication::font();
+};
 
 /// The real window over a fixture's model, shown and ready for keys.
 struct WindowFixture : ModelFixture {

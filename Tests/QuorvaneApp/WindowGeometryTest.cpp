@@ -1,8 +1,11 @@
 #include "QuorvaneApp/Views/Results/ColumnWidths.h"
 #include "QuorvaneApp/Views/Results/DependencyTable.h"
+#include "QuorvaneApp/WindowSizes.h"
 #include "Tests/QuorvaneApp/WindowFixture.h"
 
 #include <numeric>
+#include <tuple>
+#include <utility>
 
 #include <QApplication>
 #include <QHeaderView>
@@ -12,6 +15,7 @@
 #include <QSettings>
 #include <QSplitter>
 
+using ScanKit::Flag;
 using Kind = ScanKit::ScanWarning::Kind;
 
 namespace {
@@ -53,19 +57,10 @@ struct GeometryFixture : WindowFixture {
         }
         return width;
     }
+    /// The heights of the table and of the details.
+    std::pair<int, int> heights() { return {table.height(), find("detailPane")->height()}; }
     /// Where the widget lies in the window.
     QRect placeOf(const QWidget& widget) const { return {widget.mapTo(&window, QPoint()), widget.size()}; }
-};
-
-/// Takes the desktop's font for as long as it lives.
-struct LargeFont {
-    explicit LargeFont(double points) {
-        QFont font = before;
-        font.setPointSizeF(points);
-        QApplication::setFont(font);
-    }
-    ~LargeFont() { QApplication::setFont(before); }
-    const QFont before = QApplication::font();
 };
 
 }  // namespace
@@ -75,12 +70,6 @@ class WindowGeometryTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() {
-        QCoreApplication::setOrganizationName(u"Quorvane"_s);
-        QCoreApplication::setApplicationName(u"Quorvane"_s);
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings_.path());
-    }
-
     void widthIsSharedByNeedAndWeight() {
         using Needs = std::vector<ColumnWidths::Need>;
         struct Row {
@@ -222,6 +211,23 @@ private Q_SLOTS:
     }
 
     void theFirstSizeFitsTheScreen() {
+        // In the screen's own units: a scale of 1.5 makes 1067 of 1600.
+        for (const auto& [width, height, scale] : {std::tuple{1366, 768, 1.0},
+                                                   {1600, 1000, 1.5},
+                                                   {1600, 1000, 2.0},
+                                                   {1920, 1080, 2.0},
+                                                   {2560, 1440, 1.0}}) {
+            const QSize screen(qRound(width / scale), qRound(height / scale));
+            const WindowSizes sizes = WindowSizes::fitting(screen);
+            const QString where = u"%1x%2 at %3"_s.arg(width).arg(height).arg(scale);
+            const QSize titleBarAndFrame(10, 40);
+            QVERIFY2(sizes.first.boundedTo(screen - titleBarAndFrame) == sizes.first, qPrintable(where));
+            QVERIFY2(sizes.least.boundedTo(sizes.first) == sizes.least, qPrintable(where));
+            // No smaller than the screen makes it, and never smaller than parts of the window would be cut.
+            QVERIFY2(sizes.first.width() >= std::min(1280, screen.width() * 9 / 10), qPrintable(where));
+            QVERIFY2(screen.width() < 900 || screen.height() < 560 || sizes.least == QSize(800, 500),
+                     qPrintable(where));
+        }
         GeometryFixture fixture(findings({}));
         const QSize room = fixture.window.screen()->availableSize();
         QVERIFY(fixture.window.width() <= room.width() && fixture.window.height() < room.height());
@@ -270,6 +276,40 @@ private Q_SLOTS:
         }
     }
 
+    void detailsBelowLeaveTheRowsTheGreaterPart() {
+        // As much as details may hold: a name of several lines, flags, notes, a license text.
+        ScanKit::Dependency full = flagged("@harbor/" + std::string(90, 'w'), {Flag::missing, Flag::unknown});
+        full.notes = {manyWarnings()[0].sentence, manyWarnings()[1].sentence};
+        full.licenseText = full.noticeText = "Permission is granted";
+        for (const double points : {9.0, 13.0, 16.0, 20.0}) {
+            const LargeFont font(points);
+            GeometryFixture fixture(findings({full, package("pad")}));
+            QVERIFY(fixture.open());
+            fixture.resizeTo(800, 560);
+            fixture.table.selectOnly(0);
+            QTest::qWait(20);
+            const auto [table, details] = fixture.heights();
+            QVERIFY2(details < table, qPrintable(u"%1 points: %2, %3"_s.arg(points).arg(details).arg(table)));
+        }
+    }
+
+    void whatAWindowGainsGoesMostlyToTheRows() {
+        GeometryFixture fixture(findings(alike()));
+        QVERIFY(fixture.open());
+        fixture.resizeTo(900, 500);
+        const auto [table, details] = fixture.heights();
+        fixture.resizeTo(900, 1000);
+        const auto [tallTable, tallDetails] = fixture.heights();
+        const int gain = tallTable - table + tallDetails - details;
+        QVERIFY(gain > 400);
+        QVERIFY2(std::abs((tallTable - table) * 5 - gain * 3) <= 10, qPrintable(QString::number(tallTable)));
+        // Beside the table the details keep their width.
+        fixture.resizeTo(1600, 800);
+        const int width = fixture.find("detailPane")->width();
+        fixture.resizeTo(2000, 800);
+        QCOMPARE(fixture.find("detailPane")->width(), width);
+    }
+
     void aRescanLeavesTheRowsWhereTheyAre() {
         HeldScans scans;
         WindowFixture fixture(scans.function());
@@ -305,7 +345,7 @@ private:
         return table.viewport()->grab(cell).toImage();
     }
 
-    QTemporaryDir settings_;
+    TemporarySettings settings_;
 };
 
 QTEST_MAIN(WindowGeometryTest)

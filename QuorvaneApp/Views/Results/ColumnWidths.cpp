@@ -41,6 +41,10 @@ void widen(std::vector<int>& widths, const std::vector<Need>& needs, int left) {
 
 }  // namespace
 
+int least(const std::vector<Need>& needs) {
+    return sumOf(cutTo(needs, 0));
+}
+
 std::vector<int> shared(const std::vector<Need>& needs, int available) {
     // The greatest part with which all fit: halving finds it among all widths there are.
     int fits = 0;

@@ -16,6 +16,9 @@ struct Need {
     std::optional<int> chosen = {};  ///< by the user: then nothing changes it
 };
 
+/// The sum of the widths below which nothing is cut.
+int least(const std::vector<Need>& needs);
+
 /// The widths of the columns in their order. What is left beyond their contents is shared by weight; where it
 /// is short, columns that ask for less than their part get what they ask for, and the others share the rest.
 /// The sum is `available`, unless what was chosen and the least widths make it more, or leave nothing to widen.

@@ -34,7 +34,7 @@ DependencyFacts::DependencyFacts(std::function<void(const QString&)> openLink, Q
     : ScrolledColumn(QStringLiteral("facts"), QStringLiteral("Facts about the package"), parent),
       openLink_(std::move(openLink)) {}
 
-void DependencyFacts::show(const ScanKit::Dependency& dependency) {
+void DependencyFacts::show(const ScanKit::Dependency& dependency, const QString& namedIn) {
     QVBoxLayout* const column = newColumn();
     addFlags(*column, dependency);
     addNotes(*column, dependency);
@@ -43,7 +43,7 @@ void DependencyFacts::show(const ScanKit::Dependency& dependency) {
     grid_->setHorizontalSpacing(18);
     grid_->setVerticalSpacing(10);
     column->addLayout(grid_);
-    addFacts(dependency);
+    addFacts(dependency, namedIn);
     arrange();
     setColumn(column);
 }
@@ -88,9 +88,12 @@ void DependencyFacts::addNotes(QVBoxLayout& column, const ScanKit::Dependency& d
     }
 }
 
-void DependencyFacts::addFacts(const ScanKit::Dependency& dependency) {
+void DependencyFacts::addFacts(const ScanKit::Dependency& dependency, const QString& namedIn) {
     for (const Facts::Fact& fact : Facts::of(dependency)) {
         addTitled(fact.title, selectable(fact.text, fact.title));
+    }
+    if (!namedIn.isEmpty()) {
+        addTitled(QStringLiteral("Named in"), selectable(namedIn, QStringLiteral("Named in")));
     }
     if (dependency.source && !dependency.source->empty()) {
         addTitled(QStringLiteral("Source"), makeSource(*dependency.source));

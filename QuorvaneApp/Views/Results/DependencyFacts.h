@@ -17,8 +17,8 @@ class DependencyFacts : public ScrolledColumn {
 public:
     explicit DependencyFacts(std::function<void(const QString& address)> openLink, QWidget* parent = nullptr);
 
-    /// Takes the place of what was shown before.
-    void show(const ScanKit::Dependency& dependency);
+    /// Takes the place of what was shown before. `namedIn` is the file that names the package; empty when unknown.
+    void show(const ScanKit::Dependency& dependency, const QString& namedIn);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -26,7 +26,7 @@ protected:
 private:
     void addFlags(QVBoxLayout& column, const ScanKit::Dependency& dependency);
     void addNotes(QVBoxLayout& column, const ScanKit::Dependency& dependency);
-    void addFacts(const ScanKit::Dependency& dependency);
+    void addFacts(const ScanKit::Dependency& dependency, const QString& namedIn);
     void addTitled(const QString& title, QWidget* content);
     QWidget* makeSource(const std::string& source);
     void arrange();

@@ -3,7 +3,6 @@
 #include "QuorvaneApp/Model/AppModel.h"
 #include "QuorvaneApp/Model/DependencyTableModel.h"
 #include "QuorvaneApp/Views/Controls/PaddedStyle.h"
-#include "QuorvaneApp/Views/Results/ColumnWidths.h"
 #include "QuorvaneApp/Views/Results/DependencyDelegate.h"
 #include "QuorvaneApp/Views/Results/TableHeader.h"
 #include "ScanKit/Model/EnumerationTable.h"
@@ -39,14 +38,18 @@ struct ColumnRow {
     int leastCharacters;  ///< below this it says nothing
 };
 constexpr auto columnRows = std::to_array<ColumnRow>({
-    {DependencyColumn::package, 9, 12},
+    {DependencyColumn::package, 9, 14},
     {DependencyColumn::version, 3, 7},
-    {DependencyColumn::ecosystem, 3, 4},
-    {DependencyColumn::license, 4, 7},
-    {DependencyColumn::foundBy, 3, 4},
-    {DependencyColumn::flag, 5, 8},
+    {DependencyColumn::ecosystem, 3, 8},
+    {DependencyColumn::license, 4, 9},
+    {DependencyColumn::foundBy, 4, 9},
+    {DependencyColumn::flag, 6, 10},
 });
 static_assert(ScanKit::hasRowForEachEnumerator(columnRows), "each enumerator needs its row here");
+
+/// Which columns go first where not even the least of all fits: the details say what they say, and the filters
+/// tell the ecosystems apart.
+constexpr std::array givingWay{DependencyColumn::foundBy, DependencyColumn::ecosystem};
 
 }  // namespace
 
@@ -162,12 +165,38 @@ void DependencyTable::shareWidth() {
                          .weight = row.weight,
                          .chosen = chosenWidths_[column]});
     }
-    const std::vector<int> widths = ColumnWidths::shared(needs, viewport()->width());
     isSharing_ = true;
-    for (std::size_t column = 0; column < widths.size(); ++column) {
-        setColumnWidth(static_cast<int>(column), widths[column]);
+    giveWay(needs);
+    keepHeadings(needs);
+    const std::vector<int> widths = ColumnWidths::shared(needs, viewport()->width());
+    for (int column = 0; column < rows_->columnCount(); ++column) {
+        if (!isColumnHidden(column)) {
+            setColumnWidth(column, widths[static_cast<std::size_t>(column)]);
+        }
     }
     isSharing_ = false;
+}
+
+/// Hides what must be, so that the others can be read without scrolling sideways.
+void DependencyTable::giveWay(std::vector<ColumnWidths::Need>& needs) {
+    for (const DependencyColumn column : givingWay) {
+        const bool givesWay = ColumnWidths::least(needs) > viewport()->width();
+        setColumnHidden(static_cast<int>(column), givesWay);
+        if (givesWay) {
+            needs[static_cast<std::size_t>(column)] = {.chosen = 0};
+        }
+    }
+}
+
+/// Where there is room for all headings, none of them is cut, however much the texts of another column need.
+void DependencyTable::keepHeadings(std::vector<ColumnWidths::Need>& needs) {
+    std::vector<ColumnWidths::Need> whole = needs;
+    for (std::size_t column = 0; column < whole.size(); ++column) {
+        whole[column].least = std::max(whole[column].least, header_->headingWidth(static_cast<int>(column)));
+    }
+    if (ColumnWidths::least(whole) <= viewport()->width()) {
+        needs = whole;
+    }
 }
 
 void DependencyTable::copy() {

@@ -2,6 +2,7 @@
 
 #include "QuorvaneApp/Model/DependencyOrder.h"
 #include "QuorvaneApp/Model/WindowMemory.h"
+#include "QuorvaneApp/Views/Results/ColumnWidths.h"
 
 #include <array>
 #include <memory>
@@ -19,7 +20,8 @@ class TableHeader;
 
 /// The packages in rows. Keeps the current row, the selected rows and the place scrolled to when searching,
 /// filtering, sorting or another scan brings other rows. Its columns fit their content and share the width that
-/// there is; those that the user made wider or narrower stay so.
+/// there is; those that the user made wider or narrower stay so. Where
+/// there is no room for all, how a license was found and the ecosystem are not shown.
 class DependencyTable : public QTableView {
     Q_OBJECT
 
@@ -66,6 +68,8 @@ private:
     void arrangeHeaders();
     void measureColumns();
     void shareWidth();
+    void giveWay(std::vector<ColumnWidths::Need>& needs);
+    void keepHeadings(std::vector<ColumnWidths::Need>& needs);
     void chooseWidth(int column, int width);
     void rememberPlace();
     void restorePlace();

@@ -4,6 +4,7 @@
 #include "QuorvaneApp/Model/Texts.h"
 #include "QuorvaneApp/Views/Controls/Label.h"
 #include "QuorvaneApp/Views/Results/DependencyFacts.h"
+#include "QuorvaneApp/Views/Results/Facts.h"
 #include "QuorvaneApp/Views/Results/LicenseTextView.h"
 #include "QuorvaneApp/Views/Results/PackageTextEdit.h"
 #include "QuorvaneApp/Views/Results/SourcesView.h"
@@ -14,6 +15,13 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
+
+namespace {
+
+/// A pane lower than this holds a name of one line, the tabs, and little more.
+constexpr int leastLinesForWholeName = 9;
+
+}  // namespace
 
 DetailPane::DetailPane(AppModel& model, LinkOpener openLink, QWidget* parent)
     : QWidget(parent),
@@ -32,7 +40,6 @@ DetailPane::DetailPane(AppModel& model, LinkOpener openLink, QWidget* parent)
     header_->hide();
     setObjectName(QStringLiteral("detailPane"));
     setAccessibleName(QStringLiteral("Details"));
-    name_->setWrapping(true);
     name_->makeSelectable();
     name_->setAccessibleName(QStringLiteral("Selected package"));
     tabs_->setDocumentMode(true);
@@ -62,7 +69,32 @@ DetailPane::DetailPane(AppModel& model, LinkOpener openLink, QWidget* parent)
 
 /// Little: below the table it must not take the room that the rows need.
 QSize DetailPane::minimumSizeHint() const {
-    return {fontMetrics().averageCharWidth() * 24, fontMetrics().height() * 5};
+    return {fontMetrics().averageCharWidth() * 24, fontMetrics().height() * 4};
+}
+
+void DetailPane::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    showName();
+}
+
+/// In as many lines as it needs; in one, cut in its middle, where these would leave the details no room, or where it
+/// has no place to break.
+void DetailPane::showName() {
+    if (shown_ == nullptr) {
+        return;
+    }
+    const QString name = Texts::oneLine(Texts::fromUtf8(shown_->name));
+    const QMargins margins = header_->layout()->contentsMargins();
+    const int room = width() - margins.left() - margins.right() - header_->layout()->spacing() -
+                     version_->sizeHint().width();
+    const QFontMetrics metrics = name_->fontMetrics();
+    const bool isBroken =
+        metrics.boundingRect(QRect(0, 0, room, height()), Qt::TextWordWrap, name).width() <= room;
+    const bool isTall = height() >= fontMetrics().height() * leastLinesForWholeName;
+    name_->setWrapping(isTall && isBroken);
+    name_->setText(isTall && isBroken ? name : metrics.elidedText(name, Qt::ElideMiddle, room));
+    name_->setToolTip(name_->text() == name ? QString() : Texts::toolTip(name));
+    name_->setAccessibleDescription(name);
 }
 
 void DetailPane::findInText() {
@@ -90,10 +122,10 @@ void DetailPane::showSelection() {
         showTabs(false, false, false);
         return;
     }
-    name_->setText(Texts::oneLine(Texts::fromUtf8(dependency->name)));
     const QString version = Texts::oneLine(Texts::fromUtf8(dependency->version));
     version_->setText(version.isEmpty() ? QStringLiteral("No version") : version);
-    facts_->show(*dependency);
+    showName();
+    facts_->show(*dependency, Facts::namedIn(*model_->result(), *dependency));
     const QString license = Texts::fromUtf8(dependency->licenseText.value_or(""));
     const QString notice = Texts::fromUtf8(dependency->noticeText.value_or(""));
     licenseText_->setText(license);

@@ -34,8 +34,12 @@ public:
     /// Shows what was read of the project.
     void showSources();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     void showSelection();
+    void showName();
     void showTabs(bool hasPackage, bool hasLicense, bool hasNotice);
 
     AppModel* model_;

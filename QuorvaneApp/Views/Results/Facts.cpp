@@ -70,6 +70,23 @@ std::vector<Fact> of(const ScanKit::Dependency& dependency) {
     return facts;
 }
 
+QString namedIn(const ScanKit::ScanResult& result, const ScanKit::Dependency& dependency) {
+    const ScanKit::ScanSource* lockfile = nullptr;
+    for (const ScanKit::ScanSource& source : result.sources) {
+        if (source.ecosystem != dependency.ecosystem || !source.entries) {
+            continue;
+        }
+        if (lockfile != nullptr) {
+            return {};
+        }
+        lockfile = &source;
+    }
+    const auto all =
+        std::ranges::count(result.dependencies, dependency.ecosystem, &ScanKit::Dependency::ecosystem);
+    const bool namesAll = lockfile != nullptr && lockfile->entries->listed == static_cast<std::size_t>(all);
+    return namesAll ? Texts::oneLine(Texts::fromUtf8(lockfile->path)) : QString();
+}
+
 QString displayNames(const QString& license) {
     const auto expression = ScanKit::LicenseExpression::parse(Texts::toUtf8(license));
     if (!expression) {

@@ -23,7 +23,8 @@ HeaderBar::HeaderBar(AppModel& model, const AppCommands& commands, QWidget* pare
     search_->setPlaceholderText(QStringLiteral("Package or license"));
     search_->setAccessibleName(QStringLiteral("Package or license"));
     search_->addClearButton();
-    search_->setMinimumWidth(fontMetrics().averageCharWidth() * 14);
+    search_->setMinimumWidth(fontMetrics().horizontalAdvance(search_->placeholderText()) +
+                             fontMetrics().averageCharWidth() * 3);
     search_->setMaximumWidth(fontMetrics().averageCharWidth() * 44);
     search_->installEventFilter(this);
     // Not `textEdited`: Escape empties the field, too. The model tells only of changes, so this goes round once.

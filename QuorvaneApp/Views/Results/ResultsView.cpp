@@ -144,9 +144,10 @@ void ResultsView::resizeEvent(QResizeEvent* event) {
 /// the rows the greater part.
 void ResultsView::arrange() {
     const bool isNarrow = inner_->orientation() == Qt::Vertical;
-    // Beside the table they keep their width; below it both give way.
-    inner_->setStretchFactor(0, isNarrow ? 3 : 1);
-    inner_->setStretchFactor(1, isNarrow ? 2 : 0);
+    // Beside the table they keep their width; below it both give way, and keep their shares: a splitter asks only
+    // who stretches at all.
+    inner_->setStretchFactor(0, 1);
+    inner_->setStretchFactor(1, isNarrow ? 1 : 0);
     const QByteArray remembered = memory_.remembered(partOf(*inner_));
     if (!remembered.isEmpty() && inner_->restoreState(remembered)) {
         return;

@@ -23,6 +23,12 @@ TableHeader::TableHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) 
     setSortIndicator(-1, Qt::AscendingOrder);
 }
 
+int TableHeader::headingWidth(int section) const {
+    const int margin = style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this);
+    return fontMetrics().horizontalAdvance(model()->headerData(section, Qt::Horizontal).toString()) +
+           2 * margin + 2;
+}
+
 void TableHeader::keyPressEvent(QKeyEvent* event) {
     const bool resizes = event->modifiers().testFlag(Qt::ShiftModifier);
     switch (event->key()) {
@@ -33,7 +39,7 @@ void TableHeader::keyPressEvent(QKeyEvent* event) {
                 Q_EMIT sectionChosen(
                     section_, std::max(sectionSize(section_) + step * widthStep, minimumSectionSize()));
             } else {
-                goTo(section_ + step);
+                goBy(step);
             }
             return;
         }
@@ -59,8 +65,13 @@ void TableHeader::sortBySection() {
     }
 }
 
-void TableHeader::goTo(int section) {
-    section_ = std::clamp(section, 0, count() - 1);
+/// To the next section that is shown, if there is one.
+void TableHeader::goBy(int step) {
+    int section = section_ + step;
+    while (section >= 0 && section < count() && isSectionHidden(section)) {
+        section += step;
+    }
+    section_ = section >= 0 && section < count() ? section : section_;
     viewport()->update();
 }
 
@@ -74,15 +85,14 @@ void TableHeader::focusOutEvent(QFocusEvent* event) {
     viewport()->update();
 }
 
-/// What the style leaves of the section for words, with its margins and the arrow of the sorting.
+/// Cut to what the style leaves of the section for words, with its margins and the arrow of the sorting.
 void TableHeader::initStyleOptionForIndex(QStyleOptionHeader* option, int section) const {
     QHeaderView::initStyleOptionForIndex(option, section);
-    const int margin = style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this);
-    const bool isSorted = isSortIndicatorShown() && sortIndicatorSection() == section;
-    const int arrow = isSorted ? style()->pixelMetric(QStyle::PM_HeaderMarkSize, nullptr, this) + margin : 0;
-    option->text =
-        option->fontMetrics.elidedText(model()->headerData(section, Qt::Horizontal).toString(),
-                                       Qt::ElideRight, sectionSize(section) - 2 * margin - 2 - arrow);
+    QStyleOptionHeader placed = *option;
+    placed.rect = QRect(0, 0, sectionSize(section), height());
+    const int room = style()->subElementRect(QStyle::SE_HeaderLabel, &placed, this).width();
+    option->text = option->fontMetrics.elidedText(model()->headerData(section, Qt::Horizontal).toString(),
+                                                  Qt::ElideRight, room);
 }
 
 void TableHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {

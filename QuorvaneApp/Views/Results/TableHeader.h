@@ -10,6 +10,9 @@ class TableHeader : public QHeaderView {
 public:
     explicit TableHeader(QWidget* parent = nullptr);
 
+    /// What the words of the heading need, when the table is not sorted by it.
+    int headingWidth(int section) const;
+
 Q_SIGNALS:
     /// The user made a column narrower or wider with the keys.
     void sectionChosen(int section, int width);
@@ -22,7 +25,7 @@ protected:
     void paintSection(QPainter* painter, const QRect& rect, int section) const override;
 
 private:
-    void goTo(int section);
+    void goBy(int step);
     void sortBySection();
 
     int section_ = 0;  ///< where the keys are
