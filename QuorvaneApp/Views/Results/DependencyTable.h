@@ -20,8 +20,8 @@ class TableHeader;
 
 /// The packages in rows. Keeps the current row, the selected rows and the place scrolled to when searching,
 /// filtering, sorting or another scan brings other rows. Its columns fit their content and share the width that
-/// there is; those that the user made wider or narrower stay so. Where
-/// there is no room for all, how a license was found and the ecosystem are not shown.
+/// there is; those that the user made wider or narrower stay so. Where there is no room
+/// for all, how a license was found and the ecosystem are not shown.
 class DependencyTable : public QTableView {
     Q_OBJECT
 
