@@ -316,6 +316,7 @@ TEST(PDFMissingScripts, AreNamedWithThePackagesThatHaveThem) {
            "fonts-noto-cjk and fonts-noto-core)"},
           {Characters(U"😀"), "has: emoji.", "(on Debian: fonts-noto-color-emoji)"},
           {Characters(U"\U0001D7D8"), "has: symbols.", "(on Debian: fonts-noto-core)"},
+          {Characters(U"\U00013000"), "has: Egyptian Hieroglyphs.", "(on Debian: fonts-noto-core)"},
           {Characters(U"\uE000"), "has: characters of no script.", "of no script."}}) {
         EXPECT_THAT(missingScriptsSentence(characters).value_or(""),
                     AllOf(HasSubstr(named), HasSubstr(packages)));

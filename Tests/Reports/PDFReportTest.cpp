@@ -231,8 +231,10 @@ TEST(PDFReport, LeavesNoRowAndNoClosingWordsAlone) {
     for (const Paper paper : {Paper::letter, Paper::a4}) {
         for (std::size_t count = 2; count < 90; ++count) {
             SCOPED_TRACE(std::to_string(count) + " packages");
-            const PDFReport report =
-                PDFReport::laidOut(longResult(count), {.includeDev = true, .paper = paper}, canvas);
+            ScanResult result = longResult(count);
+            // Closing words of all lengths up to those that may be parted.
+            result.sources.assign(count * 7 % 40, {Ecosystem::npm, "package-lock.json", "npm lockfile"});
+            const PDFReport report = PDFReport::laidOut(result, {.includeDev = true, .paper = paper}, canvas);
             for (const std::vector<std::size_t>& table : rowsOfTables(report)) {
                 for (const std::size_t rows : table) {
                     EXPECT_TRUE(table.size() == 1 || rows > 1) << "a row alone on a page";

@@ -19,6 +19,7 @@ TEST(PDFText, TellsWhereAPackageComesFrom) {
           {"https://registry.example.com/kit/-/kit-1.0.tgz", "kit", "registry.example.com"},
           {"https://example.com/kit/kit", "kit", "example.com/kit"},
           {"https://example.com/kit-js/kit.git#main", "kit", "example.com/kit-js"},
+          {"https://example.com/kit/kit-js.git", "kit", "example.com/kit/kit-js.git"},
           {"https://example.com/kit-js/other", "kit", "example.com/kit-js/other"},
           {"https://example.com/kitchen/sink", "kit", "example.com/kitchen/sink"},
           {"ssh://git@example.com/other", "kit", "git@example.com/other"},

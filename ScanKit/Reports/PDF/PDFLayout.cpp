@@ -19,6 +19,10 @@ void PDFLayout::newPage() {
     y_ = PDFPages::margin;
 }
 
+double PDFLayout::heightOfBeginning(double height) const {
+    return height <= sheet_.contentHeight() / 2 ? height : leastOnAPage;
+}
+
 void PDFLayout::makeRoom(double height) {
     const double wanted = height + (waitingHeading_ ? headingHeight : 0);
     // On an empty page there is nothing to gain from another one.
@@ -78,7 +82,7 @@ void PDFLayout::newPageContinuing(const std::string& name) {
 void PDFLayout::text(std::vector<PDFParagraph> paragraphs, const std::string& name) {
     addElements(paragraphs);
     PDFTextBlock block(std::move(paragraphs), sheet_.contentWidth(), measure_);
-    makeRoom(block.height() <= mostHeldTogether() ? block.height() : leastOnAPage);
+    makeRoom(heightOfBeginning(block.height()));
     while (!block.isPlaced()) {
         const bool goesOn = block.height() > room();
         const double most = goesOn ? std::min(room(), block.height() - leastOnAPage) : room();

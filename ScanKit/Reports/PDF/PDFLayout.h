@@ -29,8 +29,8 @@ public:
     static constexpr double headingHeight = 30;
     /// A line of the name that a page repeats, and the gap below it.
     static constexpr double nameHeight = 20;
-    /// Text up to this height is not parted by the end of a page.
-    double mostHeldTogether() const { return sheet_.contentHeight() / 2; }
+    /// How much of a text of this height must stand on the page on which it begins: all, up to half a page.
+    double heightOfBeginning(double height) const;
 
     void skip(double height) { y_ += height; }
     void newPage();

@@ -49,7 +49,8 @@ std::string enumerated(std::vector<std::string> items) {
 std::optional<std::string> missingScriptsSentence(const std::u32string& characters) {
     std::vector<std::string> scripts, packages;
     for (const char32_t character : characters) {
-        const std::string_view name = Text::scriptName(character);
+        std::string name(Text::scriptName(character));
+        std::ranges::replace(name, '_', ' ');
         const auto* const row = std::ranges::find(scriptRows, name, &ScriptRow::script);
         if (name == noScript) {
             addOnce(scripts, "characters of no script");

@@ -116,11 +116,10 @@ void addEcosystems(PDFLayout& layout, const PDFContents& contents) {
     layout.skip(sectionGap);
 }
 
-/// The height that a last section needs to stand on a page whole; 0 for one that goes on over pages.
-double heightOf(const std::vector<PDFParagraph>& section, const PDFLayout& layout) {
-    const double height = PDFTextBlock(section, layout.sheet().contentWidth(), layout.measure()).height() +
-                          PDFLayout::headingHeight;
-    return height > layout.mostHeldTogether() ? 0 : sectionGap + height;
+/// The height that a last section needs on the page on which it begins.
+double heightOfBeginning(const std::vector<PDFParagraph>& section, const PDFLayout& layout) {
+    const double height = PDFTextBlock(section, layout.sheet().contentWidth(), layout.measure()).height();
+    return sectionGap + PDFLayout::headingHeight + layout.heightOfBeginning(height);
 }
 
 void addBody(PDFLayout& layout, const PDFContents& contents) {
@@ -135,7 +134,7 @@ void addBody(PDFLayout& layout, const PDFContents& contents) {
         addLicenses(layout, contents);
         addAttention(layout, contents);
         addSharedNotes(layout, contents);
-        addDependencies(layout, contents, heightOf(about, layout));
+        addDependencies(layout, contents, heightOfBeginning(about, layout));
     }
     const std::string title = "About this scan";
     layout.heading(title);

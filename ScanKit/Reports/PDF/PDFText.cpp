@@ -33,10 +33,11 @@ bool isPlainText(std::string_view text) {
     return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
 }
 
-/// Whether a name in an address ends here: "/", ".git", "-1.0.tgz", but not "-js".
-bool endsName(std::string_view rest) {
+/// Whether an address is over behind a name in it: ".git", "-1.0.tgz", a registry's "/-/", but neither "-js" nor "/other".
+bool endsAddress(std::string_view rest) {
     const bool isVersion = rest.size() > 1 && rest[0] == '-' && rest[1] >= '0' && rest[1] <= '9';
-    return rest.empty() || isVersion || std::string_view("/.?#").find(rest[0]) != std::string_view::npos;
+    return rest.empty() || rest == "/" || rest[0] == '?' || rest[0] == '#' || isVersion ||
+           rest.starts_with(".git") || rest.starts_with("/-/");
 }
 
 /// Embeddings, overrides and isolates: a name could show the text around it in another order.
@@ -112,7 +113,7 @@ std::string shownSource(std::string_view source, std::string_view packageName) {
     for (std::size_t at = lowercased.find(name); at != std::string::npos;
          at = lowercased.find(name, at + 1)) {
         const std::string_view rest = std::string_view(lowercased).substr(at + name.size());
-        if (at > 0 && !packageName.empty() && endsName(rest)) {
+        if (at > 0 && !packageName.empty() && endsAddress(rest)) {
             shown = at;
         }
         // A registry has the name again behind this; else an owner may be called what the package is.
