@@ -113,6 +113,19 @@ private Q_SLOTS:
         QCOMPARE(fixture.rows(), u"beacon"_s);
     }
 
+    void theRowsHaveTheKeysThoughTheyCameBehindAnotherWindow() {
+        HeldScans scans;
+        KeysFixture fixture(scans.function());
+        fixture.model.openFolder(fixture.project.folder("Harbor"));
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        scans.release(0, sample());
+        QVERIFY(fixture.waitForScan());
+        QCOMPARE(fixture.window.focusWidget(), &fixture.table);
+    }
+
     void aFolderDroppedOnTheSearchIsOpened() {
         KeysFixture fixture(alwaysFinding(sample()));
         QVERIFY(fixture.open());

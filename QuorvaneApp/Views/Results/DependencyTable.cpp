@@ -38,10 +38,10 @@ struct ColumnRow {
     int leastCharacters;  ///< below this it says nothing
 };
 constexpr auto columnRows = std::to_array<ColumnRow>({
-    {DependencyColumn::package, 9, 14},
+    {DependencyColumn::package, 10, 14},
     {DependencyColumn::version, 3, 7},
     {DependencyColumn::ecosystem, 3, 8},
-    {DependencyColumn::license, 4, 9},
+    {DependencyColumn::license, 5, 9},
     {DependencyColumn::foundBy, 4, 9},
     {DependencyColumn::flag, 6, 10},
 });

@@ -166,7 +166,8 @@ void ResultsView::rememberSizes() {
 /// From the most to the least certain: rows, no result yet, an empty result, rows that are all hidden.
 void ResultsView::showState() {
     if (!model_->rows().empty()) {
-        const bool hasKeys = message_->hasFocus();
+        // Asked of the window, which may not be the active one yet, or any more.
+        const bool hasKeys = window()->focusWidget() == message_;
         middle_->setCurrentWidget(table_);
         // Whoever types in the search meanwhile goes on typing there.
         if (hasKeys) {
