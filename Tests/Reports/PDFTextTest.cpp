@@ -16,6 +16,7 @@ TEST(PDFText, TellsWhereAPackageComesFrom) {
          {std::tuple{"https://example.com/acme/kit.git", "kit", "example.com/acme"},
           {"https://registry.example.com/@Acme/Kit/-/kit-1.0.tgz", "@acme/kit", "registry.example.com"},
           {"https://example.com/kit-1.0.tgz", "kit", "example.com"},
+          {"https://example.com/a/kit.tgz", "kit", "example.com/a"},
           {"https://registry.example.com/kit/-/kit-1.0.tgz", "kit", "registry.example.com"},
           {"https://example.com/kit/kit", "kit", "example.com/kit"},
           {"https://example.com/kit-js/kit.git#main", "kit", "example.com/kit-js"},

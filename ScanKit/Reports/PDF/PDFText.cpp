@@ -37,7 +37,8 @@ bool isPlainText(std::string_view text) {
 bool endsAddress(std::string_view rest) {
     const bool isVersion = rest.size() > 1 && rest[0] == '-' && rest[1] >= '0' && rest[1] <= '9';
     return rest.empty() || rest == "/" || rest[0] == '?' || rest[0] == '#' || isVersion ||
-           rest.starts_with(".git") || rest.starts_with("/-/");
+           rest.starts_with("/-/") || rest.starts_with(".git") || rest == ".tgz" || rest == ".tar.gz" ||
+           rest == ".zip";
 }
 
 /// Embeddings, overrides and isolates: a name could show the text around it in another order.

@@ -171,6 +171,9 @@ PDFTextLayouts::Layout PDFTextLayouts::layoutOf(const PDFPages::AttributedString
 PDFTextLayouts::Layout PDFTextLayouts::wellSet(const PDFPages::AttributedString& string,
                                                std::string_view part, double width, bool right) {
     Layout layout = layoutOf(string, part, width, right);
+    if (part.size() == string.text.size() && plainLine(string, width)) {
+        return layout;  // One line has no ends to choose, and its font is the one that all others are measured by.
+    }
     const PlainWidths& plain = plainWidths(string.font);
     if (string.letterSpacing == 0) {
         const std::vector<PDFTextRange> words = wholeWords(part, width, plain.of);
