@@ -145,6 +145,17 @@ private Q_SLOTS:
         QCOMPARE(header.sortIndicatorSection(), static_cast<int>(Column::flag));
     }
 
+    void aColumnThatWasMadeWiderTakesNoOtherAway() {
+        CutTextFixture fixture({package("pad")});
+        QVERIFY(fixture.open());
+        QHeaderView& header = *fixture.table.horizontalHeader();
+        header.resizeSection(static_cast<int>(Column::package), 2000);
+        fixture.window.resize(1500, 700);
+        QTRY_VERIFY(fixture.table.horizontalScrollBar()->isVisible());
+        QCOMPARE(header.hiddenSectionCount(), 0);
+        QCOMPARE(header.sectionSize(static_cast<int>(Column::package)), 2000);
+    }
+
     void aLongNameIsWholeOrEndsInAnEllipsisAboveTheDetails() {
         const LargeFont font(16);
         const QString several =

@@ -393,8 +393,9 @@ TEST(PDFReport, SaysOnceWhatAScanSaysOfManyFolders) {
 TEST(PDFReport, KeepsTheNameOfTheAccountToItself) {
     const EnvironmentVariable home{"HOME", "/home/someone"};
     ScanResult result = resultOf({});
-    result.rootPath = "/home/someone/work/app";
-    EXPECT_EQ(countOf(wordsOf(laidOut(result)), "Found in\n~/work/app\n"), 1U) << wordsOf(laidOut(result));
+    result.rootPath = "/home/someone/projects/app";
+    EXPECT_EQ(countOf(wordsOf(laidOut(result)), "Found in\n~/projects/app\n"), 1U)
+        << wordsOf(laidOut(result));
 }
 
 TEST(PDFReport, NamesEachTypeOfThePackagesWithoutLicense) {

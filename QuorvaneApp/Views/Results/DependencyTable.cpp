@@ -177,13 +177,19 @@ void DependencyTable::shareWidth() {
     isSharing_ = false;
 }
 
-/// Hides what must be, so that the others can be read without scrolling sideways.
+/// Hides what must be, so that the others can be read without scrolling sideways. Whoever made a column wider than there
+/// is room for scrolls, and loses none for it.
 void DependencyTable::giveWay(std::vector<ColumnWidths::Need>& needs) {
+    std::vector<ColumnWidths::Need> unchosen = needs;
+    for (ColumnWidths::Need& need : unchosen) {
+        need.chosen.reset();
+    }
     for (const DependencyColumn column : givingWay) {
-        const bool givesWay = ColumnWidths::least(needs) > viewport()->width();
+        const bool givesWay = ColumnWidths::least(unchosen) > viewport()->width();
         setColumnHidden(static_cast<int>(column), givesWay);
         if (givesWay) {
-            needs[static_cast<std::size_t>(column)] = {.chosen = 0};
+            const auto place = static_cast<std::size_t>(column);
+            needs[place] = unchosen[place] = {.chosen = 0};
         }
     }
 }
