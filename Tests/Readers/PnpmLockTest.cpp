@@ -208,6 +208,7 @@ snapshots:
     EXPECT_FALSE(isDevBeside("dependencies: {a: 1.0.0(tool@1.0.0)}"));
     EXPECT_TRUE(isDevBeside("dependencies: {a: 1.0.0(tool@1.0.0)}, devDependencies: {tool: 1.0.0}"));
     EXPECT_TRUE(isDevBeside("devDependencies: {needed: 1.0.0}")) << "ships nothing";
+    EXPECT_TRUE(isDevBeside("dependencies: {other: 1.0.0}")) << "ships nothing that may use it";
 }
 
 TEST(PnpmLock, RefusesWhatIsNoWholeLockfile) {

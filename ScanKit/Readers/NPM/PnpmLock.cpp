@@ -1,5 +1,6 @@
 #include "ScanKit/Readers/NPM/PnpmLock.h"
 
+#include "ScanKit/Readers/NPM/PnpmPeers.h"
 #include "ScanKit/Support/YAML.h"
 
 #include <algorithm>
@@ -206,12 +207,11 @@ public:
                   resolveAll(sources_[i]->member("optionalDependencies"), needsIfPresent))) {
                 lockfile_.entries[i].isUnreadable = true;
             }
-            if (descriptions_[i] != nullptr && !followsOptionalPeers_) {
-                leaveOutPeers(*descriptions_[i], needs);
-                leaveOutPeers(*descriptions_[i], needsIfPresent);
-            }
             lockfile_.entries[i].needs = std::move(needs);
             lockfile_.entries[i].needsIfPresent = std::move(needsIfPresent);
+        }
+        if (!followsOptionalPeers_) {
+            leaveOutPeers(lockfile_, members_, optionalPeers());
         }
     }
 
@@ -250,25 +250,22 @@ private:
     }
 
     bool addWishesOf(const DataValue& project) {
-        const auto shippedSoFar = [&] {
-            return lockfile_.shipped.size() + lockfile_.shippedIfPresent.size();
-        };
-        const std::size_t shippedBefore = shippedSoFar();
-        const std::size_t developmentBefore = lockfile_.development.size();
+        Lockfile wishes;
         const bool isWhole = std::ranges::all_of(projectSections, [&](const Section& section) {
-            const DataValue* const wishes = project.member(section.name);
-            asks_ = asks_ || wishes != nullptr;
-            return resolveAll(wishes, lockfile_.*section.wishes);
+            const DataValue* const references = project.member(section.name);
+            asks_ = asks_ || references != nullptr;
+            return resolveAll(references, wishes.*section.wishes);
         });
-        if (shippedSoFar() > shippedBefore) {
-            ++shippingMembers_;
-            const std::set<std::size_t> listed(
-                lockfile_.development.begin() + static_cast<std::ptrdiff_t>(developmentBefore),
-                lockfile_.development.end());
-            for (const std::size_t place : listed) {
-                ++listedForDevelopment_[place];
+        PnpmMember member{.development = {wishes.development.begin(), wishes.development.end()}};
+        for (const Section& section : projectSections) {
+            const std::vector<std::size_t>& places = wishes.*section.wishes;
+            std::vector<std::size_t>& all = lockfile_.*section.wishes;
+            all.insert(all.end(), places.begin(), places.end());
+            if (section.wishes != &Lockfile::development) {
+                member.shipped.insert(member.shipped.end(), places.begin(), places.end());
             }
         }
+        members_.push_back(std::move(member));
         return isWhole;
     }
 
@@ -288,17 +285,27 @@ private:
         return isWhole;
     }
 
-    /// What a member of the workspace lists for its development it does not ship for the sake of a package that can do without
-    /// it. Another member may, so that all that ship anything have to list it.
-    void leaveOutPeers(const DataValue& description, std::vector<std::size_t>& places) const {
-        const DataValue* const peers = description.member("peerDependenciesMeta");
-        std::erase_if(places, [&](std::size_t place) {
-            const DataValue* const peer =
-                peers != nullptr ? peers->member(lockfile_.entries[place].name) : nullptr;
-            const auto listed = listedForDevelopment_.find(place);
-            return peer != nullptr && peer->isTrue("optional") && listed != listedForDevelopment_.end() &&
-                   listed->second == shippingMembers_;
-        });
+    /// The needs that a package can do without, of what a member lists for its development.
+    std::set<PnpmNeed> optionalPeers() const {
+        const std::set<std::size_t> development(lockfile_.development.begin(), lockfile_.development.end());
+        std::set<PnpmNeed> peers;
+        for (std::size_t i = 0; i < descriptions_.size(); ++i) {
+            const DataValue* const described =
+                descriptions_[i] != nullptr ? descriptions_[i]->member("peerDependenciesMeta") : nullptr;
+            if (described == nullptr) {
+                continue;
+            }
+            for (const auto* const needs :
+                 {&lockfile_.entries[i].needs, &lockfile_.entries[i].needsIfPresent}) {
+                for (const std::size_t place : *needs) {
+                    const DataValue* const peer = described->member(lockfile_.entries[place].name);
+                    if (peer != nullptr && peer->isTrue("optional") && development.contains(place)) {
+                        peers.emplace(i, place);
+                    }
+                }
+            }
+        }
+        return peers;
     }
 
     /// A reference is the rest of the key behind the name, or a whole key: of an alias, or of what is in no registry.
@@ -331,12 +338,9 @@ private:
     std::vector<const DataValue*> sources_;       ///< of each entry: what says its needs
     std::vector<const DataValue*> descriptions_;  ///< of each entry: what says which of them are peers
     bool followsOptionalPeers_;
-    /// The members of the workspace that ask for more than their development needs, and by how many of these each entry is
-    /// listed for development.
-    std::size_t shippingMembers_ = 0;
-    std::unordered_map<std::size_t, std::size_t> listedForDevelopment_;
-    std::string key_;    ///< the one looked for, kept for its room
-    bool asks_ = false;  ///< the file says what the project itself asks for
+    std::vector<PnpmMember> members_;  ///< of the workspace
+    std::string key_;                  ///< the one looked for, kept for its room
+    bool asks_ = false;                ///< the file says what the project itself asks for
     const std::vector<DataValue::Member> noMembers_ = {};
 };
 

@@ -12,8 +12,8 @@ namespace ScanKit::NPMParser {
 /// something asks for and no entry holds becomes an entry that is unreadable. Absent when the text is no such lockfile,
 /// whole and of a known format: one with the marks of an unfinished merge, for example.
 /// `pnpm` is the major version of the pnpm that installed the project, absent when nobody knows. Since 11 what the project
-/// lists for its development does not ship because a shipped package may use it as a peer. When the version is not known, or a
-/// member of the workspace that ships anything does not list it, it counts as shipped.
+/// or a member of its workspace lists for its development it does not ship because a package that it ships may use it as a peer;
+/// when the version is not known, it counts as shipped.
 std::optional<Lockfile> pnpmLock(std::string_view text, std::optional<int> pnpm = {});
 
 }  // namespace ScanKit::NPMParser
