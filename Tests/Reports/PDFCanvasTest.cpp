@@ -179,6 +179,7 @@ TEST(PDFCanvas, EndsNoLineInsideOfAWordThatFits) {
          {std::tuple{"Unrecognized: CC-BY-NC-4.0", "Unrecognized: CC-BY-", "Unrecognized: |CC-BY-NC-4.0"},
           {"(MIT OR LGPL-3.0-or-later)", "LGPL-3.0-or-later)", "(MIT OR |LGPL-3.0-or-later)"},
           {"“BSD-3-Clause”, read", "“BSD-3-Clause”,", "“BSD-3-Clause”, |read"},
+          {"found on January 15, 2027. It", "found on January 15, ", "found on |January 15, 2027. It"},
           {"2023.10.1.post3", "2023.10.1.po", "2023.10.1.|post3"},
           {"10.20.30-alpha.1+build.7", "10.20.30-al", "10.20.30-|alpha.|1+build.7"},
           {"some-very-long-name", "some-very-lo", "some-very-|long-name"},

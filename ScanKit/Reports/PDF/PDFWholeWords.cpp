@@ -25,6 +25,23 @@ bool adjoinsLetters(std::string_view text, PDFTextRange word) {
     return isBefore || (!behind.empty() && isForeign(behind.front()) && !behind.starts_with(marks));
 }
 
+/// The length of the date that the text begins with, "January 5, 2026" as reports write it; zero where it begins with none.
+std::size_t dateLength(std::string_view text) {
+    const auto skip = [&](std::size_t from, const auto& isSkipped) {
+        while (from < text.size() && isSkipped(text[from])) {
+            ++from;
+        }
+        return from;
+    };
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    const auto isLetter = [&](char c) { return isLetterOrDigit(c) && !isDigit(c); };
+    const std::size_t month = skip(0, isLetter), day = skip(month + 1, isDigit),
+                      year = skip(day + 2, isDigit);
+    const bool isDate =
+        month > 0 && day > month + 1 && year == day + 6 && text[month] == ' ' && text.substr(day, 2) == ", ";
+    return isDate ? year : 0;
+}
+
 bool fits(std::string_view word, double width, const std::array<double, 128>& widths) {
     // Some pairs of letters stand wider than the letters alone.
     constexpr double toSpare = 1.03;
@@ -49,7 +66,8 @@ std::vector<PDFTextRange> wholeWords(std::string_view text, double width,
     };
     for (std::size_t end = 0; end < text.size();) {
         const std::size_t begin = end;
-        bool hasPunctuation = false;
+        end += dateLength(text.substr(begin));
+        bool hasPunctuation = end > begin;
         for (; end < text.size() && isOfWord(text[end]); ++end) {
             hasPunctuation = hasPunctuation || !isLetterOrDigit(text[end]);
         }
