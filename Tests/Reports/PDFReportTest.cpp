@@ -235,7 +235,9 @@ TEST(PDFReport, LeavesNoRowAndNoClosingWordsAlone) {
             // Closing words of all lengths up to those that may be parted.
             result.sources.assign(count * 7 % 40, {Ecosystem::npm, "package-lock.json", "npm lockfile"});
             const PDFReport report = PDFReport::laidOut(result, {.includeDev = true, .paper = paper}, canvas);
-            for (const std::vector<std::size_t>& table : rowsOfTables(report)) {
+            std::vector<std::vector<std::size_t>> tables = rowsOfTables(report);
+            tables.pop_back();
+            for (const std::vector<std::size_t>& table : tables) {
                 for (const std::size_t rows : table) {
                     EXPECT_TRUE(table.size() == 1 || rows > 1) << "a row alone on a page";
                 }
@@ -243,6 +245,10 @@ TEST(PDFReport, LeavesNoRowAndNoClosingWordsAlone) {
             const Texts last = textsOf(report.pages.back());
             EXPECT_FALSE(isHeading(last.front()) && last.front().string.text == "About this scan")
                 << "the last page has closing words alone";
+            const auto words = std::ranges::find_if(last, [](const PDFReport::Text& text) {
+                return text.string.text.starts_with("This report lists");
+            });
+            EXPECT_GT(words - last.begin(), 3) << "the last page has hardly more than the closing words";
         }
     }
 }
@@ -290,15 +296,20 @@ TEST(PDFReport, GoesOnOnTheNextPagesWithARowHigherThanOne) {
     EXPECT_EQ(squares, 2) << "the severity is drawn once";
 }
 
-TEST(PDFReport, FillsThePageBeforeALongTextGoesOnOnTheNext) {
+TEST(PDFReport, FillsThePageBeforeATextGoesOnOnTheNext) {
     ScanResult result = resultOf({{.name = "one"}});
-    result.sources.assign(2'000, {Ecosystem::npm, "some/folder/package-lock.json", "npm lockfile"});
-    const PDFReport report = laidOut(result);
-    const Texts texts = textsOf(report.pages.front());
-    EXPECT_GT(texts.back().rectangle.y + texts.back().rectangle.height, sheet.contentEnd() - 20);
-    for (std::size_t i = 1; i < report.pages.size(); ++i) {
-        const PDFReport::Text first = textsOf(report.pages[i]).front();
-        EXPECT_TRUE(first.string.text == "About this scan, continued" && !first.element) << first.string.text;
+    // The shorter one is no half of a page, and would leave nearly as much blank if it were kept whole.
+    for (const std::size_t files : {18U, 2'000U}) {
+        result.sources.assign(files, {Ecosystem::npm, "some/folder/package-lock.json", "npm lockfile"});
+        const PDFReport report = laidOut(result);
+        const Texts texts = textsOf(report.pages.front());
+        EXPECT_GT(texts.back().rectangle.y + texts.back().rectangle.height, sheet.contentEnd() - 20);
+        EXPECT_GT(report.pages.size(), 1U);
+        for (std::size_t i = 1; i < report.pages.size(); ++i) {
+            const PDFReport::Text first = textsOf(report.pages[i]).front();
+            EXPECT_TRUE(first.string.text == "About this scan, continued" && !first.element)
+                << first.string.text;
+        }
     }
 }
 

@@ -134,6 +134,18 @@ void addFilesRead(Paragraphs& paragraphs, const std::vector<ScanSource>& sources
     }
 }
 
+/// The entries of lockfiles are counted as they are, so what the report leaves out is told beside them.
+void addLeftOut(Paragraphs& paragraphs, const PDFContents& contents) {
+    const std::size_t leftOut = contents.result.dependencies.size() - contents.dependencies.size();
+    if (leftOut > 0 && !contents.result.sources.empty()) {
+        const std::string_view words = leftOut == 1 ? "dev-only package that these files name is"
+                                                    : "dev-only packages that these files name are";
+        paragraphs.push_back(
+            {.string = groupStyle(fmt::format("{} {} left out of this report.", leftOut, words)),
+             .gapAbove = 4});
+    }
+}
+
 void addDisclaimer(Paragraphs& paragraphs, const std::string& date) {
     paragraphs.push_back(
         {.string = disclaimerStyle(fmt::format(
@@ -153,6 +165,7 @@ std::vector<PDFParagraph> aboutThisScan(const PDFContents& contents) {
         {.string = bodyStyle(keepingPathDirection(withHomeAsTilde(contents.result.rootPath))),
          .gapAbove = 2});
     addFilesRead(paragraphs, contents.result.sources);
+    addLeftOut(paragraphs, contents);
     addDisclaimer(paragraphs, contents.date);
     return paragraphs;
 }

@@ -10,7 +10,7 @@ constexpr PDFStyle headingStyle{.font = {.size = 14, .bold = true}, .colour = PD
 constexpr double gapBelowHeading = 8;
 constexpr PDFStyle nameStyle{.font = {.size = 9, .bold = true}, .colour = PDFColours::quiet};
 /// The least that a long text begins with on a page, or ends with on one, so that none has closing words alone.
-constexpr double leastOnAPage = 120;
+constexpr double leastOnAPage = 100;
 
 }  // namespace
 
@@ -19,8 +19,8 @@ void PDFLayout::newPage() {
     y_ = PDFPages::margin;
 }
 
-double PDFLayout::heightOfBeginning(double height) const {
-    return height <= sheet_.contentHeight() / 2 ? height : leastOnAPage;
+double PDFLayout::heightOfBeginning(double height) {
+    return height <= 2 * leastOnAPage ? height : leastOnAPage;
 }
 
 void PDFLayout::makeRoom(double height) {

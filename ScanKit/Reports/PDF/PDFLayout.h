@@ -29,8 +29,9 @@ public:
     static constexpr double headingHeight = 30;
     /// A line of the name that a page repeats, and the gap below it.
     static constexpr double nameHeight = 20;
-    /// How much of a text of this height must stand on the page on which it begins: all, up to half a page.
-    double heightOfBeginning(double height) const;
+    /// How much of a text of this height must stand on the page on which it begins: all of one that is too short to be parted.
+    /// A longer one is, for else it would leave a good part of the page before it blank.
+    static double heightOfBeginning(double height);
 
     void skip(double height) { y_ += height; }
     void newPage();
@@ -51,8 +52,8 @@ public:
     /// A new page that begins with the name of what goes on there. The name is no part of the document: who listens to it
     /// has heard it.
     void newPageContinuing(const std::string& name);
-    /// Paragraphs over the whole width, over several pages when they are longer than half of one; then the last page
-    /// gets more than a few lines, and each page repeats the name, unless it is empty.
+    /// Paragraphs over the whole width, over several pages when they are long enough for each to get more than a few
+    /// lines; each further page repeats the name, unless it is empty.
     void text(std::vector<PDFParagraph> paragraphs, const std::string& name = "");
     /// One such paragraph.
     void text(PDFPages::AttributedString string, PDFPages::Role role = PDFPages::Role::paragraph);

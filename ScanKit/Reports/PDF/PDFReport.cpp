@@ -119,7 +119,7 @@ void addEcosystems(PDFLayout& layout, const PDFContents& contents) {
 /// The height that a last section needs on the page on which it begins.
 double heightOfBeginning(const std::vector<PDFParagraph>& section, const PDFLayout& layout) {
     const double height = PDFTextBlock(section, layout.sheet().contentWidth(), layout.measure()).height();
-    return sectionGap + PDFLayout::headingHeight + layout.heightOfBeginning(height);
+    return sectionGap + PDFLayout::headingHeight + PDFLayout::heightOfBeginning(height);
 }
 
 void addBody(PDFLayout& layout, const PDFContents& contents) {

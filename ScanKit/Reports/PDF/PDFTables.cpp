@@ -58,6 +58,16 @@ Cell severityCell(const Dependency& dependency) {
     return {};
 }
 
+/// One flag a line: a column as wide as the longest would break those of two words between them.
+Cell flagsCell(const Dependency& dependency) {
+    Cell cell;
+    for (const Flag flag : dependency.flags) {
+        const std::string_view separator = flag == dependency.flags.back() ? "" : ";";
+        cell.push_back({.string = boldCellStyle(fmt::format("{}{}", label(flag), separator))});
+    }
+    return cell;
+}
+
 std::vector<PDFParagraph> particularNotes(const Dependency& dependency, const PDFSharedNotes& notes) {
     std::vector<PDFParagraph> paragraphs;
     for (const std::string_view note : notes.particularOf(dependency)) {
@@ -174,7 +184,7 @@ void addAttention(PDFLayout& layout, const PDFContents& contents) {
             }
             std::vector<Cell> cells{severityCell(*dependency), std::move(name),
                                     cellOf(cellStyle, dependency->version), licenseCell(*dependency),
-                                    cellOf(boldCellStyle, dependency->flagLabels("; "))};
+                                    flagsCell(*dependency)};
             if (hasShared) {
                 cells.push_back(cellOf(quietCellStyle, contents.notes.numbersOf(*dependency)));
             }
