@@ -233,7 +233,9 @@ TEST(PDFReport, LeavesNoRowAndNoClosingWordsAlone) {
             SCOPED_TRACE(std::to_string(count) + " packages");
             ScanResult result = longResult(count);
             // Closing words of all lengths up to those that may be parted.
-            result.sources.assign(count * 7 % 40, {Ecosystem::npm, "package-lock.json", "npm lockfile"});
+            const std::string path =
+                "packages/of-a-name-that-needs-two-lines/" + std::string(60, 'x') + "/package-lock.json";
+            result.sources.assign(count * 7 % 40, {Ecosystem::npm, path, "npm lockfile"});
             const PDFReport report = PDFReport::laidOut(result, {.includeDev = true, .paper = paper}, canvas);
             std::vector<std::vector<std::size_t>> tables = rowsOfTables(report);
             tables.pop_back();
@@ -249,6 +251,14 @@ TEST(PDFReport, LeavesNoRowAndNoClosingWordsAlone) {
                 return text.string.text.starts_with("This report lists");
             });
             EXPECT_GT(words - last.begin(), 3) << "the last page has hardly more than the closing words";
+            std::ptrdiff_t paths = 0;
+            for (const PDFReport::Page& page : report.pages) {
+                paths += std::ranges::count_if(page, [&](const PDFReport::Op& op) {
+                    const auto* text = std::get_if<PDFReport::Text>(&op);
+                    return text != nullptr && text->string.text == path;
+                });
+            }
+            EXPECT_EQ(paths, std::ssize(result.sources)) << "a page ends between the two lines of a path";
         }
     }
 }

@@ -174,10 +174,25 @@ std::size_t PDFTextBlock::endOfFitting(double room) const {
             break;
         }
     }
+    end = withoutLonelyLine(end);
     while (end > next_ + 1 && end < lines_.size() && paragraphs_[lines_[end - 1].paragraph].staysWithNext) {
         --end;
     }
     return end;
+}
+
+std::size_t PDFTextBlock::withoutLonelyLine(std::size_t end) const {
+    if (end == lines_.size() || end == next_ || lines_[end].paragraph != lines_[end - 1].paragraph) {
+        return end;
+    }
+    const auto isOther = [&](const Line& line) { return line.paragraph != lines_[end].paragraph; };
+    const auto here = lines_.begin() + static_cast<std::ptrdiff_t>(end);
+    const auto before = here - std::find_if(std::reverse_iterator(here), lines_.rend(), isOther).base();
+    const auto after = std::find_if(here, lines_.end(), isOther) - here;
+    // One more line goes along with a last one, unless that leaves a first one alone.
+    const std::ptrdiff_t moved = before == 1 || (after == 1 && before == 2) ? before : after == 1 ? 1 : 0;
+    const std::size_t wanted = end - static_cast<std::size_t>(moved);
+    return wanted > next_ ? wanted : end;
 }
 
 double PDFTextBlock::place(PDFPages::Page& page, PDFPages::Point corner, double room) {

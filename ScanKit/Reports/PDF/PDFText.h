@@ -79,6 +79,8 @@ private:
         double gapAbove = 0, height = 0, baseline = 0;
     };
     std::size_t endOfFitting(double room) const;
+    /// An end that parts no paragraph behind its first line nor before its last, where that can be helped.
+    std::size_t withoutLonelyLine(std::size_t end) const;
     double placeParagraph(PDFPages::Page& page, PDFPages::Point corner, std::size_t end);
 
     std::vector<PDFParagraph> paragraphs_;
