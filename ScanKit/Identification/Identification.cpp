@@ -4,6 +4,7 @@
 #include "ScanKit/Identification/LicenseDecision.h"
 #include "ScanKit/Identification/Notes.h"
 #include "ScanKit/Identification/PackageTexts.h"
+#include "ScanKit/Identification/TextSet.h"
 #include "ScanKit/Support/Paths.h"
 #include "ScanKit/Support/Text.h"
 
@@ -70,6 +71,11 @@ std::shared_ptr<const TextReading> ofPackage(std::shared_ptr<const TextReading> 
 }
 
 }  // namespace
+
+void prepareIdentification() {
+    standardLicenseTexts();
+    referenceLicenseTexts();
+}
 
 Dependency identify(const RawDependency& package) {
     TextReadings readings;

@@ -12,4 +12,8 @@ Dependency identify(const RawDependency& package);
 /// The same within a scan: a text that `readings` already knows is not read again. May run on any thread.
 Dependency identify(const RawDependency& package, TextReadings& readings);
 
+/// Makes what identification makes once, the tables of the license texts: so that it is there when the first package has been read.
+/// Without it the first packages wait for that. May run beside anything.
+void prepareIdentification();
+
 }  // namespace ScanKit

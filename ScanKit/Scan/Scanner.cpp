@@ -6,6 +6,7 @@
 #include "ScanKit/Scan/ProjectDetection.h"
 #include "ScanKit/Scan/Reading.h"
 #include "ScanKit/Support/Dates.h"
+#include "ScanKit/Support/Parallel.h"
 #include "ScanKit/Support/Paths.h"
 #include "ScanKit/Support/Text.h"
 
@@ -40,6 +41,10 @@ public:
         result_.projectName = displayName(root_);
         result_.rootPath = Text::oneLine(root_.string());
         result_.scannedAt = Dates::current();
+        std::optional<BackgroundWork> preparing;
+        if (!options_.ecosystems.empty()) {
+            preparing.emplace(prepareIdentification, control_.threadLimit);
+        }
         readAll();
         identifyAll();
         return std::move(result_);

@@ -11,6 +11,7 @@
 #include <oneapi/tbb/global_control.h>
 #include <oneapi/tbb/parallel_for.h>
 #include <oneapi/tbb/task_arena.h>
+#include <oneapi/tbb/task_group.h>
 #endif
 
 namespace ScanKit {
@@ -44,6 +45,21 @@ void forEachIndex(std::size_t count, const std::function<void(std::size_t)>& bod
     work();
 }
 
+struct BackgroundWork::Running {
+    std::jthread thread;
+};
+
+BackgroundWork::BackgroundWork(std::function<void()> work, std::optional<unsigned> threadLimit)
+    : running_(std::make_unique<Running>()) {
+    if (threadLimit) {
+        work();
+    } else {
+        running_->thread = std::jthread(std::move(work));
+    }
+}
+
+BackgroundWork::~BackgroundWork() = default;
+
 #else
 
 void forEachIndex(std::size_t count, const std::function<void(std::size_t)>& body, const StopToken& stop,
@@ -68,6 +84,23 @@ void forEachIndex(std::size_t count, const std::function<void(std::size_t)>& bod
     } else {
         run();
     }
+}
+
+struct BackgroundWork::Running {
+    tbb::task_group tasks;
+};
+
+BackgroundWork::BackgroundWork(std::function<void()> work, std::optional<unsigned> threadLimit)
+    : running_(std::make_unique<Running>()) {
+    if (threadLimit) {
+        work();
+    } else {
+        running_->tasks.run(std::move(work));
+    }
+}
+
+BackgroundWork::~BackgroundWork() {
+    running_->tasks.wait();
 }
 
 #endif

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <stop_token>
 
@@ -16,5 +17,19 @@ using StopToken = std::stop_token;
 /// throw.
 void forEachIndex(std::size_t count, const std::function<void(std::size_t)>& body, const StopToken& stop = {},
                   std::optional<unsigned> threadLimit = {});
+
+/// Work that goes on while the caller does something else, on a core that has nothing to do. Whoever limits the threads has it
+/// done at once, by the caller. It has ended when the object has. It must not throw.
+class BackgroundWork {
+public:
+    explicit BackgroundWork(std::function<void()> work, std::optional<unsigned> threadLimit = {});
+    BackgroundWork(const BackgroundWork&) = delete;
+    BackgroundWork& operator=(const BackgroundWork&) = delete;
+    ~BackgroundWork();
+
+private:
+    struct Running;
+    std::unique_ptr<Running> running_;
+};
 
 }  // namespace ScanKit

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <limits>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -23,6 +24,22 @@ TEST(Parallel, VisitsEveryIndexOnceAndNoFurtherOneOnceStopped) {
         const auto stopAtTheHundredth = [&](std::size_t) { return ++begun == 100 && source.request_stop(); };
         forEachIndex(1'000'000, stopAtTheHundredth, source.get_token(), threads);
         EXPECT_LT(begun, 100 + 256) << threads;
+    }
+}
+
+TEST(Parallel, HasDoneItsBackgroundWorkWhenTheObjectEnds) {
+    // Many, for whether another thread or the waiting one does it is a matter of luck.
+    for (int i = 0; i < 200; ++i) {
+        std::vector<int> made;
+        {
+            const BackgroundWork work([&] { made.assign(1'000, i); });
+        }
+        EXPECT_EQ(made, std::vector<int>(1'000, i));
+    }
+    for (const unsigned threads : {0U, 1U, 8U}) {
+        std::thread::id worker;
+        const BackgroundWork work([&] { worker = std::this_thread::get_id(); }, threads);
+        EXPECT_EQ(worker, std::this_thread::get_id()) << "at once, as threads are limited";
     }
 }
 
