@@ -2,6 +2,7 @@
 
 #include "ScanKit/Readers/ReportableText.h"
 #include "ScanKit/Scan/Warnings.h"
+#include "ScanKit/Support/Parallel.h"
 #include "ScanKit/Support/Paths.h"
 
 #include <algorithm>
@@ -12,7 +13,8 @@
 namespace ScanKit {
 
 void Reading::append(std::vector<RawDependency> found) {
-    std::ranges::for_each(found, makeReportable);
+    forEachIndex(
+        found.size(), [&](std::size_t i) { makeReportable(found[i]); }, {}, control.threadLimit);
     std::ranges::move(found, std::back_inserter(packages));
 }
 

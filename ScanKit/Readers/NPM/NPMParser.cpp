@@ -2,6 +2,7 @@
 
 #include "ScanKit/Readers/NPM/PackageLock.h"
 #include "ScanKit/Support/FileSystem.h"
+#include "ScanKit/Support/Parallel.h"
 #include "ScanKit/Support/Paths.h"
 
 #include <algorithm>
@@ -118,15 +119,21 @@ std::optional<LockedProject> npmProject(std::string_view lockfile, const std::fi
     const std::vector<LockedPackage>& locked = lock->packages;
     const bool hasModules = isFolder(projectFolder / "node_modules");
     std::vector<Outcome> outcomes(locked.size());
-    forEachPackage(locked.size(), control, [&](std::size_t i) {
-        outcomes[i] = outcomeOf(locked[i], projectFolder, hasModules);
-        return outcomes[i].listed ? outcomes[i].listed->name : locked[i].installPath;
-    });
-    const LockedWays ways(Needs(*lock).graph());
+    std::optional<LockedWays> ways;
+    {
+        const BackgroundWork following([&] { ways.emplace(Needs(*lock).graph()); }, control.threadLimit);
+        forEachPackage(locked.size(), control, [&](std::size_t i) {
+            outcomes[i] = outcomeOf(locked[i], projectFolder, hasModules);
+            return outcomes[i].listed ? outcomes[i].listed->name : locked[i].installPath;
+        });
+    }
     LockedProject project;
     project.states.own = lock->members.size();
     project.states.unreadable = lock->leftOut;
     std::unordered_map<std::string, std::size_t> places;
+    places.reserve(outcomes.size());
+    project.packages.reserve(outcomes.size());
+    std::vector<std::size_t> entries;  // of each package, its place in the lockfile
     for (std::size_t i = 0; i < outcomes.size(); ++i) {
         std::optional<RawDependency>& package = outcomes[i].listed;
         if (!package) {
@@ -137,14 +144,18 @@ std::optional<LockedProject> npmProject(std::string_view lockfile, const std::fi
             places.try_emplace(package->name + "@" + package->version, project.packages.size());
         ++(isNew ? project.states.listed : project.states.listedAlready);
         if (isNew) {
-            for (const std::size_t step : ways.to(i)) {
-                package->way.push_back(locked[step].name + "@" + locked[step].version);
-            }
             project.packages.push_back(std::move(*package));
+            entries.push_back(i);
         } else if (!package->isDev) {
             project.packages[place->second].isDev = false;  // it ships, if only from this place
         }
     }
+    const auto addWay = [&](std::size_t i) {
+        for (const std::size_t step : ways->to(entries[i])) {
+            project.packages[i].way.push_back(locked[step].name + "@" + locked[step].version);
+        }
+    };
+    forEachIndex(entries.size(), addWay, control.stop, control.threadLimit);
     return project;
 }
 
