@@ -29,7 +29,23 @@ std::string_view shortEscape(char c) {
     }
 }
 
+/// Printable ASCII without anything to escape, as nearly all texts are.
+bool isPlain(std::string_view text) {
+    unsigned isOther = 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        isOther |= static_cast<unsigned>(byte < 0x20 || byte >= 0x80 || byte == '"' || byte == '\\');
+    }
+    return isOther == 0;
+}
+
 void appendQuoted(std::string& output, std::string_view text) {
+    if (isPlain(text)) {
+        output += '"';
+        output += text;
+        output += '"';
+        return;
+    }
     if (!Text::isValidUtf8(text)) {
         appendQuoted(output, Text::validUtf8(std::string(text)));
         return;
