@@ -12,7 +12,13 @@
 namespace ScanKit {
 
 void Reading::append(std::vector<RawDependency> found) {
-    std::ranges::for_each(found, makeReportable);
+    for (RawDependency& package : found) {
+        makeReportable(package);
+        packages.push_back(std::make_shared<const RawDependency>(std::move(package)));
+    }
+}
+
+void Reading::append(std::vector<std::shared_ptr<const RawDependency>> found) {
     std::ranges::move(found, std::back_inserter(packages));
 }
 

@@ -1,11 +1,12 @@
 #include "ScanKit/Readers/NPM/NPMParser.h"
 
-#include "ScanKit/Readers/NPM/PackageLock.h"
+#include "ScanKit/Readers/NPM/InstalledPackage.h"
+#include "ScanKit/Readers/NPM/PackageJSON.h"
+#include "ScanKit/Readers/ReportableText.h"
 #include "ScanKit/Support/FileSystem.h"
 #include "ScanKit/Support/Paths.h"
 
-#include <algorithm>
-#include <iterator>
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -23,136 +24,189 @@ RawDependency dependencyOf(const LockedPackage& package) {
             .declared = package.declared};
 }
 
-/// What became of an entry.
+/// What became of an entry, and what that was made of beside the entry.
 struct Outcome {
-    std::optional<RawDependency> listed;
+    std::shared_ptr<const InstalledPackage> installed =
+        {};                                      ///< as a cache has it; null without a folder or cache
+    std::shared_ptr<RawDependency> listed = {};  ///< null when there is nothing to report
+    std::string key = {};                        ///< of the listed one: those with the same are one
     std::size_t EntryStates::*state = &EntryStates::listed;
+    bool isRepeatable = true;  ///< comes to the same for the same entry and the same `installed`
+    bool isFinished = false;   ///< the listed one has its way, and is fit for reports
 };
 
-/// The package, enriched when it is installed; or why it is none to report: a link, a local package, or an optional one that
-/// was left out on this system.
-Outcome outcomeOf(const LockedPackage& package, const std::filesystem::path& projectFolder, bool hasModules) {
-    if (package.isLink) {
-        return {.state = &EntryStates::own};
-    }
-    std::optional<OpenFolder> folder;
-    if (const auto path = hasModules ? folderBelow(projectFolder, package.installPath) : std::nullopt) {
-        folder.emplace(*path);
-    }
-    const bool isInstalled = folder && holdsManifest(*folder);
-    // Without a node_modules folder nothing is installed, which says nothing about an optional package.
-    if (hasModules && !isInstalled && package.isOptional) {
-        return {.state = &EntryStates::notInstalled};
-    }
-    RawDependency dependency = dependencyOf(package);
-    if (isInstalled) {
-        enrich(dependency, *folder);
-    }
-    // Asked after the package.json had its word: a lockfile may give a number to a package beside the project.
-    if (dependency.version.starts_with("file:") || dependency.version.starts_with("link:")) {
-        return {.state = &EntryStates::own};
-    }
-    return {.listed = std::move(dependency)};
-}
+/// The outcomes of a lockfile's entries, for the next time that it is read.
+struct Outcomes {
+    std::shared_ptr<const PackageLock> lock;
+    bool hasModules = false;
+    std::vector<std::shared_ptr<const Outcome>> all;
+};
 
-/// Who needs whom, each package by its place in the lockfile: a name is looked for as the running program does, in the
-/// folder's own node_modules and then in those above.
-class Needs {
+/// Reads the entries of a lockfile and joins what it found.
+class ProjectReading {
 public:
-    explicit Needs(const PackageLock& lock) {
-        for (std::size_t i = 0; i < lock.packages.size(); ++i) {
-            places_.emplace(lock.packages[i].installPath, i);
+    ProjectReading(const std::shared_ptr<const PackageLock>& lock, const std::filesystem::path& folder,
+                   const ReadControl& control)
+        : lock_(*lock),
+          folder_(folder),
+          control_(control),
+          hasModules_(isFolder(folder / "node_modules")),
+          made_(lock->packages.size()),
+          outcomes_(std::make_shared<Outcomes>()) {
+        outcomes_->lock = lock;
+        outcomes_->hasModules = hasModules_;
+        outcomes_->all.resize(made_.size());
+        if (control.cache != nullptr) {
+            known_ = control.cache->find<Outcomes>(folder.native());
         }
-        graph_.entries.resize(lock.packages.size());
-        for (std::size_t i = 0; i < lock.packages.size(); ++i) {
-            graph_.entries[i].needs = found(lock.packages[i].needs, lock.packages[i].installPath);
-        }
-        for (const LockedMember& member : lock.members) {
-            std::ranges::move(found(member.shipped, member.path), std::back_inserter(graph_.shipped));
-            std::ranges::move(found(member.development, member.path), std::back_inserter(graph_.development));
+        if (known_ && (known_->lock != lock || known_->hasModules != hasModules_)) {
+            known_ = nullptr;
         }
     }
 
-    const Lockfile& graph() const { return graph_; }
+    NPMProject project() {
+        forEachPackage(made_.size(), control_, [&](std::size_t i) {
+            read(i);
+            const std::shared_ptr<RawDependency>& listed = outcomes_->all[i]->listed;
+            return listed ? listed->name : lock_.packages[i].installPath;
+        });
+        if (control_.stop.stop_requested()) {
+            return {};
+        }
+        NPMProject project = joined();
+        if (control_.cache != nullptr) {
+            control_.cache->keep<Outcomes>(folder_.native(), {}, outcomes_);
+        }
+        return project;
+    }
 
 private:
-    std::vector<std::size_t> found(const std::vector<std::string>& names, std::string_view from) const {
-        std::vector<std::size_t> places;
-        places.reserve(names.size());
-        std::string path;  // one for all, since a lockfile asks a hundred thousand times
-        for (const std::string& name : names) {
-            for (std::string_view folder = from;; folder = above(folder)) {
-                path = folder;
-                path += folder.empty() ? "node_modules/" : "/node_modules/";
-                path += name;
-                if (const auto place = places_.find(path); place != places_.end()) {
-                    places.push_back(place->second);
-                    break;
-                }
-                if (folder.empty()) {
-                    break;
-                }
+    void read(std::size_t i) {
+        const Outcome* const before = known_ ? known_->all[i].get() : nullptr;
+        std::shared_ptr<const InstalledPackage> shared;
+        if (before != nullptr && before->installed) {
+            shared = knownInstalled(*before->installed->stated.folder, *control_.cache);
+        }
+        if (before != nullptr && before->isRepeatable && before->installed == shared) {
+            outcomes_->all[i] = known_->all[i];
+            return;
+        }
+        InstalledPackage installed;
+        if (auto folder = shared ? std::nullopt : folderOf(lock_.packages[i])) {
+            if (control_.cache != nullptr) {
+                shared = knownInstalled(*folder, *control_.cache);
+            } else {
+                installed = readInstalled(std::move(*folder));
             }
         }
-        return places;
+        made_[i] = std::make_shared<Outcome>(Outcome{.installed = shared});
+        complete(*made_[i], i, shared ? *shared : std::move(installed));
+        outcomes_->all[i] = made_[i];
     }
 
-    /// "node_modules/a" of "node_modules/a/node_modules/b"; the project itself of the last.
-    static std::string_view above(std::string_view folder) {
-        const std::size_t at = folder.rfind("/node_modules/");
-        return at == std::string_view::npos ? std::string_view() : folder.substr(0, at);
+    /// Where the package would be; absent when it is none, or nothing is installed.
+    std::optional<std::filesystem::path> folderOf(const LockedPackage& package) const {
+        return hasModules_ && !package.isLink ? folderBelow(folder_, package.installPath) : std::nullopt;
     }
 
-    std::unordered_map<std::string_view, std::size_t> places_;  ///< by the lockfile's own texts
-    Lockfile graph_;
+    /// Makes the package, enriched when it is installed; or says why it is none to report: a link, a local package, or an
+    /// optional one that was left out on this system.
+    void complete(Outcome& outcome, std::size_t i, InstalledPackage installed) const {
+        const LockedPackage& package = lock_.packages[i];
+        // Without a node_modules folder nothing is installed, which says nothing about an optional package.
+        if (package.isLink || (hasModules_ && !installed.holdsManifest && package.isOptional)) {
+            outcome.state = package.isLink ? &EntryStates::own : &EntryStates::notInstalled;
+            return;
+        }
+        RawDependency dependency = dependencyOf(package);
+        if (installed.holdsManifest) {
+            enrich(dependency, std::move(installed));
+            outcome.isRepeatable = !dependency.declared || !licenseFileReference(*dependency.declared);
+        }
+        // Asked after the package.json had its word: a lockfile may give a number to a package beside the project.
+        if (dependency.version.starts_with("file:") || dependency.version.starts_with("link:")) {
+            outcome.state = &EntryStates::own;
+            return;
+        }
+        outcome.key = dependency.name + "@" + dependency.version;
+        outcome.listed = std::make_shared<RawDependency>(std::move(dependency));
+    }
+
+    NPMProject joined() {
+        NPMProject project;
+        project.states.own = lock_.members.size();
+        project.states.unreadable = lock_.leftOut;
+        project.packages.reserve(made_.size());
+        std::unordered_map<std::string_view, std::size_t> places(made_.size());
+        for (std::size_t i = 0; i < made_.size(); ++i) {
+            const Outcome& outcome = *outcomes_->all[i];
+            if (!outcome.listed) {
+                ++(project.states.*outcome.state);
+                continue;
+            }
+            const auto [place, isNew] = places.try_emplace(outcome.key, project.packages.size());
+            ++(isNew ? project.states.listed : project.states.listedAlready);
+            if (isNew) {
+                project.packages.push_back(finished(i));
+            } else if (auto& first = project.packages[place->second];
+                       first->isDev && !outcome.listed->isDev) {
+                RawDependency shipped = *first;
+                shipped.isDev = false;  // if only from this place
+                first = std::make_shared<const RawDependency>(std::move(shipped));
+            }
+        }
+        return project;
+    }
+
+    /// Of packages that stand in several places only the first is finished. Another scan may hold the outcomes of the last
+    /// time, which stay as they are.
+    std::shared_ptr<const RawDependency> finished(std::size_t i) {
+        if (outcomes_->all[i]->isFinished) {
+            return outcomes_->all[i]->listed;
+        }
+        if (!made_[i]) {
+            made_[i] = std::make_shared<Outcome>(*outcomes_->all[i]);
+            made_[i]->listed = std::make_shared<RawDependency>(*made_[i]->listed);
+            outcomes_->all[i] = made_[i];
+        }
+        RawDependency& package = *made_[i]->listed;
+        for (const std::size_t step : lock_.ways.to(i)) {
+            package.way.push_back(lock_.packages[step].name + "@" + lock_.packages[step].version);
+        }
+        makeReportable(package);
+        made_[i]->isFinished = true;
+        return made_[i]->listed;
+    }
+
+    const PackageLock& lock_;
+    const std::filesystem::path& folder_;
+    const ReadControl& control_;
+    const bool hasModules_;
+    std::shared_ptr<const Outcomes> known_;       ///< those of the last time, when they are of this lockfile
+    std::vector<std::shared_ptr<Outcome>> made_;  ///< this time; null where the one before stands
+    std::shared_ptr<Outcomes> outcomes_;
 };
 
 }  // namespace
 
-std::optional<LockedProject> npmProject(std::string_view lockfile, const std::filesystem::path& projectFolder,
-                                        const ReadControl& control) {
-    const std::optional<PackageLock> lock = packageLock(lockfile, control);
-    if (!lock) {
-        return std::nullopt;
-    }
-    const std::vector<LockedPackage>& locked = lock->packages;
-    const bool hasModules = isFolder(projectFolder / "node_modules");
-    std::vector<Outcome> outcomes(locked.size());
-    forEachPackage(locked.size(), control, [&](std::size_t i) {
-        outcomes[i] = outcomeOf(locked[i], projectFolder, hasModules);
-        return outcomes[i].listed ? outcomes[i].listed->name : locked[i].installPath;
-    });
-    const LockedWays ways(Needs(*lock).graph());
-    LockedProject project;
-    project.states.own = lock->members.size();
-    project.states.unreadable = lock->leftOut;
-    std::unordered_map<std::string, std::size_t> places;
-    for (std::size_t i = 0; i < outcomes.size(); ++i) {
-        std::optional<RawDependency>& package = outcomes[i].listed;
-        if (!package) {
-            ++(project.states.*outcomes[i].state);
-            continue;
-        }
-        const auto [place, isNew] =
-            places.try_emplace(package->name + "@" + package->version, project.packages.size());
-        ++(isNew ? project.states.listed : project.states.listedAlready);
-        if (isNew) {
-            for (const std::size_t step : ways.to(i)) {
-                package->way.push_back(locked[step].name + "@" + locked[step].version);
-            }
-            project.packages.push_back(std::move(*package));
-        } else if (!package->isDev) {
-            project.packages[place->second].isDev = false;  // it ships, if only from this place
-        }
-    }
-    return project;
+NPMProject npmProject(const std::shared_ptr<const PackageLock>& lock,
+                      const std::filesystem::path& projectFolder, const ReadControl& control) {
+    return ProjectReading(lock, projectFolder, control).project();
 }
 
 std::optional<std::vector<RawDependency>> dependencies(std::string_view lockfile,
                                                        const std::filesystem::path& projectFolder,
                                                        const ReadControl& control) {
-    std::optional<LockedProject> project = npmProject(lockfile, projectFolder, control);
-    return project ? std::optional(std::move(project->packages)) : std::nullopt;
+    std::optional<PackageLock> lock = packageLock(lockfile, control);
+    if (!lock) {
+        return std::nullopt;
+    }
+    const auto shared = std::make_shared<const PackageLock>(std::move(*lock));
+    std::vector<RawDependency> packages;
+    for (const auto& package : npmProject(shared, projectFolder, control).packages) {
+        packages.push_back(*package);
+    }
+    return packages;
 }
 
 }  // namespace ScanKit::NPMParser

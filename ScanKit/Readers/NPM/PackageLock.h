@@ -1,8 +1,11 @@
 #pragma once
 
+#include "ScanKit/Readers/Lockfile.h"
 #include "ScanKit/Readers/ReadControl.h"
 
 #include <cstddef>
+#include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,11 +38,15 @@ struct PackageLock {
     std::vector<LockedPackage> packages;  ///< below node_modules, by install path
     std::vector<LockedMember> members;    ///< the project and its workspace members; none in version 1
     std::size_t leftOut = 0;              ///< entries that are none, or beyond the limits of paths
+    LockedWays ways;                      ///< by place in `packages`
 };
 
 /// Reads a lockfile of every format version: the shape tells, not the number. Absent when the bytes are no lockfile, such as
 /// one with the marks of an unfinished merge. Install paths beyond 4,096 bytes, or beyond 64 MiB together, are left
 /// out.
 std::optional<PackageLock> packageLock(std::string_view lockfile, const ReadControl& control = {});
+/// The same of the lockfile at this path; null also when that cannot be read.
+std::shared_ptr<const PackageLock> readPackageLock(const std::filesystem::path& lockfile,
+                                                   const ReadControl& control = {});
 
 }  // namespace ScanKit::NPMParser
