@@ -16,32 +16,37 @@ namespace {
 constexpr std::string_view manifestName = "package.json";
 constexpr std::string_view modulesName = "node_modules";
 
+/// Takes what the package.json states, and the license and notice files. `seen` learns of what was read.
+void take(RawDependency& dependency, const OpenFolder& folder, SeenFiles* seen) {
+    if (const auto bytes = folder.readFile(manifestName, largestPackageDescription, seen)) {
+        applyManifest(dependency, *bytes);
+    }
+    LicenseFiles files = findLicenseFiles(folder.path(), folder.entries());
+    dependency.folder = folder.path();
+    dependency.licenseFiles = std::move(files.licenses);
+    dependency.noticeFiles = std::move(files.notices);
+}
+
 InstalledPackage read(const OpenFolder& folder, SeenFiles* seen) {
-    InstalledPackage package{.holdsManifest = folder.holdsFile(manifestName),
-                             .stated = {.ecosystem = Ecosystem::npm, .folder = folder.path()}};
+    InstalledPackage package{.holdsManifest = holdsManifest(folder), .stated = {.ecosystem = Ecosystem::npm}};
     if (const FolderEntry* const modules = folder.entry(modulesName)) {
         package.modules = *modules;
     }
-    if (const auto bytes = folder.readFile(manifestName, largestPackageDescription, seen)) {
-        applyManifest(package.stated, *bytes);
-    }
-    LicenseFiles files = findLicenseFiles(folder.path(), folder.entries());
-    package.stated.licenseFiles = std::move(files.licenses);
-    package.stated.noticeFiles = std::move(files.notices);
+    take(package.stated, folder, seen);
     return package;
 }
 
-/// A file that the package names itself is read before all others.
-void putFirst(std::vector<std::filesystem::path>& files, const std::filesystem::path& file) {
-    std::erase(files, file);
-    files.insert(files.begin(), file);
+/// A file that the package names itself is read before all others. It is looked for each time, for it may lie anywhere below
+/// the folder.
+void putNamedFileFirst(RawDependency& dependency) {
+    const auto reference = dependency.declared ? licenseFileReference(*dependency.declared) : std::nullopt;
+    if (const auto named = reference ? fileNamedByMetadata(*dependency.folder, *reference) : std::nullopt) {
+        std::erase(dependency.licenseFiles, *named);
+        dependency.licenseFiles.insert(dependency.licenseFiles.begin(), *named);
+    }
 }
 
 }  // namespace
-
-InstalledPackage readInstalled(std::filesystem::path folder) {
-    return read(OpenFolder(std::move(folder)), nullptr);
-}
 
 std::shared_ptr<const InstalledPackage> knownInstalled(const std::filesystem::path& path,
                                                        FileCache::Round& cache) {
@@ -57,7 +62,8 @@ std::shared_ptr<const InstalledPackage> knownInstalled(const std::filesystem::pa
 }
 
 InstalledPackage installedPackage(const std::filesystem::path& folder, const ReadControl& control) {
-    return control.cache != nullptr ? *knownInstalled(folder, *control.cache) : readInstalled(folder);
+    return control.cache != nullptr ? *knownInstalled(folder, *control.cache)
+                                    : read(OpenFolder(folder), nullptr);
 }
 
 void enrich(RawDependency& dependency, InstalledPackage package) {
@@ -78,13 +84,16 @@ void enrich(RawDependency& dependency, InstalledPackage package) {
     dependency.folder = std::move(stated.folder);
     dependency.licenseFiles = std::move(stated.licenseFiles);
     dependency.noticeFiles = std::move(stated.noticeFiles);
-    // Looked for each time: what it names lies anywhere below the folder.
-    if (const auto reference =
-            dependency.declared ? licenseFileReference(*dependency.declared) : std::nullopt) {
-        if (const auto named = fileNamedByMetadata(*dependency.folder, *reference)) {
-            putFirst(dependency.licenseFiles, *named);
-        }
-    }
+    putNamedFileFirst(dependency);
+}
+
+void enrich(RawDependency& dependency, const OpenFolder& folder) {
+    take(dependency, folder, nullptr);
+    putNamedFileFirst(dependency);
+}
+
+bool holdsManifest(const OpenFolder& folder) {
+    return folder.holdsFile(manifestName);
 }
 
 }  // namespace ScanKit::NPMParser

@@ -3,6 +3,7 @@
 #include "ScanKit/Model/RawDependency.h"
 #include "ScanKit/Readers/ReadControl.h"
 #include "ScanKit/Support/FileSystem.h"
+#include "ScanKit/Support/OpenFolder.h"
 
 #include <filesystem>
 #include <memory>
@@ -19,14 +20,15 @@ struct InstalledPackage {
 };
 
 /// Reads a folder, given by a standardized path. One that cannot be read holds nothing.
-InstalledPackage readInstalled(std::filesystem::path folder);
+InstalledPackage installedPackage(const std::filesystem::path& folder, const ReadControl& control = {});
 /// The same with a cache; while nothing changes in the folder, each round is given the same object.
 std::shared_ptr<const InstalledPackage> knownInstalled(const std::filesystem::path& folder,
                                                        FileCache::Round& cache);
-/// The one or the other, as the caller has a cache or not.
-InstalledPackage installedPackage(const std::filesystem::path& folder, const ReadControl& control = {});
 
 /// Completes a dependency with what its folder states. What is not stated stays as it is.
 void enrich(RawDependency& dependency, InstalledPackage package);
+/// The same at once, of a folder that holds a manifest, for whoever needs nothing else of it.
+void enrich(RawDependency& dependency, const OpenFolder& folder);
+bool holdsManifest(const OpenFolder& folder);
 
 }  // namespace ScanKit::NPMParser

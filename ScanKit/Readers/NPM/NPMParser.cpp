@@ -24,22 +24,27 @@ RawDependency dependencyOf(const LockedPackage& package) {
             .declared = package.declared};
 }
 
+/// A package to report.
+struct Listed {
+    RawDependency package;
+    std::string key;          ///< those with the same are one
+    bool isFinished = false;  ///< has its way, and is fit for reports
+};
+
 /// What became of an entry, and what that was made of beside the entry.
 struct Outcome {
-    std::shared_ptr<const InstalledPackage> installed =
-        {};                                      ///< as a cache has it; null without a folder or cache
-    std::shared_ptr<RawDependency> listed = {};  ///< null when there is nothing to report
-    std::string key = {};                        ///< of the listed one: those with the same are one
+    std::shared_ptr<const InstalledPackage>
+        installed;                   ///< as a cache has it; null without a folder or a cache
+    std::shared_ptr<Listed> listed;  ///< null when there is nothing to report
     std::size_t EntryStates::*state = &EntryStates::listed;
     bool isRepeatable = true;  ///< comes to the same for the same entry and the same `installed`
-    bool isFinished = false;   ///< the listed one has its way, and is fit for reports
 };
 
 /// The outcomes of a lockfile's entries, for the next time that it is read.
 struct Outcomes {
     std::shared_ptr<const PackageLock> lock;
     bool hasModules = false;
-    std::vector<std::shared_ptr<const Outcome>> all;
+    std::vector<Outcome> all;
 };
 
 /// Reads the entries of a lockfile and joins what it found.
@@ -51,11 +56,10 @@ public:
           folder_(folder),
           control_(control),
           hasModules_(isFolder(folder / "node_modules")),
-          made_(lock->packages.size()),
           outcomes_(std::make_shared<Outcomes>()) {
         outcomes_->lock = lock;
         outcomes_->hasModules = hasModules_;
-        outcomes_->all.resize(made_.size());
+        outcomes_->all.resize(lock->packages.size());
         if (control.cache != nullptr) {
             known_ = control.cache->find<Outcomes>(folder.native());
         }
@@ -65,10 +69,10 @@ public:
     }
 
     NPMProject project() {
-        forEachPackage(made_.size(), control_, [&](std::size_t i) {
-            read(i);
-            const std::shared_ptr<RawDependency>& listed = outcomes_->all[i]->listed;
-            return listed ? listed->name : lock_.packages[i].installPath;
+        forEachPackage(lock_.packages.size(), control_, [&](std::size_t i) {
+            outcomes_->all[i] = outcomeOf(i);
+            const std::shared_ptr<Listed>& listed = outcomes_->all[i].listed;
+            return listed ? listed->package.name : lock_.packages[i].installPath;
         });
         if (control_.stop.stop_requested()) {
             return {};
@@ -81,27 +85,25 @@ public:
     }
 
 private:
-    void read(std::size_t i) {
-        const Outcome* const before = known_ ? known_->all[i].get() : nullptr;
-        std::shared_ptr<const InstalledPackage> shared;
+    /// What becomes of an entry: the same as last time, when nothing has changed of what that was made of.
+    Outcome outcomeOf(std::size_t i) const {
+        const Outcome* const before = known_ ? &known_->all[i] : nullptr;
+        std::shared_ptr<const InstalledPackage> installed;
         if (before != nullptr && before->installed) {
-            shared = knownInstalled(*before->installed->stated.folder, *control_.cache);
+            installed = knownInstalled(*before->installed->stated.folder, *control_.cache);
         }
-        if (before != nullptr && before->isRepeatable && before->installed == shared) {
-            outcomes_->all[i] = known_->all[i];
-            return;
+        if (before != nullptr && before->isRepeatable && before->installed == installed) {
+            return *before;
         }
-        InstalledPackage installed;
-        if (auto folder = shared ? std::nullopt : folderOf(lock_.packages[i])) {
+        std::optional<OpenFolder> opened;
+        if (auto folder = installed ? std::nullopt : folderOf(lock_.packages[i])) {
             if (control_.cache != nullptr) {
-                shared = knownInstalled(*folder, *control_.cache);
+                installed = knownInstalled(*folder, *control_.cache);
             } else {
-                installed = readInstalled(std::move(*folder));
+                opened.emplace(std::move(*folder));
             }
         }
-        made_[i] = std::make_shared<Outcome>(Outcome{.installed = shared});
-        complete(*made_[i], i, shared ? *shared : std::move(installed));
-        outcomes_->all[i] = made_[i];
+        return outcomeOf(i, std::move(installed), opened);
     }
 
     /// Where the package would be; absent when it is none, or nothing is installed.
@@ -109,47 +111,56 @@ private:
         return hasModules_ && !package.isLink ? folderBelow(folder_, package.installPath) : std::nullopt;
     }
 
-    /// Makes the package, enriched when it is installed; or says why it is none to report: a link, a local package, or an
-    /// optional one that was left out on this system.
-    void complete(Outcome& outcome, std::size_t i, InstalledPackage installed) const {
+    /// The package, enriched when it is installed, from what a cache knows of its folder or from the folder itself; or why it
+    /// is none to report: a link, a local package, or an optional one that was left out on this system.
+    Outcome outcomeOf(std::size_t i, std::shared_ptr<const InstalledPackage> installed,
+                      const std::optional<OpenFolder>& folder) const {
         const LockedPackage& package = lock_.packages[i];
+        const bool isInstalled = installed ? installed->holdsManifest : folder && holdsManifest(*folder);
+        Outcome outcome{.installed = std::move(installed)};
         // Without a node_modules folder nothing is installed, which says nothing about an optional package.
-        if (package.isLink || (hasModules_ && !installed.holdsManifest && package.isOptional)) {
+        if (package.isLink || (hasModules_ && !isInstalled && package.isOptional)) {
             outcome.state = package.isLink ? &EntryStates::own : &EntryStates::notInstalled;
-            return;
+            return outcome;
         }
-        RawDependency dependency = dependencyOf(package);
-        if (installed.holdsManifest) {
-            enrich(dependency, std::move(installed));
-            outcome.isRepeatable = !dependency.declared || !licenseFileReference(*dependency.declared);
+        auto listed = std::make_shared<Listed>(Listed{.package = dependencyOf(package)});
+        RawDependency& dependency = listed->package;
+        if (isInstalled && outcome.installed) {
+            enrich(dependency, *outcome.installed);
+        } else if (isInstalled) {
+            enrich(dependency, *folder);
         }
+        outcome.isRepeatable = !dependency.declared || !licenseFileReference(*dependency.declared);
         // Asked after the package.json had its word: a lockfile may give a number to a package beside the project.
         if (dependency.version.starts_with("file:") || dependency.version.starts_with("link:")) {
             outcome.state = &EntryStates::own;
-            return;
+            return outcome;
         }
-        outcome.key = dependency.name + "@" + dependency.version;
-        outcome.listed = std::make_shared<RawDependency>(std::move(dependency));
+        listed->key = dependency.name + "@" + dependency.version;
+        outcome.listed = std::move(listed);
+        return outcome;
     }
 
     NPMProject joined() {
         NPMProject project;
         project.states.own = lock_.members.size();
         project.states.unreadable = lock_.leftOut;
-        project.packages.reserve(made_.size());
-        std::unordered_map<std::string_view, std::size_t> places(made_.size());
-        for (std::size_t i = 0; i < made_.size(); ++i) {
-            const Outcome& outcome = *outcomes_->all[i];
-            if (!outcome.listed) {
-                ++(project.states.*outcome.state);
+        project.packages.reserve(outcomes_->all.size());
+        std::unordered_map<std::string_view, std::size_t> places(outcomes_->all.size());
+        for (std::size_t i = 0; i < outcomes_->all.size(); ++i) {
+            const std::shared_ptr<Listed> listed = outcomes_->all[i].listed;
+            if (!listed) {
+                ++(project.states.*outcomes_->all[i].state);
                 continue;
             }
-            const auto [place, isNew] = places.try_emplace(outcome.key, project.packages.size());
+            const auto [place, isNew] = places.try_emplace(listed->key, project.packages.size());
             ++(isNew ? project.states.listed : project.states.listedAlready);
             if (isNew) {
                 project.packages.push_back(finished(i));
-            } else if (auto& first = project.packages[place->second];
-                       first->isDev && !outcome.listed->isDev) {
+                continue;
+            }
+            std::shared_ptr<const RawDependency>& first = project.packages[place->second];
+            if (first->isDev && !listed->package.isDev) {
                 RawDependency shipped = *first;
                 shipped.isDev = false;  // if only from this place
                 first = std::make_shared<const RawDependency>(std::move(shipped));
@@ -161,29 +172,25 @@ private:
     /// Of packages that stand in several places only the first is finished. Another scan may hold the outcomes of the last
     /// time, which stay as they are.
     std::shared_ptr<const RawDependency> finished(std::size_t i) {
-        if (outcomes_->all[i]->isFinished) {
-            return outcomes_->all[i]->listed;
+        std::shared_ptr<Listed>& listed = outcomes_->all[i].listed;
+        if (!listed->isFinished) {
+            if (known_ && known_->all[i].listed == listed) {
+                listed = std::make_shared<Listed>(*listed);
+            }
+            for (const std::size_t step : lock_.ways.to(i)) {
+                listed->package.way.push_back(lock_.packages[step].name + "@" + lock_.packages[step].version);
+            }
+            makeReportable(listed->package);
+            listed->isFinished = true;
         }
-        if (!made_[i]) {
-            made_[i] = std::make_shared<Outcome>(*outcomes_->all[i]);
-            made_[i]->listed = std::make_shared<RawDependency>(*made_[i]->listed);
-            outcomes_->all[i] = made_[i];
-        }
-        RawDependency& package = *made_[i]->listed;
-        for (const std::size_t step : lock_.ways.to(i)) {
-            package.way.push_back(lock_.packages[step].name + "@" + lock_.packages[step].version);
-        }
-        makeReportable(package);
-        made_[i]->isFinished = true;
-        return made_[i]->listed;
+        return {listed, &listed->package};
     }
 
     const PackageLock& lock_;
     const std::filesystem::path& folder_;
     const ReadControl& control_;
     const bool hasModules_;
-    std::shared_ptr<const Outcomes> known_;       ///< those of the last time, when they are of this lockfile
-    std::vector<std::shared_ptr<Outcome>> made_;  ///< this time; null where the one before stands
+    std::shared_ptr<const Outcomes> known_;  ///< those of the last time, when they are of this lockfile
     std::shared_ptr<Outcomes> outcomes_;
 };
 
