@@ -1,13 +1,18 @@
 #include "Benchmarks/GeneratedProject.h"
 #include "ScanKit/Readers/NPM/NPMParser.h"
 #include "ScanKit/Reports/Exports.h"
+#include "ScanKit/Scan/ProjectDetection.h"
 #include "ScanKit/Scan/Scanner.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <map>
 #include <memory>
 #include <string>
 #include <system_error>
+#include <thread>
+#include <vector>
 
 #include <benchmark/benchmark.h>
 
@@ -80,6 +85,52 @@ void scanProjectOnOneThread(benchmark::State& state) {
     reportRate(state);
 }
 BENCHMARK(scanProjectOnOneThread)->Arg(3'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+double median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::ranges::nth_element(values, middle);
+    return *middle;
+}
+
+/// A scan and one that takes over all of it, in turns; the time is that of the second.
+void scanAgain(benchmark::State& state, const std::filesystem::path& folder) {
+    // What was written just now is read again.
+    std::this_thread::sleep_for(ScanKit::FileCache::defaultSettlingTime + std::chrono::seconds(1));
+    ScanKit::FileCache cache;
+    const auto timed = [&](ScanKit::FileCache* used) {
+        const auto begin = std::chrono::steady_clock::now();
+        const ScanKit::Detection found = ScanKit::detect(folder);
+        const ScanKit::ScanResult result = ScanKit::Scanner::scan(
+            folder, {.ecosystems = found.ecosystemsToRead({})}, found, {.cache = used});
+        const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
+        benchmark::DoNotOptimize(result);
+        return taken.count();
+    };
+    timed(&cache);
+    std::vector<double> first;
+    std::vector<double> again;
+    for (auto _ : state) {
+        first.push_back(timed(nullptr));
+        again.push_back(timed(&cache));
+        state.SetIterationTime(again.back());
+    }
+    state.counters["first_ms"] = 1000 * median(first);
+    state.counters["again_ms"] = 1000 * median(again);
+    state.counters["ratio"] = median(again) / median(first);
+}
+void scanGeneratedAgain(benchmark::State& state) {
+    scanAgain(state, Project::ofSize(packages(state)).folder());
+}
+BENCHMARK(scanGeneratedAgain)->Arg(3'000)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(31);
+/// Of a real project, where QUORVANE_BENCHMARK_FOLDER names one.
+void scanFolderAgain(benchmark::State& state) {
+    if (const char* folder = std::getenv("QUORVANE_BENCHMARK_FOLDER")) {
+        scanAgain(state, folder);
+    } else {
+        state.SkipWithError("QUORVANE_BENCHMARK_FOLDER is not set");
+    }
+}
+BENCHMARK(scanFolderAgain)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(31);
 
 using Export = std::string (*)(const ScanKit::ScanResult&, const ScanKit::ReportOptions&);
 

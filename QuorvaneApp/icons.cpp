@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QGuiApplication>
-#include <QIcon>
 #include <QPixmap>
 
 /// Writes the program's icon into a folder, "SIZE.png" for each size that a theme of icons has. The build runs it, without a
@@ -14,10 +13,8 @@ int main(int count, char** arguments) {
         return 2;
     }
     const QDir folder(QString::fromLocal8Bit(arguments[1]));
-    const QIcon icon = Appearance::applicationIcon();
-    for (const QSize& size : icon.availableSizes()) {
-        const QString file = folder.filePath(QStringLiteral("%1.png").arg(size.width()));
-        if (!icon.pixmap(size, 1).save(file)) {
+    for (const int size : {16, 24, 32, 48, 64, 128, 256, 512}) {
+        if (!Appearance::applicationPixmap(size).save(folder.filePath(QStringLiteral("%1.png").arg(size)))) {
             return 1;
         }
     }

@@ -7,8 +7,8 @@
 ///         folder, {.ecosystems = found.ecosystemsToRead({})}, found);
 ///     ScanKit::saveReports(result, {.projectName = result.projectName}, ScanKit::allReportFormats(), output);
 ///
-/// Nothing throws but what the standard library throws when memory runs out, and nothing is kept between two calls;
-/// all functions may be called from any thread.
+/// Nothing throws but what the standard library throws when memory runs out, and nothing is kept between two calls but in
+/// a FileCache that the caller hands to several scans; all functions may be called from any thread.
 #include "ScanKit/Identification/Identification.h"
 #include "ScanKit/Identification/LicenseExpression.h"
 #include "ScanKit/Identification/LicenseMatcher.h"

@@ -28,7 +28,7 @@ ScanOutcome outcomeOf(const ScanFunction& scan, const ScanRequest& request,
 }
 
 ScanKit::ScanControl controlOf(const ScanKit::StopToken& stop, Background& background,
-                               const ProgressHandler& onProgress) {
+                               const ProgressHandler& onProgress, ScanKit::FileCache& cache) {
     return {.progress =
                 [stop, &background, onProgress](const ScanKit::ScanProgress& progress) {
                     ScanningProgress shown{progress.done, progress.total, Texts::fromUtf8(progress.name)};
@@ -39,7 +39,8 @@ ScanKit::ScanControl controlOf(const ScanKit::StopToken& stop, Background& backg
                         }
                     });
                 },
-            .stop = stop};
+            .stop = stop,
+            .cache = &cache};
 }
 
 }  // namespace
@@ -62,10 +63,15 @@ ScanRunner::ScanRunner(ScanFunction scan, Background& background)
 void ScanRunner::start(ScanRequest request, ProgressHandler onProgress,
                        std::function<void(const ScanOutcome&)> onFinished) {
     cancel();
-    current_ = background_->start([scan = scan_, background = background_, request = std::move(request),
-                                   onProgress = std::move(onProgress),
+    if (!cache_ || request.folder != folder_) {
+        folder_ = request.folder;
+        cache_ = std::make_shared<ScanKit::FileCache>();
+    }
+    current_ = background_->start([scan = scan_, background = background_, cache = cache_,
+                                   request = std::move(request), onProgress = std::move(onProgress),
                                    onFinished = std::move(onFinished)](const ScanKit::StopToken& stop) {
-        const ScanOutcome outcome = outcomeOf(scan, request, controlOf(stop, *background, onProgress));
+        const ScanOutcome outcome =
+            outcomeOf(scan, request, controlOf(stop, *background, onProgress, *cache));
         return [stop, outcome, onFinished] {
             if (!stop.stop_requested()) {
                 onFinished(outcome);

@@ -44,7 +44,8 @@ struct ScanOutcome {
     QString problem;
 };
 
-/// Runs one scan at a time: a new one ends the one before, of which nothing is heard any more.
+/// Runs one scan at a time: a new one ends the one before, of which nothing is heard any more. Another scan of the same
+/// folder takes over what has not changed since; the next folder starts anew.
 class ScanRunner {
 public:
     ScanRunner(ScanFunction scan, Background& background);
@@ -56,5 +57,8 @@ public:
 private:
     ScanFunction scan_;
     Background* background_;
+    std::filesystem::path folder_;
+    /// Of the scans of this folder; one that was ended may still hold it.
+    std::shared_ptr<ScanKit::FileCache> cache_;
     std::stop_source current_{std::nostopstate};
 };

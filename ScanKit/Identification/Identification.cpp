@@ -48,8 +48,8 @@ Dependency carriedOver(const RawDependency& package) {
 }
 
 std::vector<PackageText> textsOf(const std::vector<std::filesystem::path>& files,
-                                 const std::vector<PackedFile>& packed) {
-    return packed.empty() ? readPackageTexts(files) : packedTexts(packed);
+                                 const std::vector<PackedFile>& packed, SeenFiles* seen) {
+    return packed.empty() ? readPackageTexts(files, seen) : packedTexts(packed);
 }
 
 /// What stands in the name of a file that is about what a package bundles, not about the package.
@@ -70,21 +70,10 @@ std::shared_ptr<const TextReading> ofPackage(std::shared_ptr<const TextReading> 
     return own;
 }
 
-}  // namespace
-
-void prepareIdentification() {
-    standardLicenseTexts();
-    referenceLicenseTexts();
-}
-
-Dependency identify(const RawDependency& package) {
-    TextReadings readings;
-    return identify(package, readings);
-}
-
-Dependency identify(const RawDependency& package, TextReadings& readings) {
+/// `seen` learns of the files that are read.
+Dependency identified(const RawDependency& package, TextReadings& readings, SeenFiles* seen) {
     Dependency dependency = carriedOver(package);
-    std::vector<PackageText> texts = textsOf(package.licenseFiles, package.packedLicenses);
+    std::vector<PackageText> texts = textsOf(package.licenseFiles, package.packedLicenses, seen);
     std::vector<std::shared_ptr<const TextReading>> read;
     // Thousands of packages share a few hundred texts; each is matched once in a scan.
     for (const PackageText& one : texts) {
@@ -101,7 +90,47 @@ Dependency identify(const RawDependency& package, TextReadings& readings) {
     // Last, for the notes speak of what was decided and of what there is to reproduce.
     raiseFlagsAndNotes({package, decision, declared.isCustom, holdText(texts)}, dependency);
     dependency.licenseText = reproduced(std::move(texts));
-    dependency.noticeText = reproduced(textsOf(package.noticeFiles, package.packedNotices));
+    dependency.noticeText = reproduced(textsOf(package.noticeFiles, package.packedNotices, seen));
+    return dependency;
+}
+
+/// A package, and what was made of it.
+struct Identified {
+    std::shared_ptr<const RawDependency> package;
+    Dependency dependency;
+};
+
+/// Nearly every package has a folder of its own; of those that share one, the last keeps its place.
+std::string cacheName(const RawDependency& package) {
+    return package.folder ? package.folder->native() : package.name + "@" + package.version;
+}
+
+}  // namespace
+
+void prepareIdentification() {
+    standardLicenseTexts();
+    referenceLicenseTexts();
+}
+
+Dependency identify(const RawDependency& package) {
+    TextReadings readings;
+    return identified(package, readings, nullptr);
+}
+
+Dependency identify(const std::shared_ptr<const RawDependency>& package, TextReadings& readings,
+                    FileCache::Round* cache) {
+    if (cache == nullptr) {
+        return identified(*package, readings, nullptr);
+    }
+    std::string name = cacheName(*package);
+    const auto known = cache->find<Identified>(name);
+    if (known && (known->package == package || *known->package == *package)) {
+        return known->dependency;
+    }
+    SeenFiles seen;
+    Dependency dependency = identified(*package, readings, &seen);
+    cache->keep(std::move(name), std::move(seen),
+                std::make_shared<const Identified>(Identified{package, dependency}));
     return dependency;
 }
 

@@ -46,11 +46,12 @@ void addText(std::string name, std::string bytes, std::vector<PackageText>& text
 
 }  // namespace
 
-std::vector<PackageText> readPackageTexts(const std::vector<std::filesystem::path>& files) {
+std::vector<PackageText> readPackageTexts(const std::vector<std::filesystem::path>& files, SeenFiles* seen) {
     std::vector<PackageText> texts;
     for (const std::filesystem::path& file : files) {
         // One byte more tells whether the file goes on.
-        std::optional<std::string> bytes = readFileStart(file, mostBytesOfAText + 1, PathKind::regularFile);
+        std::optional<std::string> bytes =
+            readFileStart(file, mostBytesOfAText + 1, PathKind::regularFile, seen);
         if (bytes) {
             addText(displayName(file), std::move(*bytes), texts);
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ScanKit/Model/RawDependency.h"
+#include "ScanKit/Support/FileStamp.h"
 
 #include <filesystem>
 #include <optional>
@@ -19,9 +20,10 @@ struct PackageText {
 /// Matching and the reports use this much of a file and no more.
 inline constexpr std::size_t mostBytesOfAText = 400'000;
 
-/// The texts of the files, in their order; a reader has seen that each leads to a regular file. A file that cannot be read, or that holds a NUL byte and so is no
-/// text, is passed over.
-std::vector<PackageText> readPackageTexts(const std::vector<std::filesystem::path>& files);
+/// The texts of the files, in their order; a reader has seen that each leads to a regular file. A file that cannot be read, or
+/// that holds a NUL byte and so is no text, is passed over. `seen` learns of all of them.
+std::vector<PackageText> readPackageTexts(const std::vector<std::filesystem::path>& files,
+                                          SeenFiles* seen = nullptr);
 
 /// The same of a package that is kept packed.
 std::vector<PackageText> packedTexts(const std::vector<PackedFile>& files);

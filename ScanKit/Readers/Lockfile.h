@@ -52,6 +52,7 @@ std::vector<LockedRole> lockedRoles(const Lockfile& lockfile);
 /// The shortest way from the project to each entry.
 class LockedWays {
 public:
+    LockedWays() = default;  ///< to nothing
     explicit LockedWays(const Lockfile& lockfile);
 
     /// The entries on the way, the entry itself last; of several ways the first in the file's order, shipped ones before those

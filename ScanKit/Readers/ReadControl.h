@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ScanKit/Support/FileCache.h"
 #include "ScanKit/Support/Parallel.h"
 
 #include <cstddef>
@@ -20,6 +21,8 @@ struct ReadControl {
     /// Called with the name of each package whose folder was read or is not there, from any thread, several at a
     /// time, in no particular order. The name lives only during the call.
     std::function<void(std::string_view)> packageRead;
+    /// What an earlier reading made of files that are still the same need not be made again; null to read all.
+    FileCache::Round* cache = nullptr;
 };
 
 /// Calls `read` for every index below `count` in parallel, as `forEachIndex` does, and tells the caller the name

@@ -1,5 +1,6 @@
 #include "ScanKit/Readers/NPM/BunLock.h"
 #include "ScanKit/Readers/NPM/HoistedModules.h"
+#include "ScanKit/Readers/NPM/LockedProject.h"
 #include "ScanKit/Readers/NPM/Manifest.h"
 #include "ScanKit/Readers/NPM/NPMParser.h"
 #include "ScanKit/Readers/NPM/PnpmLock.h"
@@ -194,14 +195,14 @@ private:
     }
 
     void readNPM(const Path& folder, const Path& lockfile) {
-        const std::optional<std::string> bytes = readFile(lockfile, largestLockfile);
-        auto project = bytes ? NPMParser::npmProject(*bytes, folder, reading_.control) : std::nullopt;
-        if (!project) {
+        const auto lock = NPMParser::readPackageLock(lockfile, reading_.control);
+        if (!lock) {
             reading_.warn(Warnings::dependencyFileUnreadable(lockfile, reading_.root));
             return;
         }
-        reading_.append(std::move(project->packages));
-        reading_.addLockfile(Ecosystem::npm, lockfile, "npm lockfile", project->states);
+        NPMParser::NPMProject project = NPMParser::npmProject(lock, folder, reading_.control);
+        reading_.append(std::move(project.packages));
+        reading_.addLockfile(Ecosystem::npm, lockfile, "npm lockfile", project.states);
         addInstalled(folder, "npm install", isFolder(folder / "node_modules"));
     }
 

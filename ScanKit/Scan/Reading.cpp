@@ -2,7 +2,6 @@
 
 #include "ScanKit/Readers/ReportableText.h"
 #include "ScanKit/Scan/Warnings.h"
-#include "ScanKit/Support/Parallel.h"
 #include "ScanKit/Support/Paths.h"
 
 #include <algorithm>
@@ -13,8 +12,13 @@
 namespace ScanKit {
 
 void Reading::append(std::vector<RawDependency> found) {
-    forEachIndex(
-        found.size(), [&](std::size_t i) { makeReportable(found[i]); }, {}, control.threadLimit);
+    for (RawDependency& package : found) {
+        makeReportable(package);
+        packages.push_back(std::make_shared<const RawDependency>(std::move(package)));
+    }
+}
+
+void Reading::append(std::vector<std::shared_ptr<const RawDependency>> found) {
     std::ranges::move(found, std::back_inserter(packages));
 }
 

@@ -8,6 +8,7 @@
 #include "ScanKit/Readers/ReadControl.h"
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -22,12 +23,14 @@ struct Reading {
     const Detection& detection;
     const ReadControl& control;
 
-    std::vector<RawDependency> packages;
+    std::vector<std::shared_ptr<const RawDependency>> packages;
     std::vector<ScanSource> sources;
     std::vector<ScanWarning> warnings;
 
-    /// The way of every reader's packages into the result: what they say is made fit for reports.
+    /// The way of readers' packages into the result: what they say is made fit for reports.
     void append(std::vector<RawDependency> found);
+    /// The same of packages that are so already.
+    void append(std::vector<std::shared_ptr<const RawDependency>> found);
     void addSource(Ecosystem ecosystem, const std::filesystem::path& path, std::string_view kind);
     /// A source with what became of its entries; warns of those that could not be read.
     void addLockfile(Ecosystem ecosystem, const std::filesystem::path& path, std::string_view kind,

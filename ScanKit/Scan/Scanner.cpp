@@ -35,7 +35,11 @@ public:
           options_(withAbsolutePaths(options)),
           detection_(detection),
           control_(control),
-          progress_(control.progress) {}
+          progress_(control.progress) {
+        if (control.cache != nullptr) {
+            cached_.emplace(*control.cache);
+        }
+    }
 
     ScanResult result() {
         result_.projectName = displayName(root_);
@@ -47,6 +51,9 @@ public:
         }
         readAll();
         identifyAll();
+        if (cached_ && !control_.stop.stop_requested()) {
+            cached_->complete();
+        }
         return std::move(result_);
     }
 
@@ -65,7 +72,8 @@ private:
         const ReadControl control{
             .stop = control_.stop,
             .threadLimit = control_.threadLimit,
-            .packageRead = [this](std::string_view name) { progress_.packageDone(name); }};
+            .packageRead = [this](std::string_view name) { progress_.packageDone(name); },
+            .cache = cached()};
         Reading reading(root_, options_, detection_, control);
         for (const ReaderRow& reader : readers) {
             if (options_.ecosystems.contains(reader.value)) {
@@ -86,9 +94,9 @@ private:
         progress_.begin(packages_.size());
         const auto identifyOne = [&](std::size_t i) {
             // The raw record is not needed any more: a large scan holds each package only once.
-            const RawDependency package = std::exchange(packages_[order[i]], {});
-            result_.dependencies[i] = identify(package, readings);
-            progress_.packageDone(package.name);
+            Dependency& dependency = result_.dependencies[i];
+            dependency = identify(std::exchange(packages_[order[i]], {}), readings, cached());
+            progress_.packageDone(dependency.name);
         };
         forEachIndex(packages_.size(), identifyOne, control_.stop, control_.threadLimit);
     }
@@ -97,25 +105,28 @@ private:
     std::vector<std::size_t> resultOrder() const {
         std::vector<std::string> names;
         names.reserve(packages_.size());
-        for (const RawDependency& package : packages_) {
-            names.push_back(Text::lowercased(package.name));
+        for (const auto& package : packages_) {
+            names.push_back(Text::lowercased(package->name));
         }
         std::vector<std::size_t> order(packages_.size());
         std::iota(order.begin(), order.end(), std::size_t{0});
         const auto key = [&](std::size_t i) {
-            return std::tie(packages_[i].ecosystem, names[i], packages_[i].version);
+            return std::tie(packages_[i]->ecosystem, names[i], packages_[i]->version);
         };
         std::ranges::stable_sort(order, {}, key);
         return order;
     }
+
+    FileCache::Round* cached() { return cached_ ? &*cached_ : nullptr; }
 
     std::filesystem::path root_;
     const ScanOptions options_;
     const Detection& detection_;
     const ScanControl& control_;
     ProgressReporter progress_;
+    std::optional<FileCache::Round> cached_;
     ScanResult result_;
-    std::vector<RawDependency> packages_;
+    std::vector<std::shared_ptr<const RawDependency>> packages_;
 };
 
 }  // namespace

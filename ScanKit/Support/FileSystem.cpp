@@ -15,6 +15,22 @@ namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
+template <typename Read>
+std::optional<std::string> readOpened(const std::filesystem::path& path, PathKind known, SeenFiles* seen,
+                                      const Read& read) {
+    std::optional<std::string> bytes;
+    std::optional<FileStamp> stamp;
+    if (known == PathKind::regularFile || isRegularFile(path)) {
+        const OpenFile file(AT_FDCWD, path.c_str(), OpenFile::Links::followed);
+        bytes = file.isOpen() ? read(file) : std::nullopt;
+        stamp = bytes && seen != nullptr ? file.stamp() : std::nullopt;
+    }
+    if (seen != nullptr) {
+        seen->add(path.string(), stamp);
+    }
+    return bytes;
+}
+
 }  // namespace
 
 std::vector<FolderEntry> listPackageFolder(const std::filesystem::path& folder) {
@@ -51,21 +67,14 @@ std::optional<std::chrono::sys_time<std::chrono::nanoseconds>> modificationDate(
                                                            std::chrono::nanoseconds{changed.tv_nsec}};
 }
 
-std::optional<std::string> readFile(const std::filesystem::path& path, std::size_t largest, PathKind known) {
-    if (known == PathKind::unknown && !isRegularFile(path)) {
-        return std::nullopt;
-    }
-    const OpenFile file(AT_FDCWD, path.c_str(), OpenFile::Links::followed);
-    return file.isOpen() ? file.readAll(largest) : std::nullopt;
+std::optional<std::string> readFile(const std::filesystem::path& path, std::size_t largest, PathKind known,
+                                    SeenFiles* seen) {
+    return readOpened(path, known, seen, [&](const OpenFile& file) { return file.readAll(largest); });
 }
 
-std::optional<std::string> readFileStart(const std::filesystem::path& path, std::size_t count,
-                                         PathKind known) {
-    if (known == PathKind::unknown && !isRegularFile(path)) {
-        return std::nullopt;
-    }
-    const OpenFile file(AT_FDCWD, path.c_str(), OpenFile::Links::followed);
-    return file.isOpen() ? file.readStart(count) : std::nullopt;
+std::optional<std::string> readFileStart(const std::filesystem::path& path, std::size_t count, PathKind known,
+                                         SeenFiles* seen) {
+    return readOpened(path, known, seen, [&](const OpenFile& file) { return file.readStart(count); });
 }
 
 std::optional<std::string> readTextFile(const std::filesystem::path& path, std::size_t largest) {

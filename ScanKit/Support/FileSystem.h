@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ScanKit/Support/FileStamp.h"
+
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -43,12 +45,12 @@ std::optional<std::chrono::sys_time<std::chrono::nanoseconds>> modificationDate(
 enum class PathKind { unknown, regularFile };
 
 /// The bytes of a regular file; links are followed. Absent when it is anything else, cannot be read, or is
-/// larger than `largest` bytes.
+/// larger than `largest` bytes. `seen` learns of the file.
 std::optional<std::string> readFile(const std::filesystem::path& path, std::size_t largest,
-                                    PathKind known = PathKind::unknown);
-/// The first `count` bytes of a regular file, or all when it is shorter. Absent as above.
+                                    PathKind known = PathKind::unknown, SeenFiles* seen = nullptr);
+/// The first `count` bytes of a regular file, or all when it is shorter. Otherwise as above.
 std::optional<std::string> readFileStart(const std::filesystem::path& path, std::size_t count,
-                                         PathKind known = PathKind::unknown);
+                                         PathKind known = PathKind::unknown, SeenFiles* seen = nullptr);
 /// The whole file as text: UTF-8, or UTF-16 where a byte-order mark says so, as some shells write it. The mark is left
 /// out, each invalid part becomes U+FFFD. Absent as above.
 std::optional<std::string> readTextFile(const std::filesystem::path& path, std::size_t largest);

@@ -27,6 +27,11 @@ OpenFile::~OpenFile() {
     }
 }
 
+std::optional<FileStamp> OpenFile::stamp() const {
+    struct stat status {};
+    return fstat(descriptor_, &status) == 0 ? std::optional(FileStamp::of(status)) : std::nullopt;
+}
+
 std::optional<std::string> OpenFile::readStart(std::size_t count) const {
     std::string bytes;
     // One byte more than the size says, so that the read that fills the file also finds its end.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ScanKit/Support/FileStamp.h"
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -22,6 +24,9 @@ public:
     bool isOpen() const { return descriptor_ >= 0; }
     /// In bytes, when the file was opened.
     std::size_t size() const { return size_; }
+
+    /// What the file is by now; absent when that cannot be asked.
+    std::optional<FileStamp> stamp() const;
 
     /// Up to `count` bytes from the start; absent when reading fails. To be called once.
     std::optional<std::string> readStart(std::size_t count) const;

@@ -118,19 +118,31 @@ bool OpenFolder::holdsFolder(std::string_view name) const {
     return found != nullptr && found->kind == EntryKind::folder;
 }
 
-std::optional<std::string> OpenFolder::readFile(std::string_view name, std::size_t largest) const {
+std::optional<std::string> OpenFolder::readFile(std::string_view name, std::size_t largest,
+                                                SeenFiles* seen) const {
     const FolderEntry* const found = entry(name);
     if (found == nullptr || found->kind != EntryKind::file) {
         return std::nullopt;
     }
     const OpenFile file(descriptor_, found->name.c_str(),
                         found->isLink ? OpenFile::Links::followed : OpenFile::Links::refused);
-    return file.isOpen() ? file.readAll(largest) : std::nullopt;
+    std::optional<std::string> bytes = file.isOpen() ? file.readAll(largest) : std::nullopt;
+    if (seen != nullptr) {
+        seen->add((path_ / found->name).string(), bytes ? file.stamp() : std::nullopt);
+    }
+    return bytes;
 }
 
 bool OpenFolder::leadsToFolder(const std::string& below) const {
     struct stat status {};
     return fstatat(descriptor_, below.c_str(), &status, 0) == 0 && S_ISDIR(status.st_mode);
+}
+
+void OpenFolder::addTo(SeenFiles& seen) const {
+    struct stat status {};
+    const bool isTold = descriptor_ >= 0 && std::ranges::none_of(entries_, &FolderEntry::isLink) &&
+                        fstat(descriptor_, &status) == 0;
+    seen.add(path_.string(), isTold ? std::optional(FileStamp::of(status)) : std::nullopt);
 }
 
 }  // namespace ScanKit

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ScanKit/Support/FileStamp.h"
 #include "ScanKit/Support/FileSystem.h"
 
 #include <cstddef>
@@ -32,10 +33,14 @@ public:
     bool holdsFolder(std::string_view name) const;
 
     /// The bytes of a file that the listing holds. Absent when it is no regular file, or was a file and has since become
-    /// a link, cannot be read, or is larger than `largest` bytes.
-    std::optional<std::string> readFile(std::string_view name, std::size_t largest) const;
+    /// a link, cannot be read, or is larger than `largest` bytes. `seen` learns of the file.
+    std::optional<std::string> readFile(std::string_view name, std::size_t largest,
+                                        SeenFiles* seen = nullptr) const;
     /// Whether a path below this folder leads to a folder, links followed.
     bool leadsToFolder(const std::string& below) const;
+    /// Tells `seen` of the folder, after all that was read in it. What a link in it leads to may change without a trace
+    /// in the folder, so that one with links, and one that could not be opened, is not to be relied on.
+    void addTo(SeenFiles& seen) const;
 
 private:
     std::filesystem::path path_;

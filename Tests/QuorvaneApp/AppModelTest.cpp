@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <mutex>
 
 #include <QSettings>
 #include <QSignalSpy>
@@ -42,6 +43,29 @@ private Q_SLOTS:
         QCOMPARE(model.preparedFor(), QString());
         QVERIFY(fixture.waitForScan());
         QCOMPARE(fixture.shown(), u"pad"_s);
+    }
+
+    void anotherScanOfAFolderTakesOverWhatThatFolderLeft() {
+        std::mutex lock;
+        std::vector<ScanKit::FileCache*> caches;
+        ModelFixture fixture([&](const ScanRequest& request, const ScanKit::ScanControl& control) {
+            const std::lock_guard guard(lock);
+            caches.push_back(control.cache);
+            return scanFolder(request, control);
+        });
+        const auto reused = [&] { return caches.back()->statistics().reused; };
+        fixture.project.write("First/package.json", "{}");
+        fixture.project.write("First/package-lock.json",
+                              R"({"packages": {"node_modules/a": {"version": "1"}}})");
+        QVERIFY(fixture.open("First"));
+        QCOMPARE(reused(), std::size_t{0});
+        fixture.model.scan();
+        QVERIFY(fixture.waitForScan());
+        QVERIFY(caches[0] != nullptr && caches[0] == caches[1]);
+        QVERIFY(reused() > 0);
+        // The folder before is of no use to the next one.
+        QVERIFY(fixture.open("Second"));
+        QCOMPARE(reused(), std::size_t{0});
     }
 
     void panelsAskTheirQuestionsAndActOnlyWhenConfirmed() {

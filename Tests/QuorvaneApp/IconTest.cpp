@@ -57,8 +57,7 @@ private slots:
             reader.skipCurrentElement();
         }
         painter.end();
-        const QImage shown =
-            Appearance::applicationIcon().pixmap(64, 64).toImage().convertToFormat(drawn.format());
+        const QImage shown = Appearance::applicationPixmap(64).toImage().convertToFormat(drawn.format());
         QCOMPARE(drawn, shown);
     }
 };

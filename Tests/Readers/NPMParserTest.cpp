@@ -1,5 +1,8 @@
 #include "ScanKit/Readers/NPM/NPMParser.h"
 
+#include "ScanKit/Readers/NPM/InstalledPackage.h"
+#include "ScanKit/Readers/NPM/NodeModules.h"
+#include "ScanKit/Readers/NPM/PackageJSON.h"
 #include "Tests/Builders/Printers.h"
 #include "Tests/Builders/TemporaryFolder.h"
 
@@ -271,7 +274,7 @@ TEST(NPMEnrich, PutsTheFileThatThePackageNamesFirst) {
     };
     for (const auto& [declared, files] : cases) {
         RawDependency dependency{.declared = declared};
-        enrich(dependency, folder);
+        enrich(dependency, installedPackage(folder));
         EXPECT_EQ(dependency.declared, declared);
         EXPECT_EQ(dependency.licenseFiles, files) << declared;
     }

@@ -165,19 +165,24 @@ int glyphSize(const QFontMetrics& metrics) {
 }
 
 QIcon applicationIcon() {
-    constexpr std::array sizes{16, 24, 32, 48, 64, 128, 256, 512};
+    // No larger ones: each is drawn, and sent to the window system, before the window is seen.
+    constexpr std::array sizes{16, 24, 32, 48, 64, 128};
     QIcon icon;
     for (const int size : sizes) {
-        QPixmap pixmap(size, size);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.scale(size / 64.0, size / 64.0);
-        drawIcon(painter);
-        painter.end();
-        icon.addPixmap(pixmap);
+        icon.addPixmap(applicationPixmap(size));
     }
     return icon;
+}
+
+QPixmap applicationPixmap(int size, double pixelRatio) {
+    QPixmap pixmap((QSizeF(size, size) * pixelRatio).toSize());
+    pixmap.setDevicePixelRatio(pixelRatio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(size / 64.0, size / 64.0);
+    drawIcon(painter);
+    return pixmap;
 }
 
 QPalette withSecondaryText(QPalette palette) {

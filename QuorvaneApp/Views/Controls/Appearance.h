@@ -31,8 +31,10 @@ QColor severityBackground(ScanKit::Flag::Severity severity, const QPalette& pale
 QPixmap severityPixmap(ScanKit::Flag::Severity severity, int size, double pixelRatio, const QColor& color);
 /// The size of such a picture beside text of this font.
 int glyphSize(const QFontMetrics& metrics);
-/// The program's icon, drawn in every size that desktops ask for.
+/// The program's icon, drawn in the sizes that desktops ask a window for.
 QIcon applicationIcon();
+/// The same in one size, in pixels of the window system.
+QPixmap applicationPixmap(int size, double pixelRatio = 1);
 
 /// The palette with the secondary text colour in place of the text's.
 QPalette withSecondaryText(QPalette palette);

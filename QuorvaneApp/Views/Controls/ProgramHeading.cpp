@@ -14,7 +14,7 @@ constexpr int iconSize = 48;
 ProgramHeading::ProgramHeading(const QString& title, QWidget* parent)
     : QWidget(parent), lines_(new QVBoxLayout) {
     auto* const icon = new QLabel;
-    icon->setPixmap(Appearance::applicationIcon().pixmap(QSize(iconSize, iconSize), devicePixelRatioF()));
+    icon->setPixmap(Appearance::applicationPixmap(iconSize, devicePixelRatioF()));
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(14);

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include <QComboBox>
 #include <QEvent>
@@ -114,7 +116,9 @@ void LicenseTextView::mark() {
         bytes += length;
         return position;
     };
-    for (const std::string_view part : ScanKit::partsBeyondLicenses(shown)) {
+    // To recognize nothing at all takes what is known of every license, which is made for the first text.
+    const auto parts = shown.empty() ? std::vector<std::string_view>() : ScanKit::partsBeyondLicenses(shown);
+    for (const std::string_view part : parts) {
         QTextCursor cursor(text_->document());
         cursor.setPosition(advance(part.data()));
         marks_.push_back(cursor.position());

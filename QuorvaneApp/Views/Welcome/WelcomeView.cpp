@@ -32,7 +32,7 @@ WelcomeView::WelcomeView(AppModel& model, QAction& openFolder, QWidget* parent)
     setObjectName(QStringLiteral("welcome"));
     auto* const icon = new QLabel;
     icon_ = icon;
-    icon->setPixmap(Appearance::applicationIcon().pixmap({iconSize, iconSize}, devicePixelRatioF()));
+    icon->setPixmap(Appearance::applicationPixmap(iconSize, devicePixelRatioF()));
     icon->setAlignment(Qt::AlignHCenter);
 
     auto* const choose = new Button(QStringLiteral("Choose Folder…"));

@@ -1,5 +1,6 @@
 #include "ScanKit/Readers/NPM/LockedProject.h"
 
+#include "ScanKit/Readers/NPM/InstalledPackage.h"
 #include "ScanKit/Readers/NPM/NodeModules.h"
 #include "ScanKit/Readers/NPM/PackageJSON.h"
 #include "ScanKit/Readers/NPM/YarnCache.h"
@@ -49,11 +50,12 @@ std::string nameAndVersion(const LockedEntry& entry) {
 }
 
 /// Whether there are packages in the node_modules of a package folder. Hidden entries are the links to programs.
-bool holdsPackages(const OpenFolder& folder) {
-    return folder.holdsFolder(modulesName) &&
-           std::ranges::any_of(listPackageFolder(folder.path() / modulesName), [](const FolderEntry& entry) {
-               return entry.kind == EntryKind::folder && !entry.name.starts_with('.');
-           });
+bool holdsPackages(const InstalledPackage& package) {
+    return package.modules && package.modules->kind == EntryKind::folder &&
+           std::ranges::any_of(listPackageFolder(*package.stated.folder / modulesName),
+                               [](const FolderEntry& entry) {
+                                   return entry.kind == EntryKind::folder && !entry.name.starts_with('.');
+                               });
 }
 
 using Known = std::unordered_map<std::string, std::size_t>;  ///< places in the project, by name, "@", version
@@ -97,9 +99,9 @@ LockedProject lockedProject(const Lockfile& lockfile, const LockedPlaces& places
         if (isListed(i)) {
             packages[i] = dependencyOf(lockfile.entries[i], roles[i]);
             if (places.folders[i]) {
-                const OpenFolder folder(*places.folders[i]);
-                enrich(*packages[i], folder);
-                holdsModules[i] = holdsPackages(folder) ? 1 : 0;
+                InstalledPackage installed = installedPackage(*places.folders[i], control);
+                holdsModules[i] = holdsPackages(installed) ? 1 : 0;
+                enrich(*packages[i], std::move(installed));
             } else if (isPlaced(i)) {
                 enrichFromArchive(*packages[i], *places.archives[i]);
             }

@@ -1,12 +1,13 @@
 #include "ScanKit/Readers/NPM/NPMParser.h"
 
-#include "ScanKit/Readers/NPM/PackageLock.h"
+#include "ScanKit/Readers/NPM/InstalledPackage.h"
+#include "ScanKit/Readers/NPM/PackageJSON.h"
+#include "ScanKit/Readers/ReportableText.h"
 #include "ScanKit/Support/FileSystem.h"
 #include "ScanKit/Support/Parallel.h"
 #include "ScanKit/Support/Paths.h"
 
-#include <algorithm>
-#include <iterator>
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -24,146 +25,214 @@ RawDependency dependencyOf(const LockedPackage& package) {
             .declared = package.declared};
 }
 
-/// What became of an entry.
-struct Outcome {
-    std::optional<RawDependency> listed;
-    std::size_t EntryStates::*state = &EntryStates::listed;
+/// A package to report.
+struct Listed {
+    RawDependency package;
+    std::string key;          ///< those with the same are one
+    bool isFinished = false;  ///< has its way, and is fit for reports
 };
 
-/// The package, enriched when it is installed; or why it is none to report: a link, a local package, or an optional one that
-/// was left out on this system.
-Outcome outcomeOf(const LockedPackage& package, const std::filesystem::path& projectFolder, bool hasModules) {
-    if (package.isLink) {
-        return {.state = &EntryStates::own};
-    }
-    std::optional<OpenFolder> folder;
-    if (const auto path = hasModules ? folderBelow(projectFolder, package.installPath) : std::nullopt) {
-        folder.emplace(*path);
-    }
-    const bool isInstalled = folder && holdsManifest(*folder);
-    // Without a node_modules folder nothing is installed, which says nothing about an optional package.
-    if (hasModules && !isInstalled && package.isOptional) {
-        return {.state = &EntryStates::notInstalled};
-    }
-    RawDependency dependency = dependencyOf(package);
-    if (isInstalled) {
-        enrich(dependency, *folder);
-    }
-    // Asked after the package.json had its word: a lockfile may give a number to a package beside the project.
-    if (dependency.version.starts_with("file:") || dependency.version.starts_with("link:")) {
-        return {.state = &EntryStates::own};
-    }
-    return {.listed = std::move(dependency)};
-}
+/// What became of an entry, and what that was made of beside the entry.
+struct Outcome {
+    std::shared_ptr<const InstalledPackage>
+        installed;                   ///< as a cache has it; null without a folder or a cache
+    std::shared_ptr<Listed> listed;  ///< null when there is nothing to report
+    std::size_t EntryStates::*state = &EntryStates::listed;
+    bool isRepeatable = true;  ///< comes to the same for the same entry and the same `installed`
+};
 
-/// Who needs whom, each package by its place in the lockfile: a name is looked for as the running program does, in the
-/// folder's own node_modules and then in those above.
-class Needs {
+/// The outcomes of a lockfile's entries, for the next time that it is read.
+struct Outcomes {
+    std::shared_ptr<const PackageLock> lock;
+    std::shared_ptr<const LockedWays> ways;
+    bool hasModules = false;
+    std::vector<Outcome> all;
+};
+
+/// Reads the entries of a lockfile and joins what it found.
+class ProjectReading {
 public:
-    explicit Needs(const PackageLock& lock) {
-        for (std::size_t i = 0; i < lock.packages.size(); ++i) {
-            places_.emplace(lock.packages[i].installPath, i);
+    ProjectReading(const std::shared_ptr<const PackageLock>& lock, const std::filesystem::path& folder,
+                   const ReadControl& control)
+        : lock_(*lock),
+          folder_(folder),
+          control_(control),
+          hasModules_(isFolder(folder / "node_modules")),
+          outcomes_(std::make_shared<Outcomes>()) {
+        outcomes_->lock = lock;
+        outcomes_->hasModules = hasModules_;
+        outcomes_->all.resize(lock->packages.size());
+        if (control.cache != nullptr) {
+            known_ = control.cache->find<Outcomes>(folder.native());
         }
-        graph_.entries.resize(lock.packages.size());
-        for (std::size_t i = 0; i < lock.packages.size(); ++i) {
-            graph_.entries[i].needs = found(lock.packages[i].needs, lock.packages[i].installPath);
+        if (known_ && (known_->lock != lock || known_->hasModules != hasModules_)) {
+            known_ = nullptr;
         }
-        for (const LockedMember& member : lock.members) {
-            std::ranges::move(found(member.shipped, member.path), std::back_inserter(graph_.shipped));
-            std::ranges::move(found(member.development, member.path), std::back_inserter(graph_.development));
-        }
+        outcomes_->ways = known_ ? known_->ways : nullptr;
     }
 
-    const Lockfile& graph() const { return graph_; }
+    NPMProject project() {
+        std::optional<BackgroundWork> following;
+        if (!outcomes_->ways) {
+            following.emplace([this] { outcomes_->ways = std::make_shared<const LockedWays>(waysOf(lock_)); },
+                              control_.threadLimit);
+        }
+        forEachPackage(lock_.packages.size(), control_, [&](std::size_t i) {
+            outcomes_->all[i] = outcomeOf(i);
+            const std::shared_ptr<Listed>& listed = outcomes_->all[i].listed;
+            return listed ? listed->package.name : lock_.packages[i].installPath;
+        });
+        following.reset();
+        if (control_.stop.stop_requested()) {
+            return {};
+        }
+        NPMProject project = joined();
+        if (control_.cache != nullptr) {
+            control_.cache->keep<Outcomes>(folder_.native(), {}, outcomes_);
+        }
+        return project;
+    }
 
 private:
-    std::vector<std::size_t> found(const std::vector<std::string>& names, std::string_view from) const {
-        std::vector<std::size_t> places;
-        places.reserve(names.size());
-        std::string path;  // one for all, since a lockfile asks a hundred thousand times
-        for (const std::string& name : names) {
-            for (std::string_view folder = from;; folder = above(folder)) {
-                path = folder;
-                path += folder.empty() ? "node_modules/" : "/node_modules/";
-                path += name;
-                if (const auto place = places_.find(path); place != places_.end()) {
-                    places.push_back(place->second);
-                    break;
-                }
-                if (folder.empty()) {
-                    break;
-                }
+    /// What becomes of an entry: the same as last time, when nothing has changed of what that was made of.
+    Outcome outcomeOf(std::size_t i) const {
+        const Outcome* const before = known_ ? &known_->all[i] : nullptr;
+        std::shared_ptr<const InstalledPackage> installed;
+        if (before != nullptr && before->installed) {
+            installed = knownInstalled(*before->installed->stated.folder, *control_.cache);
+        }
+        if (before != nullptr && before->isRepeatable && before->installed == installed) {
+            return *before;
+        }
+        std::optional<OpenFolder> opened;
+        if (auto folder = installed ? std::nullopt : folderOf(lock_.packages[i])) {
+            if (control_.cache != nullptr) {
+                installed = knownInstalled(*folder, *control_.cache);
+            } else {
+                opened.emplace(std::move(*folder));
             }
         }
-        return places;
+        return outcomeOf(i, std::move(installed), opened);
     }
 
-    /// "node_modules/a" of "node_modules/a/node_modules/b"; the project itself of the last.
-    static std::string_view above(std::string_view folder) {
-        const std::size_t at = folder.rfind("/node_modules/");
-        return at == std::string_view::npos ? std::string_view() : folder.substr(0, at);
+    /// Where the package would be; absent when it is none, or nothing is installed.
+    std::optional<std::filesystem::path> folderOf(const LockedPackage& package) const {
+        return hasModules_ && !package.isLink ? folderBelow(folder_, package.installPath) : std::nullopt;
     }
 
-    std::unordered_map<std::string_view, std::size_t> places_;  ///< by the lockfile's own texts
-    Lockfile graph_;
+    /// The package, enriched when it is installed, from what a cache knows of its folder or from the folder itself; or why it
+    /// is none to report: a link, a local package, or an optional one that was left out on this system.
+    Outcome outcomeOf(std::size_t i, std::shared_ptr<const InstalledPackage> installed,
+                      const std::optional<OpenFolder>& folder) const {
+        const LockedPackage& package = lock_.packages[i];
+        const bool isInstalled = installed ? installed->holdsManifest : folder && holdsManifest(*folder);
+        Outcome outcome{.installed = std::move(installed)};
+        // Without a node_modules folder nothing is installed, which says nothing about an optional package.
+        if (package.isLink || (hasModules_ && !isInstalled && package.isOptional)) {
+            outcome.state = package.isLink ? &EntryStates::own : &EntryStates::notInstalled;
+            return outcome;
+        }
+        auto listed = std::make_shared<Listed>(Listed{.package = dependencyOf(package)});
+        RawDependency& dependency = listed->package;
+        if (isInstalled && outcome.installed) {
+            enrich(dependency, *outcome.installed);
+        } else if (isInstalled) {
+            enrich(dependency, *folder);
+        }
+        outcome.isRepeatable = !dependency.declared || !licenseFileReference(*dependency.declared);
+        // Asked after the package.json had its word: a lockfile may give a number to a package beside the project.
+        if (dependency.version.starts_with("file:") || dependency.version.starts_with("link:")) {
+            outcome.state = &EntryStates::own;
+            return outcome;
+        }
+        listed->key = dependency.name + "@" + dependency.version;
+        outcome.listed = std::move(listed);
+        return outcome;
+    }
+
+    NPMProject joined() {
+        NPMProject project;
+        project.states.own = lock_.members.size();
+        project.states.unreadable = lock_.leftOut;
+        /// The entry at which a package stands first, and whether it ships, if only from another place.
+        struct First {
+            std::size_t entry = 0;
+            bool ships = false;
+        };
+        std::vector<First> firsts;
+        firsts.reserve(outcomes_->all.size());
+        std::unordered_map<std::string_view, std::size_t> places(outcomes_->all.size());
+        for (std::size_t i = 0; i < outcomes_->all.size(); ++i) {
+            const Listed* const listed = outcomes_->all[i].listed.get();
+            if (listed == nullptr) {
+                ++(project.states.*outcomes_->all[i].state);
+                continue;
+            }
+            const auto [place, isNew] = places.try_emplace(listed->key, firsts.size());
+            if (isNew) {
+                firsts.push_back({.entry = i});
+            }
+            ++(isNew ? project.states.listed : project.states.listedAlready);
+            firsts[place->second].ships |= !listed->package.isDev;
+        }
+        project.packages.resize(firsts.size());
+        const auto finish = [&](std::size_t i) {
+            project.packages[i] = finished(firsts[i].entry);
+            if (project.packages[i]->isDev && firsts[i].ships) {
+                RawDependency shipped = *project.packages[i];
+                shipped.isDev = false;
+                project.packages[i] = std::make_shared<const RawDependency>(std::move(shipped));
+            }
+        };
+        forEachIndex(firsts.size(), finish, {}, control_.threadLimit);
+        return project;
+    }
+
+    /// Of packages that stand in several places only the first is finished. Another scan may hold the outcomes of the last
+    /// time, which stay as they are.
+    std::shared_ptr<const RawDependency> finished(std::size_t i) {
+        std::shared_ptr<Listed>& listed = outcomes_->all[i].listed;
+        if (!listed->isFinished) {
+            if (known_ && known_->all[i].listed == listed) {
+                listed = std::make_shared<Listed>(*listed);
+            }
+            for (const std::size_t step : outcomes_->ways->to(i)) {
+                listed->package.way.push_back(lock_.packages[step].name + "@" + lock_.packages[step].version);
+            }
+            makeReportable(listed->package);
+            listed->isFinished = true;
+        }
+        return {listed, &listed->package};
+    }
+
+    const PackageLock& lock_;
+    const std::filesystem::path& folder_;
+    const ReadControl& control_;
+    const bool hasModules_;
+    std::shared_ptr<const Outcomes> known_;  ///< those of the last time, when they are of this lockfile
+    std::shared_ptr<Outcomes> outcomes_;
 };
 
 }  // namespace
 
-std::optional<LockedProject> npmProject(std::string_view lockfile, const std::filesystem::path& projectFolder,
-                                        const ReadControl& control) {
-    const std::optional<PackageLock> lock = packageLock(lockfile, control);
-    if (!lock) {
-        return std::nullopt;
-    }
-    const std::vector<LockedPackage>& locked = lock->packages;
-    const bool hasModules = isFolder(projectFolder / "node_modules");
-    std::vector<Outcome> outcomes(locked.size());
-    std::optional<LockedWays> ways;
-    {
-        const BackgroundWork following([&] { ways.emplace(Needs(*lock).graph()); }, control.threadLimit);
-        forEachPackage(locked.size(), control, [&](std::size_t i) {
-            outcomes[i] = outcomeOf(locked[i], projectFolder, hasModules);
-            return outcomes[i].listed ? outcomes[i].listed->name : locked[i].installPath;
-        });
-    }
-    LockedProject project;
-    project.states.own = lock->members.size();
-    project.states.unreadable = lock->leftOut;
-    std::unordered_map<std::string, std::size_t> places;
-    places.reserve(outcomes.size());
-    project.packages.reserve(outcomes.size());
-    std::vector<std::size_t> entries;  // of each package, its place in the lockfile
-    for (std::size_t i = 0; i < outcomes.size(); ++i) {
-        std::optional<RawDependency>& package = outcomes[i].listed;
-        if (!package) {
-            ++(project.states.*outcomes[i].state);
-            continue;
-        }
-        const auto [place, isNew] =
-            places.try_emplace(package->name + "@" + package->version, project.packages.size());
-        ++(isNew ? project.states.listed : project.states.listedAlready);
-        if (isNew) {
-            project.packages.push_back(std::move(*package));
-            entries.push_back(i);
-        } else if (!package->isDev) {
-            project.packages[place->second].isDev = false;  // it ships, if only from this place
-        }
-    }
-    const auto addWay = [&](std::size_t i) {
-        for (const std::size_t step : ways->to(entries[i])) {
-            project.packages[i].way.push_back(locked[step].name + "@" + locked[step].version);
-        }
-    };
-    forEachIndex(entries.size(), addWay, control.stop, control.threadLimit);
-    return project;
+NPMProject npmProject(const std::shared_ptr<const PackageLock>& lock,
+                      const std::filesystem::path& projectFolder, const ReadControl& control) {
+    return ProjectReading(lock, projectFolder, control).project();
 }
 
 std::optional<std::vector<RawDependency>> dependencies(std::string_view lockfile,
                                                        const std::filesystem::path& projectFolder,
                                                        const ReadControl& control) {
-    std::optional<LockedProject> project = npmProject(lockfile, projectFolder, control);
-    return project ? std::optional(std::move(project->packages)) : std::nullopt;
+    std::optional<PackageLock> lock = packageLock(lockfile, control);
+    if (!lock) {
+        return std::nullopt;
+    }
+    const auto shared = std::make_shared<const PackageLock>(std::move(*lock));
+    std::vector<RawDependency> packages;
+    for (const auto& package : npmProject(shared, projectFolder, control).packages) {
+        packages.push_back(*package);
+    }
+    return packages;
 }
 
 }  // namespace ScanKit::NPMParser

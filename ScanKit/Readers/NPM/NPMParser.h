@@ -1,12 +1,13 @@
 #pragma once
 
 #include "ScanKit/Model/RawDependency.h"
-#include "ScanKit/Readers/NPM/LockedProject.h"
+#include "ScanKit/Model/ScanSource.h"
 #include "ScanKit/Readers/NPM/NodeModules.h"
-#include "ScanKit/Readers/NPM/PackageJSON.h"
+#include "ScanKit/Readers/NPM/PackageLock.h"
 #include "ScanKit/Readers/ReadControl.h"
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -22,8 +23,13 @@ namespace ScanKit::NPMParser {
 std::optional<std::vector<RawDependency>> dependencies(std::string_view lockfile,
                                                        const std::filesystem::path& projectFolder,
                                                        const ReadControl& control = {});
-/// The same, with what became of each entry.
-std::optional<LockedProject> npmProject(std::string_view lockfile, const std::filesystem::path& projectFolder,
-                                        const ReadControl& control = {});
+
+/// What a lockfile comes to: its packages, fit for reports, and what became of each entry.
+struct NPMProject {
+    std::vector<std::shared_ptr<const RawDependency>> packages;
+    EntryStates states;
+};
+NPMProject npmProject(const std::shared_ptr<const PackageLock>& lock,
+                      const std::filesystem::path& projectFolder, const ReadControl& control = {});
 
 }  // namespace ScanKit::NPMParser

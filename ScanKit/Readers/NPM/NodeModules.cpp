@@ -1,8 +1,7 @@
 #include "ScanKit/Readers/NPM/NodeModules.h"
 
+#include "ScanKit/Readers/NPM/InstalledPackage.h"
 #include "ScanKit/Readers/NPM/ModuleFolders.h"
-#include "ScanKit/Readers/NPM/PackageJSON.h"
-#include "ScanKit/Support/OpenFolder.h"
 #include "ScanKit/Support/Paths.h"
 
 #include <algorithm>
@@ -12,7 +11,6 @@
 namespace ScanKit::NPMParser {
 namespace {
 
-constexpr std::string_view modulesName = "node_modules";
 /// Deeper nesting is not met in real trees; a tree without end stops here.
 constexpr int deepestLevel = 7;
 
@@ -31,17 +29,16 @@ std::vector<Package> packagesIn(const Place& nodeModules) {
     return packages;
 }
 
-void readPackage(Package& package, bool hasRoomBelow) {
-    const OpenFolder folder(package.place.folder);
-    if (!holdsManifest(folder)) {
+void readPackage(Package& package, bool hasRoomBelow, const ReadControl& control) {
+    InstalledPackage installed = installedPackage(package.place.folder, control);
+    if (!installed.holdsManifest) {
         return;
     }
-    package.dependency = {.ecosystem = Ecosystem::npm, .name = displayName(folder.path())};
-    enrich(*package.dependency, folder);
-    const FolderEntry* modules = folder.entry(modulesName);
-    if (hasRoomBelow && modules != nullptr && modules->kind == EntryKind::folder) {
-        package.nested = packagesIn(placeOf(package.place, *modules));
+    if (hasRoomBelow && installed.modules && installed.modules->kind == EntryKind::folder) {
+        package.nested = packagesIn(placeOf(package.place, *installed.modules));
     }
+    package.dependency = {.ecosystem = Ecosystem::npm, .name = displayName(package.place.folder)};
+    enrich(*package.dependency, std::move(installed));
 }
 
 /// Drops the packages whose real folder was met before, and puts the others on the level to be read.
@@ -74,7 +71,7 @@ void readTree(std::vector<Package> top, int depth, Seen& seen, std::vector<RawDe
     for (; !level.empty(); ++depth) {
         forEachPackage(level.size(), control, [&](std::size_t i) {
             Package& package = *level[i];
-            readPackage(package, depth < deepestLevel);
+            readPackage(package, depth < deepestLevel, control);
             return package.dependency ? package.dependency->name : displayName(package.place.folder);
         });
         std::vector<Package*> next;

@@ -1,8 +1,5 @@
 #include "ScanKit/Readers/NPM/PackageJSON.h"
 
-#include "ScanKit/LicenseFiles/LicenseFiles.h"
-#include "ScanKit/Readers/ReadLimits.h"
-#include "ScanKit/Support/Paths.h"
 #include "ScanKit/Support/Text.h"
 
 #include <algorithm>
@@ -10,8 +7,6 @@
 
 namespace ScanKit::NPMParser {
 namespace {
-
-constexpr std::string_view manifestName = "package.json";
 
 /// The link as written, unless nothing of it would be left as a web link ("git+").
 std::optional<std::string> unlessEmptyLink(std::optional<std::string_view> link) {
@@ -24,7 +19,6 @@ std::optional<std::string> typeOrText(const JSONValue& license) {
 }
 
 void applyManifest(RawDependency& dependency, const JSONValue& manifest) {
-    // A package that states no license leaves what its lockfile copied from the registry.
     if (std::optional<std::string> license = declaredLicense(manifest)) {
         dependency.declared = std::move(license);
     }
@@ -39,43 +33,13 @@ void applyManifest(RawDependency& dependency, const JSONValue& manifest) {
     }
 }
 
-/// A file that the package names itself is read before all others.
-void putFirst(std::vector<std::filesystem::path>& files, const std::filesystem::path& file) {
-    std::erase(files, file);
-    files.insert(files.begin(), file);
-}
-
 }  // namespace
-
-void enrich(RawDependency& dependency, const std::filesystem::path& folder) {
-    enrich(dependency, OpenFolder(standardized(folder)));
-}
-
-void enrich(RawDependency& dependency, const OpenFolder& folder) {
-    if (const auto bytes = folder.readFile(manifestName, largestPackageDescription)) {
-        applyManifest(dependency, *bytes);
-    }
-    LicenseFiles files = findLicenseFiles(folder.path(), folder.entries());
-    dependency.folder = folder.path();
-    dependency.licenseFiles = std::move(files.licenses);
-    dependency.noticeFiles = std::move(files.notices);
-    if (const auto reference =
-            dependency.declared ? licenseFileReference(*dependency.declared) : std::nullopt) {
-        if (const auto named = fileNamedByMetadata(folder.path(), *reference)) {
-            putFirst(dependency.licenseFiles, *named);
-        }
-    }
-}
 
 void applyManifest(RawDependency& dependency, std::string_view bytes) {
     thread_local JSONReader reader;  // keeps its buffers from package to package
     if (const std::optional<JSONValue> manifest = reader.read(bytes)) {
         applyManifest(dependency, *manifest);
     }
-}
-
-bool holdsManifest(const OpenFolder& folder) {
-    return folder.holdsFile(manifestName);
 }
 
 std::optional<std::string> declaredLicense(const JSONValue& package) {

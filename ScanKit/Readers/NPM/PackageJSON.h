@@ -2,28 +2,16 @@
 
 #include "ScanKit/Model/RawDependency.h"
 #include "ScanKit/Support/JSON.h"
-#include "ScanKit/Support/OpenFolder.h"
 
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
-/// The description that each npm package carries, package.json, and what lies beside it.
+/// The description that each npm package carries: package.json.
 namespace ScanKit::NPMParser {
-
-/// Completes a dependency from its installed folder: what the package.json states, the folder, and the license
-/// and notice files. A package.json that cannot be read changes nothing of the rest.
-void enrich(RawDependency& dependency, const std::filesystem::path& folder);
-/// The same for a folder that the caller has opened, by a standardized path.
-void enrich(RawDependency& dependency, const OpenFolder& folder);
 
 /// What a package.json states, from its bytes; one that cannot be read changes nothing.
 void applyManifest(RawDependency& dependency, std::string_view bytes);
-
-/// True when the folder holds a package.json: only such a folder is a package.
-bool holdsManifest(const OpenFolder& folder);
 
 /// The license that a package.json or a lockfile entry states; several of the old form as "(A OR B)". Blank text
 /// counts as absent.

@@ -1,6 +1,8 @@
 #include "ScanKit/Readers/NPM/PackageLock.h"
 
 #include "ScanKit/Readers/NPM/PackageJSON.h"
+#include "ScanKit/Readers/ReadLimits.h"
+#include "ScanKit/Support/FileSystem.h"
 #include "ScanKit/Support/JSON.h"
 #include "ScanKit/Support/Text.h"
 
@@ -96,6 +98,58 @@ void appendTree(const JSONValue& tree, const std::string& prefix, std::vector<En
     }
 }
 
+/// Who needs whom, each package by its place in the lockfile: a name is looked for as the running program does, in the
+/// folder's own node_modules and then in those above.
+class Needs {
+public:
+    explicit Needs(const PackageLock& lock) {
+        for (std::size_t i = 0; i < lock.packages.size(); ++i) {
+            places_.emplace(lock.packages[i].installPath, i);
+        }
+        graph_.entries.resize(lock.packages.size());
+        for (std::size_t i = 0; i < lock.packages.size(); ++i) {
+            graph_.entries[i].needs = found(lock.packages[i].needs, lock.packages[i].installPath);
+        }
+        for (const LockedMember& member : lock.members) {
+            std::ranges::move(found(member.shipped, member.path), std::back_inserter(graph_.shipped));
+            std::ranges::move(found(member.development, member.path), std::back_inserter(graph_.development));
+        }
+    }
+
+    const Lockfile& graph() const { return graph_; }
+
+private:
+    std::vector<std::size_t> found(const std::vector<std::string>& names, std::string_view from) const {
+        std::vector<std::size_t> places;
+        places.reserve(names.size());
+        std::string path;  // one for all, since a lockfile asks a hundred thousand times
+        for (const std::string& name : names) {
+            for (std::string_view folder = from;; folder = above(folder)) {
+                path = folder;
+                path += folder.empty() ? "node_modules/" : "/node_modules/";
+                path += name;
+                if (const auto place = places_.find(path); place != places_.end()) {
+                    places.push_back(place->second);
+                    break;
+                }
+                if (folder.empty()) {
+                    break;
+                }
+            }
+        }
+        return places;
+    }
+
+    /// "node_modules/a" of "node_modules/a/node_modules/b"; the project itself of the last.
+    static std::string_view above(std::string_view folder) {
+        const std::size_t at = folder.rfind("/node_modules/");
+        return at == std::string_view::npos ? std::string_view() : folder.substr(0, at);
+    }
+
+    std::unordered_map<std::string_view, std::size_t> places_;  ///< by the lockfile's own texts
+    Lockfile graph_;
+};
+
 }  // namespace
 
 std::optional<PackageLock> packageLock(std::string_view lockfile, const ReadControl& control) {
@@ -125,6 +179,31 @@ std::optional<PackageLock> packageLock(std::string_view lockfile, const ReadCont
         lock.packages[i] = packageOf(std::move(entries[i].installPath), entries[i].description);
     };
     forEachIndex(entries.size(), read, control.stop, control.threadLimit);
+    return lock;
+}
+
+LockedWays waysOf(const PackageLock& lock) {
+    return LockedWays(Needs(lock).graph());
+}
+
+std::shared_ptr<const PackageLock> readPackageLock(const std::filesystem::path& lockfile,
+                                                   const ReadControl& control) {
+    if (control.cache != nullptr) {
+        if (auto known = control.cache->find<PackageLock>(lockfile.string())) {
+            return known;
+        }
+    }
+    SeenFiles seen;
+    const std::optional<std::string> bytes = readFile(lockfile, largestLockfile, PathKind::unknown, &seen);
+    std::optional<PackageLock> read = bytes ? packageLock(*bytes, control) : std::nullopt;
+    if (!read) {
+        return nullptr;
+    }
+    const auto lock = std::make_shared<const PackageLock>(std::move(*read));
+    // One whose reading was ended lacks some of its packages.
+    if (control.cache != nullptr && !control.stop.stop_requested()) {
+        control.cache->keep(lockfile.string(), std::move(seen), lock);
+    }
     return lock;
 }
 

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "ScanKit/Readers/Lockfile.h"
 #include "ScanKit/Readers/ReadControl.h"
 
 #include <cstddef>
+#include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -41,5 +44,10 @@ struct PackageLock {
 /// one with the marks of an unfinished merge. Install paths beyond 4,096 bytes, or beyond 64 MiB together, are left
 /// out.
 std::optional<PackageLock> packageLock(std::string_view lockfile, const ReadControl& control = {});
+/// The same of the lockfile at this path; null also when that cannot be read.
+std::shared_ptr<const PackageLock> readPackageLock(const std::filesystem::path& lockfile,
+                                                   const ReadControl& control = {});
+/// How one comes to each package, by its place in `packages`.
+LockedWays waysOf(const PackageLock& lock);
 
 }  // namespace ScanKit::NPMParser

@@ -1,6 +1,6 @@
 #include "ScanKit/Readers/NPM/PnpmModules.h"
 
-#include "ScanKit/Readers/NPM/PackageJSON.h"
+#include "ScanKit/Readers/NPM/InstalledPackage.h"
 #include "ScanKit/Readers/NPM/PackageStore.h"
 #include "ScanKit/Readers/ReadLimits.h"
 #include "ScanKit/Support/FileSystem.h"
@@ -202,14 +202,14 @@ void walkPnpmStore(const std::filesystem::path& nodeModules, Seen& seen, std::ve
     std::vector<std::optional<RawDependency>> packages(folders.size());
     std::vector<char> hasNested(folders.size());
     forEachPackage(folders.size(), control, [&](std::size_t i) {
-        const OpenFolder folder(folders[i]);
+        InstalledPackage installed = installedPackage(folders[i], control);
         const std::string name = displayName(folders[i]);
-        if (!holdsManifest(folder)) {
+        if (!installed.holdsManifest) {
             return name;
         }
+        hasNested[i] = installed.modules && installed.modules->kind == EntryKind::folder ? 1 : 0;
         packages[i] = {.ecosystem = Ecosystem::npm, .name = name};
-        enrich(*packages[i], folder);
-        hasNested[i] = folder.holdsFolder(modulesName) ? 1 : 0;
+        enrich(*packages[i], std::move(installed));
         return packages[i]->name;
     });
     for (std::size_t i = 0; i < folders.size(); ++i) {
