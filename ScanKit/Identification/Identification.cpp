@@ -76,7 +76,7 @@ Dependency identified(const RawDependency& package, TextReadings& readings, Seen
     std::vector<PackageText> texts = textsOf(package.licenseFiles, package.packedLicenses, seen);
     std::vector<std::shared_ptr<const TextReading>> read;
     // Thousands of packages share a few hundred texts; each is matched once in a scan.
-    for (const PackageText& one : texts) {
+    for (PackageText& one : texts) {
         read.push_back(ofPackage(readings.of(one.text), one.name));
     }
     const DeclaredLicense declared = declaredLicense(package);

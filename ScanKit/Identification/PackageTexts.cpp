@@ -14,10 +14,8 @@ namespace {
 constexpr std::string_view cutMark =
     "[The rest of this file is left out: only its first 400,000 bytes are reproduced here.]\n";
 
-void endWithLineFeed(std::string& text) {
-    if (!text.ends_with('\n')) {
-        text += '\n';
-    }
+std::string endingWithLineFeed(const std::string& text) {
+    return text.ends_with('\n') ? text : text + '\n';
 }
 
 /// Leaves out what a reader of the report gains nothing from.
@@ -27,7 +25,7 @@ void dropBlankAndRepeated(std::vector<PackageText>& texts) {
         // Packages ship the same text as LICENSE and LICENSE.txt; once is enough.
         const bool isRepeated =
             std::ranges::any_of(kept, [&](const PackageText& earlier) { return earlier.text == one.text; });
-        if (!isRepeated && !Text::isBlank(one.text)) {
+        if (!isRepeated && !Text::isBlank(*one.text)) {
             kept.push_back(std::move(one));
         }
     }
@@ -68,30 +66,28 @@ std::vector<PackageText> packedTexts(const std::vector<PackedFile>& files) {
 }
 
 bool holdText(const std::vector<PackageText>& texts) {
-    return std::ranges::any_of(texts, [](const PackageText& one) { return !Text::isBlank(one.text); });
+    return std::ranges::any_of(texts, [](const PackageText& one) { return !Text::isBlank(*one.text); });
 }
 
-std::optional<std::string> reproduced(std::vector<PackageText> texts) {
+SharedText reproduced(std::vector<PackageText> texts) {
     dropBlankAndRepeated(texts);
     for (PackageText& one : texts) {
         if (one.isCut) {
-            endWithLineFeed(one.text);
-            one.text += cutMark;
+            one.text = endingWithLineFeed(*one.text) + std::string(cutMark);
         }
     }
     if (texts.empty()) {
-        return std::nullopt;
+        return {};
     }
     if (texts.size() == 1) {
-        return std::move(texts.front().text);
+        return texts.front().text;
     }
     std::string joined;
-    for (PackageText& one : texts) {
+    for (const PackageText& one : texts) {
         if (!joined.empty()) {
             joined += '\n';
         }
-        endWithLineFeed(one.text);
-        joined += "--- " + one.name + " ---\n\n" + one.text;
+        joined += "--- " + one.name + " ---\n\n" + endingWithLineFeed(*one.text);
     }
     return joined;
 }

@@ -2,6 +2,7 @@
 
 #include "ScanKit/Model/RawDependency.h"
 #include "ScanKit/Support/FileStamp.h"
+#include "ScanKit/Support/SharedText.h"
 
 #include <filesystem>
 #include <optional>
@@ -13,7 +14,7 @@ namespace ScanKit {
 /// One license or notice file of a package, as far as it could be read.
 struct PackageText {
     std::string name;  ///< as people see it
-    std::string text;
+    SharedText text;
     bool isCut = false;  ///< the file goes on behind the text
 };
 
@@ -33,6 +34,6 @@ bool holdText(const std::vector<PackageText>& texts);
 
 /// The texts as a report reproduces them: one stands alone, several stand under their names. Blank texts and
 /// those equal to an earlier one are left out; a cut text says so. Absent when nothing is left.
-std::optional<std::string> reproduced(std::vector<PackageText> texts);
+SharedText reproduced(std::vector<PackageText> texts);
 
 }  // namespace ScanKit

@@ -354,17 +354,20 @@ std::vector<std::string_view> partsBeyondLicenses(std::string_view text) {
     return reading.matches.empty() ? std::vector<std::string_view>() : partsOf(reading.remainder, words);
 }
 
-std::shared_ptr<const TextReading> TextReadings::of(const std::string& text) {
+std::shared_ptr<const TextReading> TextReadings::of(SharedText& text) {
     {
         const std::lock_guard lock(mutex_);
-        if (const auto found = readings_.find(text); found != readings_.end()) {
-            return found->second;
+        if (const auto found = readings_.find(*text); found != readings_.end()) {
+            text = found->second.text;
+            return found->second.reading;
         }
     }
     // Read outside the lock: two threads may read the same text at the same time, and get the same reading.
-    auto reading = std::make_shared<const TextReading>(readLicenseText(text));
+    auto reading = std::make_shared<const TextReading>(readLicenseText(*text));
     const std::lock_guard lock(mutex_);
-    return readings_.emplace(text, std::move(reading)).first->second;
+    const Known& known = readings_.try_emplace(*text, Known{text, std::move(reading)}).first->second;
+    text = known.text;
+    return known.reading;
 }
 
 }  // namespace ScanKit

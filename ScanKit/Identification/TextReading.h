@@ -2,6 +2,7 @@
 
 #include "ScanKit/Identification/LicenseMatcher.h"
 #include "ScanKit/Identification/Remainder.h"
+#include "ScanKit/Support/SharedText.h"
 
 #include <cstddef>
 #include <memory>
@@ -66,11 +67,16 @@ std::vector<std::string_view> partsBeyondLicenses(std::string_view text);
 /// thread.
 class TextReadings {
 public:
-    std::shared_ptr<const TextReading> of(const std::string& text);
+    /// `text` must be there, and is afterwards one in memory with those equal to it.
+    std::shared_ptr<const TextReading> of(SharedText& text);
 
 private:
+    struct Known {
+        SharedText text;
+        std::shared_ptr<const TextReading> reading;
+    };
     std::mutex mutex_;
-    std::unordered_map<std::string, std::shared_ptr<const TextReading>> readings_;
+    std::unordered_map<std::string_view, Known> readings_;  ///< by their own texts
 };
 
 }  // namespace ScanKit

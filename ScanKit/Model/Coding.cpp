@@ -49,7 +49,9 @@ void write(JSONWriter& json, const ScanWarning& warning) {
     json.endObject();
 }
 
-void writeText(JSONWriter& json, std::string_view key, const std::optional<std::string>& text) {
+/// An optional or shared text.
+template <typename Text>
+void writeText(JSONWriter& json, std::string_view key, const Text& text) {
     if (text) {
         json.key(key);
         json.string(*text);

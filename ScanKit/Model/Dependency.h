@@ -5,6 +5,7 @@
 #include "ScanKit/Model/Hashing.h"
 #include "ScanKit/Model/LicenseBasis.h"
 #include "ScanKit/Model/LicenseCategory.h"
+#include "ScanKit/Support/SharedText.h"
 
 #include <filesystem>
 #include <optional>
@@ -28,8 +29,8 @@ struct Dependency {
     LicenseBasis basis = LicenseBasis::none;
     std::optional<double> matchScore;           ///< 0 to 1; absent when no license text was matched
     std::vector<std::string> licenseFileNames;  ///< last path components, in the order in which they are read
-    std::optional<std::string> licenseText;     ///< what the NOTICE file reproduces
-    std::optional<std::string> noticeText;      ///< the package's own NOTICE
+    SharedText licenseText;                     ///< what the NOTICE file reproduces
+    SharedText noticeText;                      ///< the package's own NOTICE
     std::vector<Flag> flags;                    ///< in `Flag` order, each once
     std::vector<std::string> notes;             ///< plain sentences for the reader
     /// How the project comes to it: "express@4.18.2", "cookie@0.5.0", itself last. Empty where no file says who needs it.

@@ -266,8 +266,10 @@ TEST(TextReading, IsUsableWhenItsMatchesAccountForIt) {
             << text.substr(0, 60) << "… of " << text.size() << " bytes";
     }
     TextReadings readings;
-    EXPECT_EQ(readings.of(notice), readings.of(notice)) << "each text is read once";
-    EXPECT_NE(readings.of(notice), readings.of(license));
+    SharedText first = notice, second = notice, other = license;
+    EXPECT_EQ(readings.of(first), readings.of(second)) << "each text is read once";
+    EXPECT_EQ(&*first, &*second) << "and kept once";
+    EXPECT_NE(readings.of(first), readings.of(other));
 }
 
 }  // namespace
