@@ -19,6 +19,7 @@
 #include <QCommandLineParser>
 #include <QDesktopServices>
 #include <QDir>
+#include <QEvent>
 #include <QUrl>
 
 namespace {
@@ -93,6 +94,9 @@ int main(int argc, char** argv) {
     DialogFolderChooser folderChooser;
     const std::unique_ptr<FileRevealer> fileRevealer = makeFileRevealer();
     AppModel model(true, {.folderChooser = folderChooser, .fileRevealer = *fileRevealer});
+    if (!folder.isEmpty()) {
+        model.openIfFolder(Texts::toPath(QDir(folder).absolutePath()));
+    }
     DialogUpdatePresenter updatePresenter;
     const std::unique_ptr<UpdaterController> updaterController =
         makeUpdaterController(updateFeed(), updatePresenter, QDesktopServices::openUrl);
@@ -100,12 +104,11 @@ int main(int argc, char** argv) {
     AppCommands commands(model, [&updater] { updater.checkForUpdates(); });
     QObject::connect(&updater, &Updater::checkingChanged, &commands,
                      [&] { commands.action(Command::checkForUpdates)->setEnabled(!updater.checking()); });
+    // By now the disk has mostly said that the folder is one, so that it is scanned while the window is made.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
     MainWindow window(model, commands, *updaterController, openLink);
     folderChooser.setWindow(&window);
     updatePresenter.setWindow(&window);
     window.show();
-    if (!folder.isEmpty()) {
-        model.openIfFolder(Texts::toPath(QDir(folder).absolutePath()));
-    }
     return QApplication::exec();
 }

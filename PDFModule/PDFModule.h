@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-/// What the command finds in the module that makes its PDFs. The two exchange the library's records as they lie in memory, so
+/// What a program finds in the module that makes its PDFs. The two exchange the library's records as they lie in memory, so
 /// that both have to be of one build.
 struct PDFModule {
     std::string_view number;  ///< of the version
@@ -12,7 +12,8 @@ struct PDFModule {
     decltype(&ScanKit::PDFReport::document) document;
     decltype(&ScanKit::PDFReport::warning) warning;
 
-    /// Found where the command's own file says: in ../lib/quorvane/pdf from its folder.
+    /// Found where the program's own file says: from its folder in ../lib/quorvane/pdf for the command, in
+    /// ../lib/quorvane-app for the window.
     static constexpr const char* file = "quorvane-pdf.so";
     static constexpr const char* symbol = "quorvanePDFModule";
 };

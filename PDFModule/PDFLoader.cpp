@@ -1,4 +1,4 @@
-#include "QuorvaneCLI/PDFModule/PDFModule.h"
+#include "PDFModule/PDFModule.h"
 
 #include "BuildVersion.h"
 
