@@ -13,7 +13,7 @@ struct PDFModule {
     decltype(&ScanKit::PDFReport::warning) warning;
 
     /// Found where the program's own file says: from its folder in ../lib/quorvane/pdf for the command, in
-    /// ../lib/quorvane-app for the window.
+    /// ../lib/quorvane-app/pdf for the window.
     static constexpr const char* file = "quorvane-pdf.so";
     static constexpr const char* symbol = "quorvanePDFModule";
 };

@@ -27,7 +27,7 @@ if(QUORVANE_HAS_APP)
                                RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT quorvane-app)
   # Its own, since either part may be installed without the other.
   if(TARGET quorvane-pdf)
-    install(TARGETS quorvane-pdf DESTINATION lib/quorvane-app COMPONENT quorvane-app)
+    install(TARGETS quorvane-pdf DESTINATION lib/quorvane-app/pdf COMPONENT quorvane-app)
   endif()
 endif()
 # What a desktop knows of the program: its entry, its icons, and what a software center shows.
